@@ -1,0 +1,35 @@
+# quillon_floor(TARGET FOLDER [FILES glob...] LINKS target...)
+#
+# A static library of the files of one folder. Headers are reached as "FOLDER/name.h", and only
+# through the targets in LINKS: a header of a floor that is not linked is not found, so an include
+# that climbs the wrong way does not build.
+function(quillon_floor target folder)
+    cmake_parse_arguments(FLOOR "" "" "FILES;LINKS" ${ARGN})
+    if(NOT FLOOR_FILES)
+        set(FLOOR_FILES *.cpp *.h *.ui *.qrc)
+    endif()
+    list(TRANSFORM FLOOR_FILES PREPEND ${PROJECT_SOURCE_DIR}/${folder}/)
+    file(GLOB files CONFIGURE_DEPENDS ${FLOOR_FILES})
+
+    set(includes ${PROJECT_BINARY_DIR}/floors/${target})
+    file(MAKE_DIRECTORY ${includes}/${folder})
+    foreach(file IN LISTS files)
+        if(file MATCHES "\\.h$")
+            get_filename_component(name ${file} NAME)
+            file(CREATE_LINK ${file} ${includes}/${folder}/${name} SYMBOLIC)
+        endif()
+    endforeach()
+
+    set(sources ${files})
+    list(FILTER sources INCLUDE REGEX "\\.(cpp|qrc)$")
+    if(NOT sources)
+        add_library(${target} INTERFACE)
+        target_include_directories(${target} INTERFACE ${includes})
+        target_link_libraries(${target} INTERFACE quillon_rules ${FLOOR_LINKS})
+        return()
+    endif()
+    add_library(${target} STATIC ${files})
+    set_target_properties(${target} PROPERTIES AUTOMOC ON AUTOUIC ON AUTORCC ON)
+    target_include_directories(${target} PUBLIC ${includes})
+    target_link_libraries(${target} PUBLIC quillon_rules ${FLOOR_LINKS})
+endfunction()
