@@ -1,0 +1,190 @@
+#include "core/logbookfile.h"
+
+#include "platform/runtimeerror.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+namespace quillon {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr qsizetype olderPieces = 11;
+constexpr qsizetype currentPieces = 13;
+constexpr std::size_t fieldCount = 12;
+
+qsizetype piecesOf(QByteArrayView line)
+{
+    return std::ranges::count(line, '|') + 1;
+}
+
+qsizetype piecesOf(LogbookLayout layout)
+{
+    return layout == LogbookLayout::Older ? olderPieces : currentPieces;
+}
+
+struct Line
+{
+    QByteArrayView text;
+    qsizetype length = 0; // with the line end
+    bool endsInLineFeedOnly = false;
+};
+
+Line physicalLine(QByteArrayView rest)
+{
+    const qsizetype end = rest.indexOf('\n');
+    if (end < 0) {
+        return {rest, rest.size(), false};
+    }
+    const bool carriageReturn = end > 0 && rest[end - 1] == '\r';
+    return {rest.first(carriageReturn ? end - 1 : end), end + 1, !carriageReturn};
+}
+
+// One line of `pieces` pieces. A line feed inside a field is told from one that ends a line by this: the line
+// it would end is not whole, and together with what follows up to a line end it is.
+Line lineOf(QByteArrayView rest, qsizetype pieces)
+{
+    const Line first = physicalLine(rest);
+    Line line = first;
+    qsizetype found = piecesOf(first.text);
+    while (line.endsInLineFeedOnly && found < pieces && line.length < rest.size()) {
+        const Line next = physicalLine(rest.sliced(line.length));
+        found += piecesOf(next.text) - 1;
+        line = {
+            rest.first(line.length + next.text.size()), line.length + next.length, next.endsInLineFeedOnly};
+    }
+    return found == pieces ? line : first;
+}
+
+[[noreturn]] void throwAtLine(const RuntimeError &error, const QString &fileName, qsizetype number)
+{
+    throw RuntimeError(
+        error.name(), u"Reading %1, line %2: %3"_s.arg(fileName).arg(number).arg(error.doing()));
+}
+
+QString field(const CodePage &codePage, QByteArrayView bytes)
+{
+    return bytes.isEmpty() ? QString() : codePage.decode(bytes);
+}
+
+LogEntry entryOf(QByteArrayView line, LogbookLayout layout, const Regional &regional)
+{
+    std::array<QByteArrayView, fieldCount> fields;
+    const auto wanted = static_cast<std::size_t>(piecesOf(layout) - 1);
+    qsizetype at = 0;
+    for (std::size_t i = 0; i < wanted; ++i) {
+        const qsizetype end = line.indexOf('|', at);
+        if (end < 0) {
+            throw RuntimeError(ErrorName::SubscriptOutOfRange,
+                u"the line has %1 pieces instead of %2: \"%3\""_s.arg(i + 1)
+                    .arg(wanted + 1)
+                    .arg(regional.codePage.decode(line)));
+        }
+        fields[i] = line.sliced(at, end - at);
+        at = end + 1;
+    }
+    const CodePage &page = regional.codePage;
+    LogEntry entry {field(page, fields[0]),
+        toDateTime(page.decode(fields[1]), regional.months, u"Date/Time"_s), field(page, fields[2]),
+        field(page, fields[3]), field(page, fields[4]), field(page, fields[5]), field(page, fields[6]),
+        field(page, fields[7]), field(page, fields[8]), field(page, fields[9]), field(page, fields[10]),
+        field(page, fields[11])};
+    entry.notes.replace("CRLF"_L1, "\r\n"_L1);
+    return entry;
+}
+
+void appendText(QByteArray &bytes, const CodePage &page, QStringView text)
+{
+    page.appendEncoded(bytes, text);
+    bytes += '|';
+}
+
+} // namespace
+
+LogbookLayout logbookLayout(QByteArrayView file)
+{
+    const qsizetype pieces = piecesOf(physicalLine(file).text);
+    if (pieces == currentPieces || piecesOf(lineOf(file, currentPieces).text) == currentPieces) {
+        return LogbookLayout::Current;
+    }
+    if (pieces == olderPieces || piecesOf(lineOf(file, olderPieces).text) == olderPieces) {
+        return LogbookLayout::Older;
+    }
+    return LogbookLayout::Unknown;
+}
+
+bool readLogbook(Logbook &log, QByteArrayView file, const Regional &regional, const QString &fileName)
+{
+    const LogbookLayout layout = logbookLayout(file);
+    if (layout == LogbookLayout::Unknown) {
+        return false;
+    }
+    bool whole = true;
+    QByteArrayView rest = file;
+    qsizetype number = 1;
+    while (!rest.isEmpty()) {
+        const Line line = lineOf(rest, piecesOf(layout));
+        try {
+            log.AddEntry(entryOf(line.text, layout, regional));
+        } catch (const RuntimeError &error) {
+            throwAtLine(error, fileName, number);
+        }
+        // What stands behind the last field is not kept in memory.
+        whole = whole && piecesOf(line.text) == piecesOf(layout) && line.text.endsWith('|');
+        number += std::ranges::count(rest.first(line.length), '\n');
+        rest = rest.sliced(line.length);
+    }
+    return whole;
+}
+
+QByteArray logbookBytes(const Logbook &log, const CodePage &codePage)
+{
+    constexpr qsizetype usualLine = 128;
+    QByteArray bytes;
+    bytes.reserve(log.count() * usualLine);
+    for (const LogEntry &entry : log) {
+        if (isDeleted(entry)) {
+            continue;
+        }
+        appendText(bytes, codePage, entry.piCode);
+        appendText(bytes, codePage, generalText(entry.dateTime));
+        appendText(bytes, codePage, entry.prop);
+        appendText(bytes, codePage, entry.freq);
+        appendText(bytes, codePage, entry.transmitter);
+        appendText(bytes, codePage, entry.country);
+        if (entry.notes.contains("\r\n"_L1)) {
+            appendText(bytes, codePage, QString(entry.notes).replace("\r\n"_L1, "CRLF"_L1));
+        } else {
+            appendText(bytes, codePage, entry.notes);
+        }
+        appendText(bytes, codePage, entry.rdsName);
+        appendText(bytes, codePage, entry.power);
+        appendText(bytes, codePage, entry.dist);
+        appendText(bytes, codePage, entry.fmlist);
+        appendText(bytes, codePage, entry.uid);
+        bytes += "\r\n";
+    }
+    return bytes;
+}
+
+LogbookLoading loadLogbook(Logbook &log, const QString &path, const Regional &regional, KeptFile &kept)
+{
+    removeLeftover(path);
+    const std::optional<FileState> state = fileState(path);
+    if (!state) {
+        return LogbookLoading::NoFile;
+    }
+    const QByteArray file = readFile(path);
+    if (logbookLayout(file) == LogbookLayout::Unknown) {
+        return LogbookLoading::NotLoaded;
+    }
+    if (readLogbook(log, file, regional, path)) {
+        kept.readWhole(path, *state);
+    }
+    return LogbookLoading::Loaded;
+}
+
+} // namespace quillon

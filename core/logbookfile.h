@@ -1,0 +1,43 @@
+#pragma once
+
+#include "core/logbook.h"
+#include "platform/keptfile.h"
+#include "platform/regional.h"
+
+#include <QByteArray>
+#include <QByteArrayView>
+#include <QString>
+
+namespace quillon {
+
+/// How the lines of a logbook file are laid out: told by the pieces that "|" cuts the first line into.
+enum class LogbookLayout {
+    Unknown,
+    Older, ///< ten fields, 11 pieces; read, never written
+    Current, ///< twelve fields, 13 pieces
+};
+
+/// The layout that the first line of a file tells.
+[[nodiscard]] LogbookLayout logbookLayout(QByteArrayView file);
+
+/// Adds the entries of a file to the log; nothing when its layout is unknown. Returns true when every byte of
+/// the file has become part of an entry. Throws "Subscript out of range" for a line with too few pieces,
+/// "Type mismatch" for a Date/Time that is none, what AddEntry throws for a log that is full; the message
+/// names `fileName`, the line number and the line, and the entries before it are in the log.
+bool readLogbook(Logbook &log, QByteArrayView file, const Regional &regional, const QString &fileName);
+
+/// The file of the log: one line of the current layout for each entry that is not deleted.
+[[nodiscard]] QByteArray logbookBytes(const Logbook &log, const CodePage &codePage);
+
+/// What became of a logbook file at start.
+enum class LogbookLoading {
+    NoFile,
+    Loaded,
+    NotLoaded, ///< the first line has an unknown layout
+};
+
+/// Reads the logbook file at `path` into the log, and tells `kept` when nothing of it is lost. Throws what
+/// readFile and readLogbook throw.
+LogbookLoading loadLogbook(Logbook &log, const QString &path, const Regional &regional, KeptFile &kept);
+
+} // namespace quillon

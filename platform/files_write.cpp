@@ -1,0 +1,168 @@
+#include "platform/files.h"
+
+#include "platform/runtimeerror.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <cerrno>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace quillon {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr mode_t permissionBits = 07777;
+constexpr mode_t newFileMode = 0666;
+
+// The file that a name leads to through symbolic links, which need not exist.
+QString linkTarget(const QString &path)
+{
+    constexpr int longestChain = 40;
+    QString target = path;
+    for (int i = 0; i < longestChain; ++i) {
+        const QFileInfo info(target);
+        if (!info.isSymLink()) {
+            return target;
+        }
+        target = info.symLinkTarget();
+    }
+    throw systemError(ELOOP, u"Writing "_s + path);
+}
+
+QByteArray leftoverName(const QString &target)
+{
+    const QFileInfo info(target);
+    return QFile::encodeName(info.path() + u"/."_s + info.fileName() + u".new"_s);
+}
+
+// A file on its way to the disk: gone again unless it was renamed to where it belongs.
+class NewFile
+{
+public:
+    NewFile(const QString &target, FileCalls &calls)
+        : m_calls(calls)
+        , m_doing(u"Writing "_s + target)
+        , m_target(QFile::encodeName(target))
+        , m_directory(QFile::encodeName(QFileInfo(target).path()))
+        , m_name(leftoverName(target))
+    {
+        struct stat old
+        {
+        };
+        const bool exists = ::stat(m_target.constData(), &old) == 0;
+        if (exists && S_ISDIR(old.st_mode)) {
+            throw systemError(EISDIR, m_doing);
+        }
+        m_file = m_calls.openNameless(m_directory, newFileMode);
+        if (m_file < 0 && (errno == EOPNOTSUPP || errno == EISDIR || errno == EINVAL)) {
+            // Not every file system knows nameless files.
+            m_calls.remove(m_name);
+            m_file = m_calls.openNew(m_name, newFileMode);
+            m_named = m_file >= 0;
+        }
+        if (m_file < 0) {
+            throw errno == ENOENT ? RuntimeError(ErrorName::PathNotFound, m_doing)
+                                  : systemError(errno, m_doing);
+        }
+        if (exists) {
+            check(m_calls.setMode(m_file, old.st_mode & permissionBits));
+        }
+    }
+
+    NewFile(const NewFile &) = delete;
+    NewFile &operator=(const NewFile &) = delete;
+
+    ~NewFile()
+    {
+        if (m_file >= 0) {
+            m_calls.close(m_file);
+        }
+        if (m_named) {
+            m_calls.remove(m_name);
+        }
+    }
+
+    void write(QByteArrayView bytes)
+    {
+        while (!bytes.isEmpty()) {
+            const ssize_t written = m_calls.write(m_file, bytes);
+            if (written < 0 && errno == EINTR) {
+                continue;
+            }
+            if (written == 0) {
+                errno = ENOSPC;
+            }
+            check(written > 0 ? 0 : -1);
+            bytes = bytes.sliced(written);
+        }
+    }
+
+    void commit()
+    {
+        check(m_calls.sync(m_file));
+        if (!m_named) {
+            int named = m_calls.giveName(m_file, m_name);
+            if (named < 0 && errno == EEXIST) {
+                m_calls.remove(m_name);
+                named = m_calls.giveName(m_file, m_name);
+            }
+            check(named);
+            m_named = true;
+        }
+        const int file = m_file;
+        m_file = -1;
+        check(m_calls.close(file));
+        check(m_calls.rename(m_name, m_target));
+        m_named = false;
+        check(m_calls.syncDirectory(m_directory));
+    }
+
+private:
+    void check(int result) const
+    {
+        if (result < 0) {
+            throw systemError(errno, m_doing);
+        }
+    }
+
+    FileCalls &m_calls;
+    QString m_doing;
+    QByteArray m_target;
+    QByteArray m_directory;
+    QByteArray m_name;
+    int m_file = -1;
+    bool m_named = false;
+};
+
+} // namespace
+
+void writeFile(const QString &path, QByteArrayView bytes, FileCalls &calls)
+{
+    NewFile file(linkTarget(path), calls);
+    file.write(bytes);
+    file.commit();
+}
+
+void appendToFile(const QString &path, QByteArrayView bytes)
+{
+    const QString doing = u"Writing "_s + path;
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Unbuffered)) {
+        throw systemError(errno ? errno : EIO, doing);
+    }
+    if (file.write(bytes.data(), bytes.size()) != bytes.size()) {
+        throw systemError(errno ? errno : ENOSPC, doing);
+    }
+}
+
+void removeLeftover(const QString &path)
+{
+    ::unlink(leftoverName(linkTarget(path)).constData());
+}
+
+} // namespace quillon

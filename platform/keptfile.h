@@ -1,0 +1,37 @@
+#pragma once
+
+#include "platform/files.h"
+
+#include <QByteArrayView>
+#include <QString>
+
+#include <optional>
+
+namespace quillon {
+
+/// A file that is rewritten whole again and again, and never over content that this run has not seen.
+class KeptFile
+{
+public:
+    explicit KeptFile(FileCalls &calls = FileCalls::real());
+
+    /// Remembers that the file at `path`, in this state, was read whole and nothing of it is lost.
+    void readWhole(const QString &path, const FileState &state);
+
+    /// Writes the file whole. A file at `path` that this run did not itself read whole or write is first
+    /// copied to a dated ".bak" in `directory`; the copy's path is the result. Throws the run-time error of
+    /// what failed; the old file then stands as it was.
+    std::optional<QString> save(const QString &path, const QString &directory, QByteArrayView bytes);
+
+private:
+    struct Known
+    {
+        QString path;
+        FileState state;
+    };
+
+    FileCalls &m_calls;
+    std::optional<Known> m_known;
+};
+
+} // namespace quillon

@@ -1,0 +1,107 @@
+#include "txdb/transmitters.h"
+
+#include "platform/files.h"
+#include "platform/runtimeerror.h"
+
+namespace quillon {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr qsizetype fieldCount = 5;
+
+std::size_t checkedIndex(int index, int count)
+{
+    if (index < 0 || index >= count) {
+        throw RuntimeError(ErrorName::SubscriptOutOfRange,
+            u"There is no row %1 in the transmitter list, which holds %2"_s.arg(index).arg(count));
+    }
+    return static_cast<std::size_t>(index);
+}
+
+} // namespace
+
+const Transmitter &TransmitterList::row(int index) const
+{
+    return m_rows[checkedIndex(index, count())];
+}
+
+bool TransmitterList::add(const Transmitter &transmitter)
+{
+    if (transmitter.name.isEmpty() || transmitter.country.isEmpty()
+        || (transmitter.latitude.isEmpty() && transmitter.longitude.isEmpty())) {
+        return false;
+    }
+    if (const auto known = find(transmitter.name, transmitter.country)) {
+        Transmitter &row = m_rows[static_cast<std::size_t>(*known)];
+        row.latitude = transmitter.latitude;
+        row.longitude = transmitter.longitude;
+        return row == transmitter;
+    }
+    if (count() >= capacity) {
+        return false;
+    }
+    m_index.insert({transmitter.name, transmitter.country}, count());
+    m_rows.push_back(transmitter);
+    return true;
+}
+
+std::optional<int> TransmitterList::find(const QString &name, const QString &country) const
+{
+    const auto found = m_index.constFind({name, country});
+    return found == m_index.cend() ? std::nullopt : std::optional(found.value());
+}
+
+void TransmitterList::setDistance(int index, const QString &distance)
+{
+    m_rows[checkedIndex(index, count())].distance = distance;
+}
+
+QStringList TransmitterList::namesOfCountry(QStringView country) const
+{
+    QStringList names;
+    for (const Transmitter &row : m_rows) {
+        if (row.country == country) {
+            names += row.name;
+        }
+    }
+    return names;
+}
+
+bool readTransmitters(
+    TransmitterList &list, QByteArrayView file, const CodePage &codePage, const QString &fileName)
+{
+    int number = 0;
+    bool whole = true;
+    const QList<QByteArrayView> lines = splitLines(file);
+    for (const QByteArrayView line : lines) {
+        ++number;
+        const QStringList pieces = codePage.decode(line).split(u'|');
+        if (pieces.size() < fieldCount) {
+            throw RuntimeError(ErrorName::SubscriptOutOfRange,
+                u"Reading %1, line %2: the line has %3 pieces instead of 6: \"%4\""_s.arg(fileName)
+                    .arg(number)
+                    .arg(pieces.size())
+                    .arg(codePage.decode(line)));
+        }
+        const bool added = list.add({pieces[0], pieces[1], pieces[2], pieces[3], pieces[4]});
+        whole = whole && added && pieces.size() == fieldCount + 1 && pieces.last().isEmpty();
+    }
+    return whole;
+}
+
+QByteArray transmitterBytes(const TransmitterList &list, const CodePage &codePage)
+{
+    QByteArray bytes;
+    for (const Transmitter &row : list) {
+        for (const QString &field : {row.name, row.country, row.latitude, row.longitude, row.distance}) {
+            codePage.appendEncoded(bytes, field);
+            bytes += '|';
+        }
+        bytes += "\r\n";
+    }
+    return bytes;
+}
+
+} // namespace quillon

@@ -1,0 +1,70 @@
+#pragma once
+
+#include "platform/codepage.h"
+
+#include <QByteArray>
+#include <QHash>
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+#include <utility>
+#include <vector>
+
+namespace quillon {
+
+/// A transmitter site. All fields are text, as they stand in tx.lst.
+struct Transmitter
+{
+    QString name;
+    QString country;
+    QString latitude; ///< decimal degrees, north positive
+    QString longitude; ///< decimal degrees, east positive
+    QString distance; ///< from home, km or miles, or empty
+
+    bool operator==(const Transmitter &) const = default;
+};
+
+/// The in-memory transmitter list, in the order in which the sites were first added. A site is known by name
+/// and country, compared exactly.
+class TransmitterList
+{
+public:
+    /// The list has rows 0 to 5000.
+    static constexpr int capacity = 5001;
+
+    [[nodiscard]] int count() const { return static_cast<int>(m_rows.size()); }
+    /// Throws "Subscript out of range" beyond the list.
+    [[nodiscard]] const Transmitter &row(int index) const;
+
+    /// Appends a site, or gives a known one these coordinates (it keeps its distance). Does nothing without a
+    /// name, a country or any coordinate, and nothing for a new site when the list is full.
+    /// Returns true when all of it is in the list now.
+    bool add(const Transmitter &transmitter);
+
+    /// Number of the row of that name and country.
+    [[nodiscard]] std::optional<int> find(const QString &name, const QString &country) const;
+    /// Sets the distance text of a row. Throws "Subscript out of range" beyond the list.
+    void setDistance(int index, const QString &distance);
+
+    /// The names of the sites of a country, in list order.
+    [[nodiscard]] QStringList namesOfCountry(QStringView country) const;
+
+    [[nodiscard]] auto begin() const { return m_rows.begin(); }
+    [[nodiscard]] auto end() const { return m_rows.end(); }
+
+private:
+    std::vector<Transmitter> m_rows;
+    QHash<std::pair<QString, QString>, int> m_index;
+};
+
+/// Adds the transmitters of a tx.lst. Throws "Subscript out of range" for a line with fewer than five pieces,
+/// naming `fileName`, the line number and the line; the lines before it are in the list. Returns true when
+/// every field of the file is in the list now.
+bool readTransmitters(
+    TransmitterList &list, QByteArrayView file, const CodePage &codePage, const QString &fileName);
+
+/// The content of a tx.lst: every field of every row followed by "|", lines ended by CR LF.
+[[nodiscard]] QByteArray transmitterBytes(const TransmitterList &list, const CodePage &codePage);
+
+} // namespace quillon
