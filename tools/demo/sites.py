@@ -1,5 +1,6 @@
 """Transmitter sites of Europe and North Africa: name, ITU code, region, latitude, longitude, kW of the strongest
-FM transmitter. Positions in decimal degrees, north and east positive. Names use the letters of windows-1252 only."""
+FM transmitter. Positions in decimal degrees, north and east positive, good to a kilometre or two. Names use the
+letters of windows-1252 only."""
 
 from typing import NamedTuple
 
