@@ -67,15 +67,17 @@ protected:
     void mousePressEvent(QMouseEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
-    QSize sizeHint() const override;
+    void resizeEvent(QResizeEvent *event) override;
 
 private:
     void permute(const std::vector<int> &positions);
+    void fitNotes();
 
     GridModel *m_model;
     QString m_emptyText;
     bool m_byProgram = false;
     bool m_changed = false;
+    int m_notesWidth = 0; ///< what the Notes column needs; it gets what the window has to spare
 };
 
 /// Keeps a widget from drawing, as long as it lives.
