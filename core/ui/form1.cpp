@@ -12,10 +12,18 @@
 #include <QLabel>
 #include <QPointer>
 #include <QProgressBar>
+#include <QScreen>
 
 namespace quillon {
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+// What a window manager adds around a window, so that the whole of it is on a small screen.
+constexpr QSize frameAllowance(8, 36);
+
+} // namespace
 
 Form1::Form1(const Form1Options &options)
     : m_ui(std::make_unique<Ui::Form1>())
@@ -25,6 +33,7 @@ Form1::Form1(const Form1Options &options)
     , m_transmitterFile(*options.fileCalls)
 {
     m_ui->setupUi(this);
+    resize(size().boundedTo(screen()->availableSize() - frameAllowance));
     addStatusBar();
     m_ui->List1->setHeadings({{u"PI Code"_s, u"D3C3"_s, true},
         {u"Date/Time"_s, u"30/08/2008 20:08:00"_s, true}, {u"Prop"_s, u"Tropo"_s, true},
