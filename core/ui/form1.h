@@ -8,6 +8,7 @@
 #include "txdb/transmitters.h"
 
 #include <QMainWindow>
+#include <QPointer>
 
 #include <functional>
 #include <memory>
@@ -23,7 +24,7 @@ class Form1;
 
 namespace quillon {
 
-class frmSplash;
+class ScratchPad;
 
 /// What the main window is given at start.
 struct Form1Options
@@ -126,6 +127,8 @@ private:
     void showList2();
 
     // form1_tools.cpp: the other windows
+    void menuSetup_Click();
+    void Command12_Click();
     void menuAbout_Click();
     void MenuFileExit_Click();
 
@@ -139,6 +142,7 @@ private:
     qint32 m_selected = -1;
     int m_loadedRow = 0; ///< the grid row that the form was filled from; 0 after a refill
     bool m_decimalComma = false;
+    QPointer<ScratchPad> m_scratchPad;
 
     QLabel *m_status = nullptr;
     QLabel *m_proclogs = nullptr;

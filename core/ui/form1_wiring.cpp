@@ -62,6 +62,8 @@ void Form1::wireMenus()
 {
     on(m_ui->MenuFileExit, &Form1::MenuFileExit_Click);
     on(m_ui->menuToolsFind, &Form1::menuToolsFind_Click);
+    on(m_ui->Command12, &Form1::Command12_Click);
+    on(m_ui->menuSetup, &Form1::menuSetup_Click);
     on(m_ui->menuAbout, &Form1::menuAbout_Click);
 
     const auto shortcut = [this](const QKeySequence &keys, auto work) {
