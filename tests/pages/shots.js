@@ -45,10 +45,11 @@ for (const [size, options] of Object.entries(sizes)) {
     await close();
   }
 }
-const { page } = await browser.newPage();
+const { page } = await browser.newPage({ viewport: { width: 1030, height: 720 } });
 for (const name of ['index', 'month']) {
   await page.goto(new URL(shots[name].address, server.address).href);
-  await page.pdf({ path: join(target, `${name}.pdf`), preferCSSPageSize: true });
+  await page.emulateMedia({ media: 'print' });
+  await page.screenshot({ path: join(target, `${name}-print.png`) });
 }
 await browser.close();
 await server.close();

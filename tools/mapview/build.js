@@ -11,7 +11,11 @@ const packageOf = (name) => JSON.parse(read(`node_modules/${name}/package.json`)
 const sources = ['bytes', 'dom', 'geo', 'kml', 'world', 'card', 'map', 'list', 'page'];
 
 function joinSources() {
-  const parts = sources.map((name) => read(`src/${name}.js`).replace(/^import .*\n/gm, '').replace(/^export /gm, ''));
+  const texts = sources.map((name) => read(`src/${name}.js`));
+  const names = texts.flatMap((text) => [...text.matchAll(/^(?:export )?(?:async )?(?:function|const|let|class) (\w+)/gm)].map((match) => match[1]));
+  const twice = names.filter((name, i) => names.indexOf(name) !== i);
+  if (twice.length > 0) throw new Error(`declared in two files: ${twice.join(', ')}`);
+  const parts = texts.map((text) => text.replace(/^import .*\n/gm, '').replace(/^export /gm, ''));
   return `(() => {\n'use strict';\n\n${parts.join('\n')}\n})();\n`;
 }
 

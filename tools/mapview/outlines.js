@@ -16,16 +16,20 @@ export function outlines(topology) {
 }
 
 function ringPoints(ring, { transform, arcs }) {
-  return ring.flatMap((index) => {
+  const points = ring.flatMap((index) => {
     let x = 0;
     let y = 0;
-    const points = arcs[index < 0 ? ~index : index].map(([dx, dy]) => {
+    const line = arcs[index < 0 ? ~index : index].map(([dx, dy]) => {
       x += dx;
       y += dy;
       return [x * transform.scale[0] + transform.translate[0], y * transform.scale[1] + transform.translate[1]];
     });
-    return index < 0 ? points.reverse() : points;
+    return index < 0 ? line.reverse() : line;
   });
+  // Beyond the date line longitudes go on past 180.
+  const turns = points.map(([lon], i) => (i > 0 ? -Math.round((lon - points[i - 1][0]) / 360) : 0));
+  let turn = 0;
+  return points.map(([lon, lat], i) => [lon + 360 * (turn += turns[i]), lat]);
 }
 
 // On the map, one degree of latitude is 1 / cos(latitude) degrees of longitude long.

@@ -11,13 +11,13 @@ const defaultColour = '#ffaa00';
 export function createMap(container, world, choose) {
   const still = matchMedia('(prefers-reduced-motion: reduce)').matches;
   const map = L.map(container, {
-    minZoom: 2, maxZoom: 11, zoomControl: false, attributionControl: false, worldCopyJump: false,
+    minZoom: 2, maxZoom: 11, zoomControl: false, attributionControl: false, maxBounds: [[-85.05, -215], [85.05, 215]],
     zoomAnimation: !still, fadeAnimation: !still, markerZoomAnimation: !still,
   }).setView([50, 10], 4);
-  L.control.zoom({ position: 'bottomright' }).addTo(map);
   L.control.scale({ position: 'bottomleft' }).addTo(map);
   L.control.attribution({ prefix: '<a href="https://leafletjs.com">Leaflet</a>' })
     .addAttribution('Outlines: Natural Earth').addTo(map);
+  L.control.zoom({ position: 'bottomright' }).addTo(map);
 
   const state = {
     map,
@@ -143,7 +143,8 @@ export function placeHome(state, home) {
 export function openPopup(state, transmitter, content, closer) {
   const place = [transmitter.position.lat, transmitter.position.lon];
   if (closer) state.map.setView(place, Math.max(state.map.getZoom(), 6), { animate: false });
-  L.popup({ maxWidth: 360, minWidth: 220, autoPanPadding: [16, 16] }).setLatLng(place).setContent(content).openOn(state.map);
+  const maxWidth = Math.min(400, state.map.getSize().x - 64);
+  L.popup({ maxWidth, minWidth: Math.min(240, maxWidth), autoPanPadding: [16, 24] }).setLatLng(place).setContent(content).openOn(state.map);
   state.path.clearLayers();
   if (!state.homePosition) return;
   L.polyline(greatCircle(state.homePosition, transmitter.position), {

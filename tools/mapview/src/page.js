@@ -34,9 +34,14 @@ function choose(transmitter, closer) {
     openPopup(map, transmitter, card, closer);
     return;
   }
-  map.map.closePopup();
+  closeCards();
   byId('unplacedcard').replaceChildren(card);
   byId('unplaced').hidden = false;
+}
+
+function closeCards() {
+  map.map.closePopup();
+  byId('unplaced').hidden = true;
 }
 
 function show(name, bytes) {
@@ -159,7 +164,8 @@ function start() {
   connectFiles();
   connectTiles();
   byId('panelbutton').addEventListener('click', () => showPanel(!document.body.classList.contains('listed')));
-  byId('unplacedclose').addEventListener('click', () => { byId('unplaced').hidden = true; });
+  byId('unplacedclose').addEventListener('click', closeCards);
+  addEventListener('keydown', (event) => { if (event.key === 'Escape') closeCards(); });
   byId('fit').addEventListener('click', () => fitToData(map));
   home = parsePosition(queryValue(location.search, 'home', codePage) ?? setting('home'));
   if (home) placeHome(map, home);
