@@ -55,10 +55,11 @@ function rowNode(transmitter, km, i) {
 }
 
 function applyOrder(state) {
-  const byName = (a, b) => a.transmitter.name.localeCompare(b.transmitter.name);
+  const { compare } = new Intl.Collator(undefined, { numeric: true });
+  const byName = (a, b) => compare(a.transmitter.name, b.transmitter.name);
   const orders = {
     name: byName,
-    country: (a, b) => a.transmitter.country.localeCompare(b.transmitter.country) || byName(a, b),
+    country: (a, b) => compare(a.transmitter.country, b.transmitter.country) || byName(a, b),
     receptions: (a, b) => b.transmitter.receptions.length - a.transmitter.receptions.length || byName(a, b),
     distance: (a, b) => (b.km ?? -1) - (a.km ?? -1) || byName(a, b),
   };

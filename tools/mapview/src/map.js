@@ -11,7 +11,7 @@ const defaultColour = '#ffaa00';
 export function createMap(container, world, choose) {
   const still = matchMedia('(prefers-reduced-motion: reduce)').matches;
   const map = L.map(container, {
-    minZoom: 2, maxZoom: 11, zoomControl: false, attributionControl: false, maxBounds: [[-85.05, -215], [85.05, 215]],
+    minZoom: 1, maxZoom: 11, zoomControl: false, attributionControl: false, maxBounds: [[-85.05, -215], [85.05, 215]],
     zoomAnimation: !still, fadeAnimation: !still, markerZoomAnimation: !still,
   }).setView([50, 10], 4);
   L.control.scale({ position: 'bottomleft' }).addTo(map);

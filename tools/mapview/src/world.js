@@ -48,7 +48,7 @@ function continuous(line) {
 // The coast that goes round the pole ends a whole turn from where it began.
 function closeAtPole(ring) {
   const [first, last] = [ring[0], ring[ring.length - 1]];
-  return Math.abs(last[1] - first[1]) > 180 ? [...ring, [-90, last[1]], [-90, first[1]]] : ring;
+  return Math.abs(last[1] - first[1]) > 180 ? [...ring, [-90, last[1]], [-90, first[1]], first] : ring;
 }
 
 // What reaches over the date line is drawn at both edges of the map.
