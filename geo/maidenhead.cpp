@@ -13,7 +13,11 @@ constexpr qsizetype locatorLength = 6;
 
 QString significantPart(const QString &text)
 {
-    return text.trimmed().left(locatorLength).toUpper();
+    QString part = text.trimmed().left(locatorLength);
+    for (QChar &c : part) {
+        c = c >= u'a' && c <= u'z' ? c.toUpper() : c;
+    }
+    return part;
 }
 
 bool isLetter(QChar c)
