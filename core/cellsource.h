@@ -1,26 +1,12 @@
 #pragma once
 
+#include "core/gridrows.h"
+
 #include <QString>
 
 namespace quillon {
 
-/// The columns of the log grid, from left to right.
-enum LogColumn : int {
-    DateTimeColumn,
-    PiCodeColumn,
-    FreqColumn,
-    RdsNameColumn,
-    CountryColumn,
-    TransmitterColumn,
-    DistColumn,
-    PowerColumn,
-    NotesColumn,
-    PropColumn,
-    FmlistColumn,
-    UidColumn,
-};
-
-/// A table of texts such as the log grid: what the exports read.
+/// The cells of the log grid, as whoever reads the grid without being a window sees them.
 class CellSource
 {
 public:
@@ -32,7 +18,7 @@ public:
     /// Number of rows, the header (row 0) included.
     [[nodiscard]] virtual int rows() const = 0;
     /// The text of a cell as it is shown, `row` from 0 to rows() - 1.
-    [[nodiscard]] virtual QString text(int row, int column) const = 0;
+    [[nodiscard]] virtual QString text(int row, GridColumn column) const = 0;
 };
 
 } // namespace quillon

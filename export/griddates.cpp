@@ -17,7 +17,7 @@ DateTime GridDates::at(int row)
     std::optional<DateTime> &date = m_dates[static_cast<std::size_t>(row)];
     if (!date) {
         date = toDateTime(
-            m_grid.text(row, DateTimeColumn), m_readNames, u"Exporting row %1 of the log"_s.arg(row));
+            m_grid.text(row, GridColumn::DateTime), m_readNames, u"Exporting row %1 of the log"_s.arg(row));
     }
     return *date;
 }

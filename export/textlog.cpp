@@ -33,15 +33,15 @@ QString distanceText(const QString &dist, bool inMiles)
 
 QString receptionLine(const CellSource &grid, int row, DateTime moment, bool inMiles)
 {
-    const QString freq = grid.text(row, FreqColumn);
-    const QString rdsName = orUnknown(grid.text(row, RdsNameColumn), "????????"_L1);
-    const QString piCode = orUnknown(grid.text(row, PiCodeColumn), "????"_L1);
-    const QString transmitter = orUnknown(grid.text(row, TransmitterColumn), "???"_L1);
-    const QString country = orUnknown(grid.text(row, CountryColumn), "???"_L1);
+    const QString freq = grid.text(row, GridColumn::Freq);
+    const QString rdsName = orUnknown(grid.text(row, GridColumn::RdsName), "????????"_L1);
+    const QString piCode = orUnknown(grid.text(row, GridColumn::PiCode), "????"_L1);
+    const QString transmitter = orUnknown(grid.text(row, GridColumn::Transmitter), "???"_L1);
+    const QString country = orUnknown(grid.text(row, GridColumn::Country), "???"_L1);
     return formatted(moment, u"hh:nn", {}) + u"z "_s
         + leftAligned(freq.contains(u'.') ? freq : freq + u".0"_s, 5) + u' ' + leftAligned(country, 3) + u' '
         + leftAligned(rdsName, 8) + u' ' + leftAligned(piCode, 4) + u' ' + transmitter + u' '
-        + distanceText(grid.text(row, DistColumn), inMiles);
+        + distanceText(grid.text(row, GridColumn::Dist), inMiles);
 }
 
 } // namespace
@@ -70,7 +70,7 @@ QByteArray textLog(const CellSource &grid, const TextLogRange &range, const Regi
             continue;
         }
         const QString day = formatted(moment, u"dd-mmm-yyyy", months);
-        const QString prop = grid.text(row, PropColumn);
+        const QString prop = grid.text(row, GridColumn::Prop);
         if (day != previousDay || prop != previousProp) {
             previousDay = day;
             previousProp = prop;

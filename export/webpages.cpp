@@ -42,11 +42,6 @@ QString pageDirectory(const QString &applicationDir)
     return path;
 }
 
-QString versionText(const QVersionNumber &version)
-{
-    return u"V%1.%2.%3"_s.arg(version.majorVersion()).arg(version.minorVersion()).arg(version.microVersion());
-}
-
 // One run of the export.
 class SiteWriter
 {
@@ -71,7 +66,7 @@ public:
         const std::array placeholders {
             Placeholder {"$CALLSIGN"_ba, m_codePage.encode(m_site.callsign)},
             Placeholder {"$TOTAL"_ba, QByteArray::number(m_site.log.count())},
-            Placeholder {"$VERSION"_ba, versionText(m_site.version).toLatin1()},
+            Placeholder {"$VERSION"_ba, m_codePage.encode(m_site.version)},
             Placeholder {"$GENERATED"_ba, generalText(m_site.now).toLatin1()},
         };
         const QByteArray page = fillTemplate(templateText(u"quillon_index.template"_s), placeholders,
@@ -136,7 +131,7 @@ private:
         MonthCounts counts;
         const QByteArray page = fillTemplate(*m_monthTemplate, placeholders, [&](QByteArray &out) {
             for (const int row : m_dates.rowsOf(month)) {
-                counts.count(m_site.grid.text(row, PropColumn));
+                counts.count(m_site.grid.text(row, GridColumn::Prop));
                 appendTableRow(
                     out, receptionCells(m_site.grid, row, m_dates.at(row), m_months, m_codePage), m_codePage);
             }

@@ -7,7 +7,6 @@
 #include "txdb/transmitters.h"
 
 #include <QString>
-#include <QVersionNumber>
 
 namespace quillon {
 
@@ -18,7 +17,7 @@ struct WebSite
     const Logbook &log; ///< for the total and the KML files
     const TransmitterList &transmitters;
     QString callsign;
-    QVersionNumber version; ///< of the program, three numbers
+    QString version; ///< of the program, for instance "V1.0.0"
     DateTime now; ///< told as the time of making
 };
 

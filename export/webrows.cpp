@@ -43,18 +43,18 @@ void appendTableRow(QByteArray &page, const QStringList &cells, const CodePage &
 QStringList receptionCells(
     const CellSource &grid, int row, DateTime moment, const MonthNames &months, const CodePage &codePage)
 {
-    const auto cell = [&](int column) { return blankCell(grid.text(row, column)); };
+    const auto cell = [&](GridColumn column) { return blankCell(grid.text(row, column)); };
     return {
         formatted(moment, logDatePattern, months),
-        cell(PiCodeColumn),
-        cell(FreqColumn),
-        cell(RdsNameColumn),
-        cell(CountryColumn),
-        blankCell(W3CEncode(grid.text(row, TransmitterColumn), codePage)),
-        cell(DistColumn),
-        cell(PowerColumn),
-        blankCell(grid.text(row, NotesColumn).replace("\r\n"_L1, "<br>"_L1)),
-        cell(PropColumn),
+        cell(GridColumn::PiCode),
+        cell(GridColumn::Freq),
+        cell(GridColumn::RdsName),
+        cell(GridColumn::Country),
+        blankCell(W3CEncode(grid.text(row, GridColumn::Transmitter), codePage)),
+        cell(GridColumn::Dist),
+        cell(GridColumn::Power),
+        blankCell(grid.text(row, GridColumn::Notes).replace("\r\n"_L1, "<br>"_L1)),
+        cell(GridColumn::Prop),
     };
 }
 

@@ -12,14 +12,13 @@
 #include <QLocale>
 #include <QStringList>
 
-#include <algorithm>
 #include <cerrno>
 
 namespace quillon::test {
 
 using namespace Qt::StringLiterals;
 
-/// A grid of fixed texts under a header row.
+/// A grid of fixed texts under a header row; data rows hold the first ten columns.
 class TableGrid : public CellSource
 {
 public:
@@ -30,10 +29,10 @@ public:
     }
 
     [[nodiscard]] int rows() const override { return static_cast<int>(m_rows.size()) + 1; }
-    [[nodiscard]] QString text(int row, int column) const override
+    [[nodiscard]] QString text(int row, GridColumn column) const override
     {
         ++m_reads;
-        return row == 0 ? u"header"_s : m_rows.at(row - 1).at(column);
+        return row == 0 ? u"header"_s : m_rows.at(row - 1).at(static_cast<int>(column));
     }
     [[nodiscard]] qint64 reads() const { return m_reads; }
 
@@ -42,15 +41,12 @@ private:
     mutable qint64 m_reads = 0;
 };
 
-/// The rows of the log as the program shows them: in order of time, line breaks of the notes as blanks.
-inline QList<QStringList> gridRows(const Logbook &log)
+/// The data rows that the log grid shows.
+inline QList<QStringList> shownRows(const Logbook &log)
 {
-    std::vector<LogEntry> entries(log.begin(), log.end());
-    std::ranges::stable_sort(entries, {}, &LogEntry::dateTime);
     QList<QStringList> rows;
-    for (const LogEntry &e : entries) {
-        rows.append({generalText(e.dateTime), e.piCode, e.freq, e.rdsName, e.country, e.transmitter, e.dist,
-            e.power, QString(e.notes).replace("\r\n"_L1, " "_L1), e.prop});
+    for (const GridRow &row : gridRows(log)) {
+        rows.append(QStringList(row.cells.begin(), row.cells.begin() + 10));
     }
     return rows;
 }

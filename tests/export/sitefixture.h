@@ -28,14 +28,13 @@ struct Site
     }
 
     explicit Site(const Logbook &siteLog)
-        : Site(siteLog, sampleTransmitters(), gridRows(siteLog))
+        : Site(siteLog, sampleTransmitters(), shownRows(siteLog))
     {
     }
 
     QString write(FileCalls &calls = FileCalls::real()) const
     {
-        const WebSite site {
-            grid, log, transmitters, u"DL1ABC"_s, QVersionNumber(1, 0, 12), at(u"01/02/2012 03:04:05"_s)};
+        const WebSite site {grid, log, transmitters, u"DL1ABC"_s, u"V1.0.12"_s, at(u"01/02/2012 03:04:05"_s)};
         return exportWebPages(directory.path(), site, regional, calls);
     }
 

@@ -214,8 +214,7 @@ private Q_SLOTS:
     {
         Site site = siteOfRows({});
         site.directory.write(u"quillon_index.template"_s, "$CALLSIGN");
-        const WebSite source {
-            site.grid, site.log, site.transmitters, u"Ö<$TOTAL>"_s, QVersionNumber(1, 0, 0), {}};
+        const WebSite source {site.grid, site.log, site.transmitters, u"Ö<$TOTAL>"_s, u"V1.0.0"_s, {}};
         exportWebPages(site.directory.path(), source, site.regional);
         QCOMPARE(site.page(u"quillon_logindex.htm"_s), "\xD6<$TOTAL>\r\n"_ba.replace("$TOTAL", "7"));
     }
