@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/cellsource.h"
 #include "core/gridrows.h"
 
 #include <QString>
@@ -13,7 +14,7 @@ class GridModel;
 
 /// The log grid. Row 0 is the fixed header row, the receptions are rows 1 to rows() - 1; 0 as the current row
 /// means that none is.
-class Grid : public QTableView
+class Grid : public QTableView, public CellSource
 {
     Q_OBJECT
 
@@ -26,10 +27,10 @@ public:
     void fill(std::vector<GridRow> rows);
 
     /// Number of rows, header included.
-    [[nodiscard]] int rows() const;
+    [[nodiscard]] int rows() const override;
     /// The text of a cell; of the header in row 0. Throws "Subscript out of range".
     [[nodiscard]] QString text(int row, int column) const;
-    [[nodiscard]] QString text(int row, GridColumn column) const
+    [[nodiscard]] QString text(int row, GridColumn column) const override
     {
         return text(row, static_cast<int>(column));
     }
