@@ -126,7 +126,14 @@ private:
     void showList1();
     void showList2();
 
-    // form1_tools.cpp: the other windows
+    // form1_export.cpp: KML, web pages, text
+    void menuExportGoogleTX_Click();
+    void menuExportGoogleLog_Click();
+    void menuExportWebPage_Click();
+    void menuExportEmail_Click();
+
+    // form1_tools.cpp: distances and the other windows
+    void Command10_Click();
     void menuSetup_Click();
     void Command12_Click();
     void menuAbout_Click();

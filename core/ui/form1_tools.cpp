@@ -1,10 +1,29 @@
 #include "core/ui/form1.h"
 
+#include "txdb/distances.h"
+#include "ui/busypointer.h"
 #include "ui/form2.h"
 #include "ui/frmsplash.h"
+#include "ui/messages.h"
 #include "ui/scratchpad.h"
 
 namespace quillon {
+
+using namespace Qt::StringLiterals;
+
+// Re-Calculate Distances.
+void Form1::Command10_Click()
+{
+    if (!homeIsSet(m_config.settings())) {
+        showMessage(this, u"Home Location not set, go to setup to configure"_s);
+        return;
+    }
+    const BusyPointer busy;
+    recalculateDistances(m_transmitters, m_log, m_config.settings(), m_decimalComma);
+    saveTransmitterList();
+    populateGrid();
+    saveLogbook();
+}
 
 // Setup.
 void Form1::menuSetup_Click()

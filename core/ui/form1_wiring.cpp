@@ -62,6 +62,11 @@ void Form1::wireMenus()
 {
     on(m_ui->MenuFileExit, &Form1::MenuFileExit_Click);
     on(m_ui->menuToolsFind, &Form1::menuToolsFind_Click);
+    on(m_ui->menuExportGoogleTX, &Form1::menuExportGoogleTX_Click);
+    on(m_ui->menuExportGoogleLog, &Form1::menuExportGoogleLog_Click);
+    on(m_ui->menuExportWebPage, &Form1::menuExportWebPage_Click);
+    on(m_ui->menuExportEmail, &Form1::menuExportEmail_Click);
+    on(m_ui->Command10, &Form1::Command10_Click);
     on(m_ui->Command12, &Form1::Command12_Click);
     on(m_ui->menuSetup, &Form1::menuSetup_Click);
     on(m_ui->menuAbout, &Form1::menuAbout_Click);
