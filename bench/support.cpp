@@ -45,10 +45,10 @@ QByteArray lineOf(int number, std::mt19937 &random, DateTime moment)
         : QByteArray();
     const bool sent = number % 3 == 0;
     const QByteArray uid = sent ? QByteArray::number(1'000'000 + station * 37) : QByteArray();
-    const QByteArray line = piCode + '|' + generalText(moment).toLatin1() + '|'
-        + modes[random() % modes.size()] + '|' + freq + '|' + site.name + '|' + site.country + '|' + notes
-        + '|' + name + '|' + QByteArray::number(1 + station % 100) + '|' + site.distance + '|'
-        + (sent ? "fml=sent#" : "") + '|' + uid + "|\r\n"_ba;
+    QByteArray line = piCode + '|' + generalText(moment).toLatin1() + '|' + modes[random() % modes.size()]
+        + '|' + freq + '|' + site.name + '|' + site.country + '|' + notes + '|' + name + '|'
+        + QByteArray::number(1 + station % 100) + '|' + site.distance + '|' + (sent ? "fml=sent#" : "") + '|'
+        + uid + "|\r\n"_ba;
     return line;
 }
 

@@ -95,7 +95,8 @@ std::optional<DateTime> fromCivil(const CivilTime &civil)
         return std::nullopt;
     }
     const qint64 days = sys_days {date}.time_since_epoch().count();
-    return DateTime {days * secondsPerDay + civil.hour * 3600 + civil.minute * 60 + civil.second};
+    return DateTime {
+        days * secondsPerDay + qint64(civil.hour) * 3600 + qint64(civil.minute) * 60 + civil.second};
 }
 
 CivilTime civil(DateTime moment)

@@ -134,7 +134,9 @@ private Q_SLOTS:
         QFETCH(QString, left);
         QFETCH(QString, right);
         QFETCH(int, order);
-        const auto sign = [](std::weak_ordering value) { return value < 0 ? -1 : value > 0 ? 1 : 0; };
+        const auto sign = [](std::weak_ordering value) {
+            return std::is_lt(value) ? -1 : std::is_gt(value) ? 1 : 0;
+        };
         QCOMPARE(sign(genericOrder(left, right)), order);
         QCOMPARE(sign(genericOrder(right, left)), -order);
         QCOMPARE(sign(genericOrder(left, left)), 0);

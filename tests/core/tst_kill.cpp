@@ -34,7 +34,7 @@ Logbook logOf(bool second)
     for (int i = 0; i < entryCount; ++i) {
         LogEntry entry;
         entry.piCode = QString::number(0x1000 + i % 0xE000, 16).toUpper();
-        entry.dateTime = DateTime {first.seconds + i * 617};
+        entry.dateTime = DateTime {first.seconds + qint64(i) * 617};
         entry.prop = u"Es"_s;
         entry.freq = u"%1.%2"_s.arg(88 + i % 20).arg(i % 10);
         entry.transmitter = u"Mühlacker"_s;

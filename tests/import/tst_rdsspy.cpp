@@ -119,7 +119,8 @@ private Q_SLOTS:
         QTest::addColumn<bool>("valid");
         QTest::newRow("offered form") << u"12/06/2010"_s << true;
         QTest::newRow("year first") << u"2010-06-12"_s << true;
-        QTest::newRow("month by name") << u"12 june 2010"_s << true;
+        QTest::newRow("month by name") << u"12-june-2010"_s << true;
+        QTest::newRow("blanks between") << u"12 june 2010"_s << false;
         QTest::newRow("dots") << u"12.6.10"_s << true;
         QTest::newRow("blanks around") << u" 12/06/2010 "_s << true;
         QTest::newRow("word") << u"yesterday"_s << false;

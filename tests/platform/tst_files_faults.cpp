@@ -190,12 +190,12 @@ private Q_SLOTS:
         const QString path = home.file(u"log"_s);
         const int code = exitCodeOf([&] {
             std::signal(SIGXFSZ, SIG_IGN);
-            const rlimit limit {64 * 1024, 64 * 1024};
+            const rlimit limit {rlim_t(65'536), rlim_t(65'536)};
             if (::setrlimit(RLIMIT_FSIZE, &limit) != 0) {
                 return 10;
             }
             try {
-                writeFile(path, QByteArray(1024 * 1024, 'x'));
+                writeFile(path, QByteArray(1'000'000, 'x'));
             } catch (const RuntimeError &error) {
                 return error.doing().contains(path) ? 0 : 11;
             }
