@@ -57,6 +57,8 @@ Dialog::Dialog(const Settings &settings, QWidget *parent)
 {
     ui->setupUi(this);
     setAttribute(Qt::WA_DeleteOnClose);
+    // The fields of all three frames begin at one edge.
+    ui->locatorLabel->setMinimumWidth(ui->longitudeLabel->sizeHint().width());
     const bool home = showsHome(settings);
     ui->Text12->setText(home ? settings.homeLatitude : sampleLatitude.toString());
     ui->Text9->setText(home ? settings.homeLongitude : sampleLongitude.toString());
