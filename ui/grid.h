@@ -1,0 +1,103 @@
+#pragma once
+
+#include "core/cellsource.h"
+#include "core/gridrows.h"
+
+#include <QString>
+#include <QTableView>
+
+#include <vector>
+
+namespace quillon {
+
+class GridModel;
+
+/// The log grid. Row 0 is the fixed header row, the receptions are rows 1 to rows() - 1; 0 as the current row
+/// means that none is.
+class Grid : public QTableView, public CellSource
+{
+    Q_OBJECT
+
+public:
+    explicit Grid(QWidget *parent = nullptr);
+
+    /// Gives the columns the widths of their format, never less than their headings and usual texts need.
+    void writeGridHeader();
+    /// Replaces all rows. No row is current afterwards.
+    void fill(std::vector<GridRow> rows);
+
+    /// Number of rows, header included.
+    [[nodiscard]] int rows() const override;
+    /// The text of a cell; of the header in row 0. Throws "Subscript out of range".
+    [[nodiscard]] QString text(int row, int column) const;
+    [[nodiscard]] QString text(int row, GridColumn column) const override
+    {
+        return text(row, static_cast<int>(column));
+    }
+    void setText(int row, GridColumn column, const QString &text);
+
+    [[nodiscard]] int row() const;
+    /// Makes a row current and highlights the whole of it. Says nothing to rowChosen.
+    void setRow(int row);
+    [[nodiscard]] int topRow() const;
+    /// Scrolls so that the row is the top visible one, as far as the rows below allow.
+    void setTopRow(int row);
+    /// Scrolls as little as is needed to show the row.
+    void showRow(int row);
+
+    /// Number of the row made from that entry; 0 when there is none.
+    [[nodiscard]] int rowOfEntry(qint32 entry) const;
+
+    /// Sorts ascending by the texts of a column, numbers as numbers; the current row stays the same
+    /// reception.
+    void sortGridByColumn(int column);
+    /// Sorts ascending by Date/Time.
+    void sortByDate();
+
+    /// What an empty grid says.
+    void setEmptyText(const QString &text);
+
+Q_SIGNALS:
+    /// The user made a row current, by mouse or keyboard.
+    void rowChosen(int row);
+    /// The user clicked a heading.
+    void headerClicked(int column);
+
+protected:
+    void currentChanged(const QModelIndex &current, const QModelIndex &previous) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+
+private:
+    void permute(const std::vector<int> &positions);
+    void fitNotes();
+
+    GridModel *m_model;
+    QString m_emptyText;
+    bool m_byProgram = false;
+    bool m_changed = false;
+    int m_notesWidth = 0; ///< what the Notes column needs; it gets what the window has to spare
+};
+
+/// Keeps a widget from drawing, as long as it lives.
+class RedrawOff
+{
+public:
+    explicit RedrawOff(QWidget &widget)
+        : m_widget(widget)
+        , m_before(widget.updatesEnabled())
+    {
+        m_widget.setUpdatesEnabled(false);
+    }
+    ~RedrawOff() { m_widget.setUpdatesEnabled(m_before); }
+    RedrawOff(const RedrawOff &) = delete;
+    RedrawOff &operator=(const RedrawOff &) = delete;
+
+private:
+    QWidget &m_widget;
+    bool m_before;
+};
+
+} // namespace quillon

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QString>
+
+class QWidget;
+
+namespace quillon {
+
+class RuntimeError;
+
+/// Shows a message with an OK button. Without a title the program's name stands there.
+void showMessage(QWidget *parent, const QString &text, const QString &title = {});
+
+/// Asks a question with Yes and No; "No" is the default. True for "Yes".
+[[nodiscard]] bool askYesNo(QWidget *parent, const QString &text, const QString &title);
+
+/// Asks for a text. The answer, empty when cancelled.
+[[nodiscard]] QString inputBox(
+    QWidget *parent, const QString &prompt, const QString &title, const QString &defaultText = {});
+
+/// Shows a run-time error.
+void showRuntimeError(QWidget *parent, const RuntimeError &error);
+
+} // namespace quillon

@@ -1,0 +1,113 @@
+#include "ui/resultlist.h"
+
+#include "platform/runtimeerror.h"
+#include "ui/resultmodel.h"
+#include "ui/tablelook.h"
+
+#include <QHeaderView>
+#include <QKeyEvent>
+
+#include <algorithm>
+
+namespace quillon {
+
+using namespace Qt::StringLiterals;
+
+ResultList::ResultList(QWidget *parent)
+    : QTableView(parent)
+    , m_model(new ResultModel(this))
+{
+    setModel(m_model);
+    setTableLook(*this);
+    horizontalHeader()->setStretchLastSection(true);
+    connect(horizontalHeader(), &QHeaderView::sectionClicked, this, &ResultList::sortByColumn);
+    connect(this, &QTableView::doubleClicked, this,
+        [this](const QModelIndex &index) { Q_EMIT lineActivated(index.row()); });
+}
+
+void ResultList::setHeadings(const QList<ResultHeading> &headings)
+{
+    constexpr int padding = 14;
+    m_model->setHeadings(headings);
+    for (int column = 0; column < headings.size(); ++column) {
+        const ResultHeading &heading = headings.at(column);
+        setColumnWidth(column,
+            padding
+                + std::max(fontMetrics().horizontalAdvance(heading.usualText),
+                    horizontalHeader()->fontMetrics().horizontalAdvance(heading.caption)));
+    }
+}
+
+void ResultList::clear()
+{
+    m_model->setLines({});
+}
+
+void ResultList::setLines(const QStringList &lines)
+{
+    m_model->setLines(lines);
+}
+
+void ResultList::addItem(const QString &line)
+{
+    m_model->addLine(line);
+}
+
+int ResultList::count() const
+{
+    return m_model->rowCount();
+}
+
+QString ResultList::text(int line) const
+{
+    if (line < 0 || line >= count()) {
+        throw RuntimeError(ErrorName::SubscriptOutOfRange, u"The list has no line %1"_s.arg(line));
+    }
+    return m_model->lines().at(line);
+}
+
+int ResultList::listIndex() const
+{
+    return currentIndex().isValid() ? currentIndex().row() : -1;
+}
+
+void ResultList::setListIndex(int line)
+{
+    const QModelIndex index = m_model->index(line, 0);
+    if (index.isValid()) {
+        selectionModel()->setCurrentIndex(
+            index, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+        scrollTo(index);
+    } else {
+        selectionModel()->clear();
+    }
+}
+
+void ResultList::setEmptyText(const QString &text)
+{
+    m_emptyText = text;
+    viewport()->update();
+}
+
+void ResultList::sortByColumn(int column)
+{
+    m_model->sortLines(column);
+}
+
+void ResultList::keyPressEvent(QKeyEvent *event)
+{
+    if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && listIndex() >= 0) {
+        event->accept();
+        Q_EMIT lineActivated(listIndex());
+        return;
+    }
+    QTableView::keyPressEvent(event);
+}
+
+void ResultList::paintEvent(QPaintEvent *event)
+{
+    QTableView::paintEvent(event);
+    paintEmptyText(*this, m_emptyText);
+}
+
+} // namespace quillon

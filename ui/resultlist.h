@@ -1,0 +1,57 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <QTableView>
+
+namespace quillon {
+
+class ResultModel;
+
+/// A heading of a result list, and a text as wide as the column's usual ones.
+struct ResultHeading
+{
+    QString caption;
+    QString usualText;
+    bool centred = false;
+};
+
+/// A list of result lines: fields joined by tabs, shown in columns with headings. Lines count from 0.
+class ResultList : public QTableView
+{
+    Q_OBJECT
+
+public:
+    explicit ResultList(QWidget *parent = nullptr);
+
+    void setHeadings(const QList<ResultHeading> &headings);
+    void clear();
+    void setLines(const QStringList &lines);
+    void addItem(const QString &line);
+
+    [[nodiscard]] int count() const;
+    /// The line as it was given, tabs and all. Throws "Subscript out of range".
+    [[nodiscard]] QString text(int line) const;
+    /// The highlighted line, -1 when none is.
+    [[nodiscard]] int listIndex() const;
+    void setListIndex(int line);
+
+    /// What an empty list says.
+    void setEmptyText(const QString &text);
+
+Q_SIGNALS:
+    /// The user double-clicked a line, or pressed Enter on it.
+    void lineActivated(int line);
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    void sortByColumn(int column);
+
+    ResultModel *m_model;
+    QString m_emptyText;
+};
+
+} // namespace quillon
