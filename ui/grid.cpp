@@ -49,6 +49,8 @@ void Grid::writeGridHeader()
             + padding;
         setColumnWidth(column, std::max(format.twips * logicalDpiX() / twipsPerInch, needed));
     }
+    m_notesWidth = columnWidth(static_cast<int>(GridColumn::Notes));
+    fitNotes();
 }
 
 void Grid::fill(std::vector<GridRow> rows)
@@ -211,9 +213,19 @@ void Grid::paintEvent(QPaintEvent *event)
     paintEmptyText(*this, m_emptyText);
 }
 
-QSize Grid::sizeHint() const
+void Grid::resizeEvent(QResizeEvent *event)
 {
-    return {QTableView::sizeHint().width(), 24 * verticalHeader()->defaultSectionSize()};
+    QTableView::resizeEvent(event);
+    fitNotes();
+}
+
+void Grid::fitNotes()
+{
+    constexpr int notes = static_cast<int>(GridColumn::Notes);
+    if (m_notesWidth > 0) {
+        const int others = horizontalHeader()->length() - columnWidth(notes);
+        setColumnWidth(notes, std::max(m_notesWidth, viewport()->width() - others));
+    }
 }
 
 } // namespace quillon

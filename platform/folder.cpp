@@ -1,0 +1,72 @@
+#include "platform/folder.h"
+
+#include "platform/runtimeerror.h"
+
+#include <QFile>
+#include <QStringDecoder>
+
+#include <algorithm>
+#include <cerrno>
+#include <dirent.h>
+#include <fcntl.h>
+#include <memory>
+#include <sys/stat.h>
+
+namespace quillon {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+struct CloseFolder
+{
+    void operator()(DIR *folder) const { ::closedir(folder); }
+};
+
+bool isFile(DIR *folder, const dirent &entry)
+{
+    if (entry.d_type != DT_UNKNOWN && entry.d_type != DT_LNK) {
+        return entry.d_type == DT_REG;
+    }
+    struct stat status
+    {
+    };
+    return ::fstatat(::dirfd(folder), entry.d_name, &status, 0) == 0 && S_ISREG(status.st_mode);
+}
+
+QString decodedName(QByteArrayView name, const CodePage &codePage)
+{
+    QStringDecoder utf8(QStringDecoder::Utf8);
+    const QString text = utf8(name);
+    return utf8.hasError() ? codePage.decode(name) : text.normalized(QString::NormalizationForm_C);
+}
+
+} // namespace
+
+QStringList fileNames(const QString &directory, const QString &ending, const CodePage &codePage)
+{
+    const std::unique_ptr<DIR, CloseFolder> folder(::opendir(QFile::encodeName(directory).constData()));
+    if (!folder) {
+        if (errno == ENOENT || errno == ENOTDIR) {
+            return {};
+        }
+        throw systemError(errno, u"Listing the folder "_s + directory);
+    }
+    QStringList names;
+    for (errno = 0; const dirent *entry = ::readdir(folder.get()); errno = 0) {
+        if (entry->d_name[0] == '.' || !isFile(folder.get(), *entry)) {
+            continue;
+        }
+        const QString name = decodedName(QByteArrayView(entry->d_name), codePage);
+        if (name.endsWith(ending, Qt::CaseInsensitive)) {
+            names += name;
+        }
+    }
+    if (errno != 0) {
+        throw systemError(errno, u"Listing the folder "_s + directory);
+    }
+    std::ranges::sort(names);
+    return names;
+}
+
+} // namespace quillon
