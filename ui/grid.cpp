@@ -131,6 +131,14 @@ int Grid::rowOfEntry(qint32 entry) const
     return found == m_model->rows().end() ? 0 : static_cast<int>(found - m_model->rows().begin()) + 1;
 }
 
+qint32 Grid::entryOfRow(int row) const
+{
+    if (row < 1 || row >= rows()) {
+        throw RuntimeError(ErrorName::SubscriptOutOfRange, u"The grid has no row %1"_s.arg(row));
+    }
+    return m_model->rows()[static_cast<std::size_t>(row - 1)].entry;
+}
+
 void Grid::sortGridByColumn(int column)
 {
     std::vector<QString> texts;

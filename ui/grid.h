@@ -47,6 +47,8 @@ public:
 
     /// Number of the row made from that entry; 0 when there is none.
     [[nodiscard]] int rowOfEntry(qint32 entry) const;
+    /// Number of the entry that a row was made from. Throws "Subscript out of range".
+    [[nodiscard]] qint32 entryOfRow(int row) const;
 
     /// Sorts ascending by the texts of a column, numbers as numbers; the current row stays the same
     /// reception.
