@@ -7,6 +7,7 @@
 
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QResizeEvent>
 #include <QScopedValueRollback>
 #include <QScrollBar>
 
@@ -195,6 +196,14 @@ void Grid::currentChanged(const QModelIndex &current, const QModelIndex &previou
     }
 }
 
+QItemSelectionModel::SelectionFlags Grid::selectionCommand(
+    const QModelIndex &index, const QEvent * /*event*/) const
+{
+    // The current row is the marked one, whatever keys are held.
+    return index.isValid() ? QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows
+                           : QItemSelectionModel::NoUpdate;
+}
+
 void Grid::mousePressEvent(QMouseEvent *event)
 {
     m_changed = false;
@@ -223,8 +232,14 @@ void Grid::paintEvent(QPaintEvent *event)
 
 void Grid::resizeEvent(QResizeEvent *event)
 {
+    const QRect current = visualRect(currentIndex());
+    const bool shown =
+        current.isValid() && current.top() >= 0 && current.bottom() < event->oldSize().height();
     QTableView::resizeEvent(event);
     fitNotes();
+    if (shown) {
+        showRow(row());
+    }
 }
 
 void Grid::fitNotes()
