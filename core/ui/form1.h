@@ -18,11 +18,11 @@ class QAction;
 class QLabel;
 class QProgressBar;
 
+namespace quillon {
+
 namespace Ui {
 class Form1;
 }
-
-namespace quillon {
 
 class ScratchPad;
 
@@ -134,6 +134,8 @@ private:
 
     // form1_tools.cpp: distances and the other windows
     void Command10_Click();
+    void menuToolsConverter_Click();
+    void menuStats_Click();
     void menuSetup_Click();
     void Command12_Click();
     void menuAbout_Click();

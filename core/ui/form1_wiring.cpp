@@ -67,6 +67,8 @@ void Form1::wireMenus()
     on(m_ui->menuExportWebPage, &Form1::menuExportWebPage_Click);
     on(m_ui->menuExportEmail, &Form1::menuExportEmail_Click);
     on(m_ui->Command10, &Form1::Command10_Click);
+    on(m_ui->menuToolsConverter, &Form1::menuToolsConverter_Click);
+    on(m_ui->menuStats, &Form1::menuStats_Click);
     on(m_ui->Command12, &Form1::Command12_Click);
     on(m_ui->menuSetup, &Form1::menuSetup_Click);
     on(m_ui->menuAbout, &Form1::menuAbout_Click);

@@ -170,6 +170,14 @@ private:
     int m_count = 0;
 };
 
+/// File calls that do not wait for the disk.
+class UnsyncedCalls : public FileCalls
+{
+public:
+    int sync(int) override { return 0; }
+    int syncDirectory(const QByteArray &) override { return 0; }
+};
+
 /// A golden file.
 inline QByteArray golden(const QString &name)
 {
