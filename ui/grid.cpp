@@ -49,6 +49,8 @@ void Grid::writeGridHeader()
             + padding;
         setColumnWidth(column, std::max(format.twips * logicalDpiX() / twipsPerInch, needed));
     }
+    m_notesWidth = columnWidth(static_cast<int>(GridColumn::Notes));
+    fitNotes();
 }
 
 void Grid::fill(std::vector<GridRow> rows)
@@ -126,6 +128,14 @@ int Grid::rowOfEntry(qint32 entry) const
 {
     const auto found = std::ranges::find(m_model->rows(), entry, &GridRow::entry);
     return found == m_model->rows().end() ? 0 : static_cast<int>(found - m_model->rows().begin()) + 1;
+}
+
+qint32 Grid::entryOfRow(int row) const
+{
+    if (row < 1 || row >= rows()) {
+        throw RuntimeError(ErrorName::SubscriptOutOfRange, u"The grid has no row %1"_s.arg(row));
+    }
+    return m_model->rows()[static_cast<std::size_t>(row - 1)].entry;
 }
 
 void Grid::sortGridByColumn(int column)
@@ -211,9 +221,19 @@ void Grid::paintEvent(QPaintEvent *event)
     paintEmptyText(*this, m_emptyText);
 }
 
-QSize Grid::sizeHint() const
+void Grid::resizeEvent(QResizeEvent *event)
 {
-    return {QTableView::sizeHint().width(), 24 * verticalHeader()->defaultSectionSize()};
+    QTableView::resizeEvent(event);
+    fitNotes();
+}
+
+void Grid::fitNotes()
+{
+    constexpr int notes = static_cast<int>(GridColumn::Notes);
+    if (m_notesWidth > 0) {
+        const int others = horizontalHeader()->length() - columnWidth(notes);
+        setColumnWidth(notes, std::max(m_notesWidth, viewport()->width() - others));
+    }
 }
 
 } // namespace quillon

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/cellsource.h"
 #include "core/gridrows.h"
 
 #include <QString>
@@ -13,7 +14,7 @@ class GridModel;
 
 /// The log grid. Row 0 is the fixed header row, the receptions are rows 1 to rows() - 1; 0 as the current row
 /// means that none is.
-class Grid : public QTableView
+class Grid : public QTableView, public CellSource
 {
     Q_OBJECT
 
@@ -26,10 +27,10 @@ public:
     void fill(std::vector<GridRow> rows);
 
     /// Number of rows, header included.
-    [[nodiscard]] int rows() const;
+    [[nodiscard]] int rows() const override;
     /// The text of a cell; of the header in row 0. Throws "Subscript out of range".
     [[nodiscard]] QString text(int row, int column) const;
-    [[nodiscard]] QString text(int row, GridColumn column) const
+    [[nodiscard]] QString text(int row, GridColumn column) const override
     {
         return text(row, static_cast<int>(column));
     }
@@ -46,6 +47,8 @@ public:
 
     /// Number of the row made from that entry; 0 when there is none.
     [[nodiscard]] int rowOfEntry(qint32 entry) const;
+    /// Number of the entry that a row was made from. Throws "Subscript out of range".
+    [[nodiscard]] qint32 entryOfRow(int row) const;
 
     /// Sorts ascending by the texts of a column, numbers as numbers; the current row stays the same
     /// reception.
@@ -67,15 +70,17 @@ protected:
     void mousePressEvent(QMouseEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
-    QSize sizeHint() const override;
+    void resizeEvent(QResizeEvent *event) override;
 
 private:
     void permute(const std::vector<int> &positions);
+    void fitNotes();
 
     GridModel *m_model;
     QString m_emptyText;
     bool m_byProgram = false;
     bool m_changed = false;
+    int m_notesWidth = 0; ///< what the Notes column needs; it gets what the window has to spare
 };
 
 /// Keeps a widget from drawing, as long as it lives.

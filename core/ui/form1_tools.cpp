@@ -1,0 +1,82 @@
+#include "core/ui/form1.h"
+
+#include "geo/ui/dialog.h"
+#include "stats/ui/logstats.h"
+#include "txdb/distances.h"
+#include "ui/busypointer.h"
+#include "ui/form2.h"
+#include "ui/frmsplash.h"
+#include "ui/messages.h"
+#include "ui/scratchpad.h"
+
+namespace quillon {
+
+using namespace Qt::StringLiterals;
+
+// Re-Calculate Distances.
+void Form1::Command10_Click()
+{
+    if (!homeIsSet(m_config.settings())) {
+        showMessage(this, u"Home Location not set, go to setup to configure"_s);
+        return;
+    }
+    const BusyPointer busy;
+    recalculateDistances(m_transmitters, m_log, m_config.settings(), m_decimalComma);
+    saveTransmitterList();
+    populateGrid();
+    saveLogbook();
+}
+
+// Converter.
+void Form1::menuToolsConverter_Click()
+{
+    auto *window = new Dialog(m_config.settings(), this);
+    connect(window, &Dialog::sendToLogBook, this, [this](const QString &latitude, const QString &longitude) {
+        m_ui->Text7->setText(latitude);
+        m_ui->Text10->setText(longitude);
+    });
+    window->show();
+}
+
+// Stats.
+void Form1::menuStats_Click()
+{
+    (new logStats(m_log, m_config.applicationDir(), this))->show();
+}
+
+// Setup.
+void Form1::menuSetup_Click()
+{
+    auto *window = new Form2(this, m_config);
+    connect(window, &Form2::saved, this, [this] {
+        showTitle();
+        populateGrid();
+    });
+    window->show();
+}
+
+// Scratch Pad.
+void Form1::Command12_Click()
+{
+    if (!m_scratchPad) {
+        m_scratchPad = new ScratchPad(this, m_config);
+    }
+    m_scratchPad->show();
+    m_scratchPad->raise();
+    m_scratchPad->activateWindow();
+    m_scratchPad->offerKeptNote();
+}
+
+// About.
+void Form1::menuAbout_Click()
+{
+    (new frmSplash(this, frmSplash::Use::About, m_config.settings().propagationUrl))->show();
+}
+
+// Exit: every change was saved when it was made.
+void Form1::MenuFileExit_Click()
+{
+    close();
+}
+
+} // namespace quillon

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "core/cellsource.h"
+#include "core/logbook.h"
+#include "platform/filecalls.h"
+#include "platform/regional.h"
+#include "txdb/transmitters.h"
+
+#include <QString>
+
+namespace quillon {
+
+/// What the web pages are made from.
+struct WebSite
+{
+    const CellSource &grid; ///< the log grid: the rows of the pages
+    const Logbook &log; ///< for the total and the KML files
+    const TransmitterList &transmitters;
+    QString callsign;
+    QString version; ///< of the program, for instance "V1.0.0"
+    DateTime now; ///< told as the time of making
+};
+
+/// Writes the web site into "html" in the application directory and returns the path of its index page, to be
+/// opened. In this order: the map viewer page is copied; for each month, as it is met from the last row up,
+/// its page and its KML file (removed when no reception of the month belongs to a transmitter); the index;
+/// the KML file of the whole log. A month is listed when a row of another month or row 1 follows it, so a
+/// month that begins at row 1 is not; a month that is met again is listed again.
+///
+/// Each file is written whole. Throws the run-time error of what failed: "File not found" with the path of a
+/// missing template or map viewer page, "Type mismatch" for a row without a date-time; the files written
+/// until then stay.
+QString exportWebPages(const QString &applicationDir, const WebSite &site, const Regional &regional,
+    FileCalls &calls = FileCalls::real());
+
+} // namespace quillon

@@ -1,0 +1,69 @@
+#pragma once
+
+#include "platform/codepage.h"
+#include "platform/numbers.h"
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+
+namespace quillon {
+
+/// What a search of FMList asks for, as the entry form holds it.
+struct SearchRequest
+{
+    QString frequency; ///< MHz, as typed
+    QString pi;
+    QString ps;
+};
+
+/// One transmitter that FMList knows. Numbers are texts by the locale, "-1" for what is no number.
+struct SearchResult
+{
+    QString frequency; ///< MHz, one decimal
+    QString pi;
+    QString ps;
+    QString country;
+    QString transmitter;
+    QString power; ///< kW, one decimal
+    QString latitude; ///< decimal degrees, four decimals
+    QString longitude; ///< decimal degrees, four decimals
+    QString uid; ///< identifier in FMList
+
+    bool operator==(const SearchResult &) const = default;
+};
+
+/// What came back from a search.
+struct SearchAnswer
+{
+    QStringList rows; ///< one resultRow each
+    int matches = 0; ///< number of line feeds in the answer, 0 for an error answer
+    QString status; ///< for the status line
+};
+
+/// The address of the search below `fmlistUrl`. Nothing when there is nothing to ask for: no frequency, or
+/// neither PI nor PS. The PI goes out trimmed in upper case, the PS with "_" for blanks and URLEncode; of the
+/// others only what no address can hold is escaped.
+[[nodiscard]] std::optional<QByteArray> searchUrl(
+    const QString &fmlistUrl, const SearchRequest &request, const CodePage &codePage);
+
+/// Reads an answer: one of the errors "Error 10001" to "Error 10006", or lines that each end with LF, of at
+/// least nine fields separated by ";" (frequency, PI, PS, country, location, kW, latitude, longitude,
+/// identifier); character references of three digits are stripped. Throws "Subscript out of range" for a line
+/// with fewer fields and "Overflow" for a frequency that no single holds, with the line's number and text.
+[[nodiscard]] SearchAnswer readSearchAnswer(const QString &answer, NumberFormat format);
+
+/// The nine values separated by tabs.
+[[nodiscard]] QString resultRow(const SearchResult &result);
+
+/// The values of a row that the user chose, without any "&#". Throws "Subscript out of range" for a row of
+/// fewer than nine values.
+[[nodiscard]] SearchResult chosenResult(const QString &row);
+
+/// The index of the first row with exactly this PI (trimmed, in upper case); the last row when none has it,
+/// -1 when there are no rows.
+[[nodiscard]] qsizetype highlightedRow(const QStringList &rows, const QString &pi);
+
+} // namespace quillon

@@ -1,0 +1,172 @@
+#include "stats/ui/logstats.h"
+
+#include "platform/files.h"
+#include "stats/charttable.h"
+#include "ui/chartcontrol.h"
+#include "ui/guard.h"
+#include "ui/messages.h"
+
+#include "ui_logstats.h"
+
+#include <QDir>
+#include <QFontInfo>
+
+namespace quillon {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+template<typename... Functions>
+struct Overloaded : Functions...
+{
+    using Functions::operator()...;
+};
+
+} // namespace
+
+logStats::logStats(const Logbook &logbook, const QString &applicationDirectory, QWidget *parent)
+    : QDialog(parent)
+    , m_logbook(logbook)
+    , m_applicationDirectory(applicationDirectory)
+    , ui(std::make_unique<Ui::logStats>())
+{
+    ui->setupUi(this);
+    setAttribute(Qt::WA_DeleteOnClose);
+    setWindowFlag(Qt::WindowMinMaxButtonsHint);
+    const auto onClick = [this](QPushButton *button, void (logStats::*handler)()) {
+        connect(button, &QPushButton::clicked, this,
+            [this, handler] { guarded(this, [this, handler] { (this->*handler)(); }); });
+    };
+    onClick(ui->Command1, &logStats::Command1_Click);
+    onClick(ui->Command2, &logStats::Command2_Click);
+    onClick(ui->Command3, &logStats::Command3_Click);
+    logStats_Form_Load();
+    initGraph();
+}
+
+logStats::~logStats() = default;
+
+void logStats::logStats_Form_Load()
+{
+    // What is typed stays as it is typed: the choices are compared by exact text.
+    for (QComboBox *box : {ui->Combo1, ui->Combo2, ui->Combo3}) {
+        box->setCompleter(nullptr);
+        box->clear();
+    }
+    ui->Combo3->addItems(modeChoices());
+    ui->Combo2->addItems(monthChoices());
+    ui->Combo1->addItems(yearChoices({m_logbook.begin(), m_logbook.end()}));
+}
+
+StatsSelection logStats::selection() const
+{
+    return {ui->Combo1->currentText(), ui->Combo2->currentText(), ui->Combo3->currentText(),
+        ui->Check1->isChecked()};
+}
+
+QString logStats::title() const
+{
+    return selectionText(selection());
+}
+
+void logStats::logStatsGetData(const QString &mode, const QString &year, const QString &month)
+{
+    const StatsSelection chosen {year, month, mode, ui->Check1->isChecked()};
+    std::visit(Overloaded {
+                   [this](const MonthCounts &counts) { renderDataMonth(counts); },
+                   [this](const DayCounts &counts) { renderDataDays(counts); },
+                   [this](const MonthHourCounts &counts) { renderDataMonthsTime(counts); },
+                   [this](const DayHourCounts &counts) { renderDataDaysTime(counts); },
+               },
+        countReceptions({m_logbook.begin(), m_logbook.end()}, chosen));
+}
+
+void logStats::initGraph()
+{
+    FX_ResetMSChart(*ui->MSChart1);
+    AddLegend(*ui->MSChart1, false);
+    ui->MSChart1->setTable({});
+    ui->MSChart1->setEmptyText(
+        u"No chart yet.\nChoose a year, a month and a mode, then press \"Draw Graph\"."_s);
+}
+
+void logStats::AddLegend(ChartControl &MyChart, bool legendTgl)
+{
+    MyChart.setAutomaticLayout();
+    MyChart.setLegend(legendTgl, QFont(u"Arial"_s, QFontInfo(font()).pointSize()));
+}
+
+void logStats::FX_ResetMSChart(ChartControl &MyChart)
+{
+    MyChart.setGridPenStyle(Qt::SolidLine);
+    MyChart.setBackdrop(QPalette::Base, Qt::SolidPattern);
+}
+
+void logStats::renderDataTest()
+{
+    render(testTable(), true);
+}
+
+void logStats::renderDataMonth(const MonthCounts &Data)
+{
+    render(monthTable(Data, title()), false);
+}
+
+void logStats::renderDataDays(const DayCounts &Data)
+{
+    render(dayTable(Data, title()), false);
+}
+
+void logStats::renderDataDaysTime(const DayHourCounts &Data)
+{
+    render(dayHoursTable(Data, title()), true);
+}
+
+void logStats::renderDataMonthsTime(const MonthHourCounts &Data)
+{
+    render(monthHoursTable(Data, title()), true);
+}
+
+void logStats::renderDataDaysTime24depracated(const DayHourCounts &Data)
+{
+    render(dayHoursTable24(Data, title()), true);
+}
+
+void logStats::render(const ChartTable &table, bool legendTgl)
+{
+    FX_ResetMSChart(*ui->MSChart1);
+    AddLegend(*ui->MSChart1, legendTgl);
+    ui->MSChart1->setTable(table);
+}
+
+// Close.
+void logStats::Command1_Click()
+{
+    close();
+}
+
+// Save Image: copies the chart to the clipboard and saves it as a bitmap.
+void logStats::Command2_Click()
+{
+    const StatsSelection chosen = selection();
+    const QString proposed =
+        filePath(m_applicationDirectory, chosen.year + u'-' + chosen.month + u'-' + chosen.mode + u".bmp"_s);
+    const QString answer = inputBox(this, u"Enter Filename"_s, u"Save as?"_s, proposed);
+    if (answer.isEmpty()) {
+        return;
+    }
+    saveBitmap(ui->MSChart1->copyPicture(), QDir(m_applicationDirectory).absoluteFilePath(answer));
+    showMessage(this, u"done"_s);
+}
+
+// Draw Graph: counts and draws.
+void logStats::Command3_Click()
+{
+    const StatsSelection chosen = selection();
+    logStatsGetData(chosen.mode, chosen.year, chosen.month);
+    ui->MSChart1->show();
+    ui->Command2->setEnabled(true);
+}
+
+} // namespace quillon

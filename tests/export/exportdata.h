@@ -1,0 +1,200 @@
+#pragma once
+
+#include "core/cellsource.h"
+#include "core/logbook.h"
+#include "platform/filecalls.h"
+#include "platform/regional.h"
+#include "platform/runtimeerror.h"
+#include "txdb/transmitters.h"
+
+#include <QFile>
+#include <QList>
+#include <QLocale>
+#include <QStringList>
+
+#include <cerrno>
+
+namespace quillon::test {
+
+using namespace Qt::StringLiterals;
+
+/// A grid of fixed texts under a header row; data rows hold the first ten columns.
+class TableGrid : public CellSource
+{
+public:
+    TableGrid() = default;
+    explicit TableGrid(QList<QStringList> dataRows)
+        : m_rows(std::move(dataRows))
+    {
+    }
+
+    [[nodiscard]] int rows() const override { return static_cast<int>(m_rows.size()) + 1; }
+    [[nodiscard]] QString text(int row, GridColumn column) const override
+    {
+        ++m_reads;
+        return row == 0 ? u"header"_s : m_rows.at(row - 1).at(static_cast<int>(column));
+    }
+    [[nodiscard]] qint64 reads() const { return m_reads; }
+
+private:
+    QList<QStringList> m_rows;
+    mutable qint64 m_reads = 0;
+};
+
+/// The data rows that the log grid shows.
+inline QList<QStringList> shownRows(const Logbook &log)
+{
+    QList<QStringList> rows;
+    for (const GridRow &row : gridRows(log)) {
+        rows.append(QStringList(row.cells.begin(), row.cells.begin() + 10));
+    }
+    return rows;
+}
+
+inline Regional regionalOf(const QString &locale, int codePage = 1252)
+{
+    return {CodePage(codePage), NumberFormat(), MonthNames::of(QLocale(locale))};
+}
+
+inline Regional english()
+{
+    return {CodePage(1252), NumberFormat(), MonthNames::of(QLocale::c())};
+}
+
+inline DateTime at(const QString &text)
+{
+    return toDateTime(text, MonthNames::of(QLocale::c()), u"test"_s);
+}
+
+inline LogEntry reception(const QString &time, const QString &pi, const QString &freq, const QString &name,
+    const QString &site, const QString &country, const QString &prop = u"Es"_s)
+{
+    LogEntry entry;
+    entry.dateTime = at(time);
+    entry.piCode = pi;
+    entry.freq = freq;
+    entry.rdsName = name;
+    entry.transmitter = site;
+    entry.country = country;
+    entry.prop = prop;
+    return entry;
+}
+
+/// Three months of a log with a double, a site name under two countries, a name to encode, and sites unknown.
+inline Logbook sampleLog()
+{
+    Logbook log;
+    log.AddEntry(reception(
+        u"03/07/2010 08:15:00"_s, u"D382"_s, u"89"_s, u"WDR 2"_s, u"Langenberg"_s, u"D"_s, u"Tropo"_s));
+    log.AddEntry(
+        reception(u"05/07/2010 21:34:09"_s, u"5213"_s, u"90.1"_s, u"RAI  R1"_s, u"Köln & Bonn"_s, u"D"_s));
+    log.AddEntry(reception(
+        u"05/07/2010 21:40:00"_s, u"D382"_s, u"89"_s, u"WDR 2"_s, u"Langenberg"_s, u"D"_s, u"MS"_s));
+    log.AddEntry(
+        reception(u"01/08/2010 00:00:00"_s, u"E201"_s, u"100.25"_s, u""_s, u"Nowhere"_s, u"E"_s, u"F2"_s));
+    log.AddEntry(reception(u"02/08/2010 12:00:00"_s, u""_s, u"87.6"_s, u"NINECHARS"_s, u""_s, u""_s, u""_s));
+    log.AddEntry(
+        reception(u"09/07/2011 06:30:00"_s, u"F201"_s, u"105.5"_s, u"FR INTER"_s, u"Langenberg"_s, u"F"_s));
+    log.AddEntry(
+        reception(u"10/07/2011 06:31:00"_s, u"delete"_s, u"105.5"_s, u"<script>"_s, u"Langenberg"_s, u"D"_s));
+    log.entry(0).dist = u"123.5"_s;
+    log.entry(0).power = u"100"_s;
+    log.entry(1).notes = u"first\r\nsecond"_s;
+    log.entry(3).dist = u"n/a"_s;
+    return log;
+}
+
+inline TransmitterList sampleTransmitters()
+{
+    TransmitterList list;
+    list.add({u"Langenberg"_s, u"D"_s, u"51.3561"_s, u"7.1342"_s, u"123.5"_s});
+    list.add({u"Langenberg"_s, u"F"_s, u"45"_s, u"-3.25"_s, u""_s});
+    list.add({u"Never heard"_s, u"D"_s, u""_s, u"8"_s, u""_s});
+    list.add({u"Köln & Bonn"_s, u"D"_s, u"50.9"_s, u"7.0"_s, u""_s});
+    return list;
+}
+
+/// File calls of which the one with the number `failing`, counted from 1, fails with `code`. What only cleans
+/// up works always.
+class FailingCalls : public FileCalls
+{
+public:
+    explicit FailingCalls(int failing, int code = ENOSPC)
+        : m_failing(failing)
+        , m_code(code)
+    {
+    }
+
+    [[nodiscard]] bool hasFailed() const { return m_count >= m_failing; }
+
+    int openNameless(const QByteArray &directory, mode_t mode) override
+    {
+        return fails() ? -1 : FileCalls::openNameless(directory, mode);
+    }
+    ssize_t write(int file, QByteArrayView bytes) override
+    {
+        if (fails()) {
+            return -1;
+        }
+        // A disk that fills up takes a part first.
+        return FileCalls::write(file, bytes.first((bytes.size() + 1) / 2));
+    }
+    int setMode(int file, mode_t mode) override { return fails() ? -1 : FileCalls::setMode(file, mode); }
+    int sync(int file) override { return fails() ? -1 : FileCalls::sync(file); }
+    int giveName(int file, const QByteArray &path) override
+    {
+        return fails() ? -1 : FileCalls::giveName(file, path);
+    }
+    int rename(const QByteArray &from, const QByteArray &to) override
+    {
+        return fails() ? -1 : FileCalls::rename(from, to);
+    }
+    int remove(const QByteArray &path) override
+    {
+        return !path.endsWith(".new") && fails() ? -1 : FileCalls::remove(path);
+    }
+    int syncDirectory(const QByteArray &directory) override
+    {
+        return fails() ? -1 : FileCalls::syncDirectory(directory);
+    }
+
+private:
+    bool fails()
+    {
+        errno = m_code;
+        return ++m_count == m_failing;
+    }
+
+    int m_failing;
+    int m_code;
+    int m_count = 0;
+};
+
+/// File calls that do not wait for the disk.
+class UnsyncedCalls : public FileCalls
+{
+public:
+    int sync(int) override { return 0; }
+    int syncDirectory(const QByteArray &) override { return 0; }
+};
+
+/// A golden file.
+inline QByteArray golden(const QString &name)
+{
+    QFile file(QStringLiteral(QUILLON_TEST_DATA "/export/") + name);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("no golden file " + name.toUtf8());
+}
+
+/// The text of the run-time error that `work` ends with; empty when there is none.
+template<typename Work>
+QString errorOf(const Work &work)
+{
+    try {
+        work();
+    } catch (const RuntimeError &error) {
+        return error.text();
+    }
+    return {};
+}
+
+} // namespace quillon::test

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "core/config.h"
+#include "core/logbook.h"
+#include "txdb/transmitters.h"
+
+#include <QString>
+
+namespace quillon {
+
+/// False when the home latitude or longitude is exactly "0": then no distance can be measured.
+[[nodiscard]] bool homeIsSet(const Settings &settings);
+
+/// Measures the distance of every transmitter from home anew: in km, or in miles when the settings say so,
+/// rounded to one decimal place, as plain text with "."; a coordinate that is missing or no number counts as
+/// -1. Then gives every entry, deleted ones included, the distance of the transmitter of its Transmitter and
+/// Country; an entry without one keeps its Dist. `decimalComma` is that of the locale. To be called only when
+/// homeIsSet.
+void recalculateDistances(TransmitterList &list, Logbook &log, const Settings &settings, bool decimalComma);
+
+} // namespace quillon

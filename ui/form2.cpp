@@ -1,0 +1,137 @@
+#include "ui/form2.h"
+
+#include "core/config.h"
+#include "platform/numbers.h"
+#include "ui/guard.h"
+#include "ui/messages.h"
+#include "ui_form2.h"
+
+#include <QFileDialog>
+#include <QFocusEvent>
+
+namespace quillon {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+void showNumberHint(QLabel *label, const QString &text)
+{
+    const bool wrong = !text.isEmpty() && !numeric(text);
+    label->setText(wrong ? u"This is not a number: 51.34 is one."_s : QString());
+    label->setVisible(wrong);
+}
+
+void showDirectoryHint(QLabel *label, const QString &directory)
+{
+    const QString resolved = directory;
+    label->setText(resolved == directory ? QString() : u"Looked for as "_s + resolved);
+    label->setVisible(!label->text().isEmpty());
+}
+
+} // namespace
+
+Form2::Form2(QWidget *parent, Config &config)
+    : QDialog(parent)
+    , m_ui(std::make_unique<Ui::Form2>())
+    , m_config(config)
+{
+    m_ui->setupUi(this);
+    setAttribute(Qt::WA_DeleteOnClose);
+    connect(m_ui->Command1, &QPushButton::clicked, this,
+        [this] { guarded(this, [this] { Form2_Command1_Click(); }); });
+    connect(m_ui->Command2, &QPushButton::clicked, this, [this] { Form2_Command2_Click(); });
+    m_ui->rdsdir->installEventFilter(this);
+    connect(m_ui->browseRdsdx, &QPushButton::clicked, this, [this] { browse(m_ui->rdsdir); });
+    connect(m_ui->browseRdsSpy, &QPushButton::clicked, this, [this] { browse(m_ui->rdsspydir); });
+    for (const QLineEdit *field : {m_ui->latitude, m_ui->longitude, m_ui->rdsdir, m_ui->rdsspydir}) {
+        connect(field, &QLineEdit::textChanged, this, [this] { showHints(); });
+    }
+    fill();
+    showHints();
+}
+
+Form2::~Form2() = default;
+
+void Form2::fill()
+{
+    const Settings &settings = m_config.settings();
+    m_ui->Text1->setText(settings.callsign);
+    m_ui->latitude->setText(settings.homeLatitude);
+    m_ui->longitude->setText(settings.homeLongitude);
+    m_ui->Text2->setText(settings.logbookFileName);
+    m_ui->email->setText(settings.email);
+    m_ui->omid->setText(settings.omid);
+    m_ui->rdsdir->setText(settings.rdsdxDirectory);
+    m_ui->rdsspydir->setText(settings.rdsSpyDirectory);
+    (settings.inMiles() ? m_ui->Option2 : m_ui->Option1)->setChecked(true);
+}
+
+void Form2::showHints()
+{
+    showNumberHint(m_ui->latitudeHint, m_ui->latitude->text());
+    showNumberHint(m_ui->longitudeHint, m_ui->longitude->text());
+    showDirectoryHint(m_ui->rdsdirHint, m_ui->rdsdir->text());
+    showDirectoryHint(m_ui->rdsspydirHint, m_ui->rdsspydir->text());
+}
+
+void Form2::browse(QLineEdit *field)
+{
+    const QString chosen = QFileDialog::getExistingDirectory(this, {}, field->text());
+    if (!chosen.isEmpty()) {
+        field->setText(chosen);
+    }
+}
+
+bool Form2::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == m_ui->rdsdir && event->type() == QEvent::FocusOut
+        && static_cast<QFocusEvent *>(event)->reason() != Qt::ActiveWindowFocusReason) {
+        Form2_rdsdir_LostFocus();
+    }
+    return QDialog::eventFilter(watched, event);
+}
+
+// Save.
+void Form2::Form2_Command1_Click()
+{
+    // Enter saves without leaving the field.
+    if (m_ui->rdsdir->hasFocus()) {
+        Form2_rdsdir_LostFocus();
+    }
+    const QString fileName = m_ui->Text2->text();
+    if (fileName.contains(u':') || fileName.contains(u'\\') || fileName.contains(u'/')) {
+        showMessage(this, u"Only FileName no Path "_s + fileName);
+        return;
+    }
+    // The last change reads the settings into the fields' owner again, so all texts are taken first.
+    const QList<std::pair<QString, QString>> changes {{u"LOG_BOOK_CALLSIGN="_s, m_ui->Text1->text()},
+        {u"HOME_DEC_LAT="_s, m_ui->latitude->text()}, {u"HOME_DEC_LON="_s, m_ui->longitude->text()},
+        {u"LOGBOOK_FILENAME="_s, fileName}, {u"OMID="_s, m_ui->omid->text()},
+        {u"EMAIL="_s, m_ui->email->text()}, {u"RDSDX_LOG="_s, m_ui->rdsdir->text()},
+        {u"RDSSPY_LOGS="_s, m_ui->rdsspydir->text()},
+        {u"AS_MILES="_s, m_ui->Option2->isChecked() ? u"TRUE"_s : u"FALSE"_s}};
+    for (const auto &[key, value] : changes) {
+        m_config.changeConfig(key, value);
+    }
+    Q_EMIT saved();
+    close();
+}
+
+// Close: nothing is saved.
+void Form2::Form2_Command2_Click()
+{
+    close();
+}
+
+// RDSDX: one "\" at the end is dropped.
+void Form2::Form2_rdsdir_LostFocus()
+{
+    QString text = m_ui->rdsdir->text();
+    if (text.endsWith(u'\\')) {
+        text.chop(1);
+        m_ui->rdsdir->setText(text);
+    }
+}
+
+} // namespace quillon

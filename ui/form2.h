@@ -1,0 +1,45 @@
+#pragma once
+
+#include <QDialog>
+
+#include <memory>
+
+class QLineEdit;
+
+namespace quillon {
+
+namespace Ui {
+class Form2;
+}
+
+class Config;
+
+/// The setup window: edits the settings of the configuration file.
+class Form2 : public QDialog
+{
+    Q_OBJECT
+
+public:
+    Form2(QWidget *parent, Config &config);
+    ~Form2() override;
+
+Q_SIGNALS:
+    /// The settings were written and read again.
+    void saved();
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    void Form2_Command1_Click();
+    void Form2_Command2_Click();
+    void Form2_rdsdir_LostFocus();
+    void fill();
+    void showHints();
+    void browse(QLineEdit *field);
+
+    std::unique_ptr<Ui::Form2> m_ui;
+    Config &m_config;
+};
+
+} // namespace quillon

@@ -1,0 +1,94 @@
+#include "ui/frmsplash.h"
+
+#include "ui/desktop.h"
+#include "ui_frmsplash.h"
+
+#include <QEvent>
+#include <QKeyEvent>
+
+namespace quillon {
+
+using namespace Qt::StringLiterals;
+
+frmSplash::frmSplash(QWidget *parent, Use use, const QString &propagationUrl)
+    : QDialog(parent)
+    , m_ui(std::make_unique<Ui::frmSplash>())
+    , m_propagationUrl(propagationUrl)
+{
+    m_ui->setupUi(this);
+    setAttribute(Qt::WA_DeleteOnClose);
+    m_ui->Frame1->installEventFilter(this);
+    m_ui->Label2->installEventFilter(this);
+    connect(m_ui->Command1, &QPushButton::clicked, this, [this] { Command1_Click(); });
+    if (use == Use::WhileLoading) {
+        setWindowFlags(Qt::SplashScreen | Qt::FramelessWindowHint);
+        m_ui->Command1->hide();
+    }
+    Form_Load();
+}
+
+frmSplash::~frmSplash() = default;
+
+void frmSplash::Form_Load()
+{
+    QPixmap picture(u":/icons/splash.png"_s);
+    picture.setDevicePixelRatio(2);
+    m_ui->Image1->setPixmap(picture);
+    QFont typewriter(u"Courier New"_s);
+    typewriter.setStyleHint(QFont::Monospace);
+    typewriter.setPointSize(font().pointSize() + 3);
+    typewriter.setBold(true);
+    m_ui->Label1->setFont(typewriter);
+    m_ui->Label1->setText(versionLabel());
+    m_ui->Label2->setText(m_propagationUrl);
+    QFont link = m_ui->Label2->font();
+    link.setUnderline(true);
+    m_ui->Label2->setFont(link);
+    m_ui->Label2->setForegroundRole(QPalette::Link);
+}
+
+// Close.
+void frmSplash::Command1_Click()
+{
+    close();
+}
+
+// Any key closes the window.
+void frmSplash::Form_KeyPress()
+{
+    close();
+}
+
+// A click beside the link closes the window.
+void frmSplash::Frame1_Click()
+{
+    close();
+}
+
+// The link: opens the radio-propagation page.
+void frmSplash::Label2_Click()
+{
+    HyperJump(m_propagationUrl);
+    close();
+}
+
+void frmSplash::keyPressEvent(QKeyEvent *event)
+{
+    event->accept();
+    Form_KeyPress();
+}
+
+bool frmSplash::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::MouseButtonRelease) {
+        if (watched == m_ui->Label2) {
+            Label2_Click();
+            return true;
+        }
+        Frame1_Click();
+        return true;
+    }
+    return QDialog::eventFilter(watched, event);
+}
+
+} // namespace quillon

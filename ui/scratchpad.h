@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QDialog>
+
+#include <memory>
+
+namespace quillon {
+
+namespace Ui {
+class ScratchPad;
+}
+
+class Config;
+
+/// A free note, kept in the configuration file.
+class ScratchPad : public QDialog
+{
+    Q_OBJECT
+
+public:
+    ScratchPad(QWidget *parent, Config &config);
+    ~ScratchPad() override;
+
+    /// Fills an empty window with the note that is kept; one that holds text is left as it is.
+    void offerKeptNote();
+
+private:
+    void ScratchPad_OKButton_Click();
+    void CancelButton_Click();
+
+    std::unique_ptr<Ui::ScratchPad> m_ui;
+    Config &m_config;
+};
+
+/// The note as the value of one configuration line: every CR LF pair as the four letters "CRLF".
+[[nodiscard]] QString scratchPadValue(QString note);
+
+} // namespace quillon
