@@ -20,8 +20,9 @@ public:
     explicit QuickAdd(MainWindow &window)
         : m_dialog(window.find<Dialog1>("Dialog1"))
     {
-        const bool active = QTest::qWaitForWindowActive(m_dialog);
-        Q_UNUSED(active)
+        if (!QTest::qWaitFor([this] { return QApplication::activeWindow() == m_dialog; })) {
+            qFatal("the window did not become active");
+        }
     }
 
     [[nodiscard]] Dialog1 *dialog() const { return m_dialog; }
