@@ -51,6 +51,7 @@ void HttpAnswerReader::feed(QByteArrayView bytes)
     while (readPart()) { }
     m_pending.remove(0, m_at);
     m_at = 0;
+    m_searched = m_pending.size();
     if (m_part != Part::Nothing && m_pending.size() > largestHead) {
         refuse(u"the answer is not HTTP"_s);
     }
@@ -104,7 +105,7 @@ bool HttpAnswerReader::readHead()
     if (begin != protocol.first(begin.size())) {
         refuse(u"the answer is not HTTP"_s);
     }
-    const qsizetype end = m_pending.indexOf("\r\n\r\n", m_at);
+    const qsizetype end = nextEnd("\r\n\r\n");
     if (end < 0) {
         return false;
     }
@@ -202,9 +203,15 @@ bool HttpAnswerReader::readTrailer()
     return line.has_value();
 }
 
+// Where the end of a head or line begins, or -1. What was searched before is not searched again.
+qsizetype HttpAnswerReader::nextEnd(QByteArrayView end) const
+{
+    return m_pending.indexOf(end, std::max(m_at, m_searched - end.size() + 1));
+}
+
 std::optional<QByteArray> HttpAnswerReader::takeLine()
 {
-    const qsizetype end = m_pending.indexOf("\r\n", m_at);
+    const qsizetype end = nextEnd("\r\n");
     if (end < 0) {
         return std::nullopt;
     }

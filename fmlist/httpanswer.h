@@ -52,6 +52,7 @@ private:
     [[nodiscard]] bool readBody();
     [[nodiscard]] bool readChunkSize();
     [[nodiscard]] bool readTrailer();
+    [[nodiscard]] qsizetype nextEnd(QByteArrayView end) const;
     [[nodiscard]] std::optional<QByteArray> takeLine();
     void takeBody(qsizetype length);
     void checkSize(qsizetype length) const;
@@ -63,6 +64,7 @@ private:
     HttpAnswer m_answer;
     QByteArray m_pending; ///< what has come in and is not read yet from m_at on
     qsizetype m_at = 0;
+    qsizetype m_searched = 0; ///< bytes of it that are known to hold no end
     qsizetype m_missing = 0; ///< bytes of the body or chunk still to come
 };
 

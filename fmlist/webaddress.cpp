@@ -74,7 +74,7 @@ WebAddress webAddress(const QByteArray &url)
 
 QByteArray redirected(const QByteArray &from, const QByteArray &location)
 {
-    const QByteArray target = sendable(QByteArrayView(location.left(location.indexOf('#'))));
+    const QByteArray target = sendable(QByteArrayView(location.split('#').first()));
     const WebAddress base = webAddress(from);
     const QByteArray scheme = base.isSecure ? "https:" : "http:";
     QByteArray result;

@@ -6,11 +6,11 @@
 
 class QLineEdit;
 
+namespace quillon {
+
 namespace Ui {
 class Form2;
 }
-
-namespace quillon {
 
 class Config;
 

@@ -4,11 +4,11 @@
 
 #include <memory>
 
+namespace quillon {
+
 namespace Ui {
 class frmSplash;
 }
-
-namespace quillon {
 
 /// The splash window, which is the about box as well.
 class frmSplash : public QDialog

@@ -1,11 +1,14 @@
 #include "core/ui/form1.h"
 
+#include "geo/ui/dialog.h"
+#include "stats/ui/logstats.h"
 #include "txdb/distances.h"
 #include "ui/busypointer.h"
 #include "ui/form2.h"
 #include "ui/frmsplash.h"
 #include "ui/messages.h"
 #include "ui/scratchpad.h"
+#include "ui_form1.h"
 
 namespace quillon {
 
@@ -23,6 +26,23 @@ void Form1::Command10_Click()
     saveTransmitterList();
     populateGrid();
     saveLogbook();
+}
+
+// Converter.
+void Form1::menuToolsConverter_Click()
+{
+    auto *window = new Dialog(m_config.settings(), this);
+    connect(window, &Dialog::sendToLogBook, this, [this](const QString &latitude, const QString &longitude) {
+        m_ui->Text7->setText(latitude);
+        m_ui->Text10->setText(longitude);
+    });
+    window->show();
+}
+
+// Stats.
+void Form1::menuStats_Click()
+{
+    (new logStats(m_log, m_config.applicationDir(), this))->show();
 }
 
 // Setup.
