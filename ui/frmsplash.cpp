@@ -6,6 +6,12 @@
 #include <QEvent>
 #include <QKeyEvent>
 
+// The linker leaves the pictures of a static library out when nothing asks for them.
+static void loadPictures()
+{
+    Q_INIT_RESOURCE(ui);
+}
+
 namespace quillon {
 
 using namespace Qt::StringLiterals;
@@ -15,6 +21,7 @@ frmSplash::frmSplash(QWidget *parent, Use use, const QString &propagationUrl)
     , m_ui(std::make_unique<Ui::frmSplash>())
     , m_propagationUrl(propagationUrl)
 {
+    loadPictures();
     m_ui->setupUi(this);
     setAttribute(Qt::WA_DeleteOnClose);
     m_ui->Frame1->installEventFilter(this);

@@ -7,6 +7,7 @@
 
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QResizeEvent>
 #include <QScopedValueRollback>
 #include <QScrollBar>
 
@@ -130,6 +131,14 @@ int Grid::rowOfEntry(qint32 entry) const
     return found == m_model->rows().end() ? 0 : static_cast<int>(found - m_model->rows().begin()) + 1;
 }
 
+qint32 Grid::entryOfRow(int row) const
+{
+    if (row < 1 || row >= rows()) {
+        throw RuntimeError(ErrorName::SubscriptOutOfRange, u"The grid has no row %1"_s.arg(row));
+    }
+    return m_model->rows()[static_cast<std::size_t>(row - 1)].entry;
+}
+
 void Grid::sortGridByColumn(int column)
 {
     std::vector<QString> texts;
@@ -187,6 +196,14 @@ void Grid::currentChanged(const QModelIndex &current, const QModelIndex &previou
     }
 }
 
+QItemSelectionModel::SelectionFlags Grid::selectionCommand(
+    const QModelIndex &index, const QEvent * /*event*/) const
+{
+    // The current row is the marked one, whatever keys are held.
+    return index.isValid() ? QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows
+                           : QItemSelectionModel::NoUpdate;
+}
+
 void Grid::mousePressEvent(QMouseEvent *event)
 {
     m_changed = false;
@@ -215,8 +232,14 @@ void Grid::paintEvent(QPaintEvent *event)
 
 void Grid::resizeEvent(QResizeEvent *event)
 {
+    const QRect current = visualRect(currentIndex());
+    const bool shown =
+        current.isValid() && current.top() >= 0 && current.bottom() < event->oldSize().height();
     QTableView::resizeEvent(event);
     fitNotes();
+    if (shown) {
+        showRow(row());
+    }
 }
 
 void Grid::fitNotes()

@@ -47,6 +47,8 @@ public:
 
     /// Number of the row made from that entry; 0 when there is none.
     [[nodiscard]] int rowOfEntry(qint32 entry) const;
+    /// Number of the entry that a row was made from. Throws "Subscript out of range".
+    [[nodiscard]] qint32 entryOfRow(int row) const;
 
     /// Sorts ascending by the texts of a column, numbers as numbers; the current row stays the same
     /// reception.
@@ -65,6 +67,8 @@ Q_SIGNALS:
 
 protected:
     void currentChanged(const QModelIndex &current, const QModelIndex &previous) override;
+    [[nodiscard]] QItemSelectionModel::SelectionFlags selectionCommand(
+        const QModelIndex &index, const QEvent *event) const override;
     void mousePressEvent(QMouseEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void paintEvent(QPaintEvent *event) override;

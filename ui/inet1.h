@@ -2,23 +2,15 @@
 
 #include "platform/codepage.h"
 #include "ui/httptransfer.h"
+#include "ui/requestaborted.h"
 
 #include <QByteArray>
 #include <QObject>
 #include <QString>
 
-#include <exception>
 #include <memory>
 
 namespace quillon {
-
-/// The request that was waited for was ended with `abort`, or the program is ending. Not a failure to show:
-/// the command stops quietly.
-class RequestAborted : public std::exception
-{
-public:
-    [[nodiscard]] const char *what() const noexcept override { return "The request was ended"; }
-};
 
 /// Transfer control: one HTTP request at a time, waited for in a nested event loop. Every call that begins or
 /// reads a request throws "Still executing last request" while one is under way, which goes on undisturbed.

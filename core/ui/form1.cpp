@@ -6,9 +6,11 @@
 #include "txdb/countrynames.h"
 #include "ui/frmsplash.h"
 #include "ui/guard.h"
+#include "ui/inet1.h"
 #include "ui_form1.h"
 
 #include <QApplication>
+#include <QCloseEvent>
 #include <QLabel>
 #include <QPointer>
 #include <QProgressBar>
@@ -31,6 +33,7 @@ Form1::Form1(const Form1Options &options)
     , m_config(options.applicationDir, options.regional.codePage, *options.fileCalls)
     , m_logbookFile(*options.fileCalls)
     , m_transmitterFile(*options.fileCalls)
+    , m_inet(new Inet1(options.regional.codePage, this))
 {
     m_ui->setupUi(this);
     resize(size().boundedTo(screen()->availableSize() - frameAllowance));
@@ -128,6 +131,13 @@ void Form1::Form_Load()
     if (splash) {
         splash->close();
     }
+}
+
+void Form1::closeEvent(QCloseEvent *event)
+{
+    // A request under way ends here; whoever waits for it gives up quietly.
+    m_inet->abort();
+    event->accept();
 }
 
 void Form1::showTitle()

@@ -8,6 +8,7 @@
 #include "ui/frmsplash.h"
 #include "ui/messages.h"
 #include "ui/scratchpad.h"
+#include "ui_form1.h"
 
 namespace quillon {
 

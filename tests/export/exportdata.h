@@ -126,6 +126,7 @@ public:
     }
 
     [[nodiscard]] bool hasFailed() const { return m_count >= m_failing; }
+    [[nodiscard]] bool wasCalled() const { return m_count > 0; }
 
     int openNameless(const QByteArray &directory, mode_t mode) override
     {
