@@ -51,8 +51,8 @@ int main(int argc, char **argv)
         return 1;
     }
     quillon::tour::setLook();
-    quillon::Form1 form({QDir(directory).absolutePath(), quillon::suppliedDirectory(),
-        quillon::Regional::fromEnvironment()});
+    quillon::Form1 form(
+        {QDir(directory).absolutePath(), quillon::suppliedDirectory(), quillon::Regional::fromEnvironment()});
     form.Form_Load();
     form.show();
     quillon::tour::Walk walk(form, pictures);

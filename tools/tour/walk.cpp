@@ -103,8 +103,7 @@ void Walk::picture(const QString &name, QWidget &of, QSize size)
         setShade(shade);
         // What follows the palette, a chart for one, redraws when the event has reached it.
         QTest::qWait(20);
-        const QString path
-            = m_pictures + u'/' + name + (shade == Shade::Dark ? u"-dark.png"_s : u".png"_s);
+        const QString path = m_pictures + u'/' + name + (shade == Shade::Dark ? u"-dark.png"_s : u".png"_s);
         if (!of.grab().toImage().convertToFormat(QImage::Format_RGB888).save(path)) {
             fail(u"cannot write " + path);
         }
