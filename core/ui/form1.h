@@ -28,6 +28,7 @@ class Form1;
 
 class Inet1;
 class ScratchPad;
+struct RdsSpyReception;
 
 /// What the main window is given at start.
 struct Form1Options
@@ -158,6 +159,12 @@ private:
     void searchCurrentEntry(SearchMode mode, AutoSearchTally &tally);
     void treatFinding(int row, AutoSearchTally &tally);
     void writeUpdateLogRecord(int row, const QString &stage);
+
+    // form1_import.cpp: receptions recorded by other programs
+    void menuImportRDSSpyLog_Click();
+    void addReception(const RdsSpyReception &reception);
+    void menuImportRDSDXLogCnv_Click();
+    void importRDSDXLogCnv(const QString &selectedFile);
 
     // form1_export.cpp: KML, web pages, text
     void menuExportGoogleTX_Click();
