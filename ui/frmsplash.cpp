@@ -54,12 +54,11 @@ void frmSplash::Form_Load()
     m_ui->Image1->setPixmap(picture);
     QFont typewriter(u"Courier New"_s);
     typewriter.setStyleHint(QFont::Monospace);
-    typewriter.setPointSize(font().pointSize() + 3);
+    typewriter.setPixelSize(fontInfo().pixelSize() * 4 / 3);
     typewriter.setBold(true);
     m_ui->Label1->setFont(typewriter);
     m_ui->Label1->setText(versionLabel());
-    m_ui->libraries->setText(
-        u"Qt and Qt Charts %1, built with %2"_s.arg(QLatin1StringView(qVersion()), QT_VERSION_STR ""_L1));
+    m_ui->libraries->setText(u"With Qt and Qt Charts "_s + QLatin1StringView(qVersion()));
     m_ui->Label2->setText(m_propagationUrl);
     QFont link = m_ui->Label2->font();
     link.setUnderline(true);

@@ -47,8 +47,7 @@ void About::tellsVersionLibrariesLicenceAndDirectory()
     window.tellDirectory(u"/home/dx/log & more"_s);
     window.show();
     QCOMPARE(textOf(window, u"Label1"_s), u"Quillon V1.0.0"_s);
-    QCOMPARE(textOf(window, u"libraries"_s),
-        u"Qt and Qt Charts %1, built with %2"_s.arg(QString::fromLatin1(qVersion()), QT_VERSION_STR ""_L1));
+    QCOMPARE(textOf(window, u"libraries"_s), u"With Qt and Qt Charts "_s + QString::fromLatin1(qVersion()));
     QVERIFY(textOf(window, u"Label4"_s).contains(u"GNU GPL, version 3 or later"_s));
     QCOMPARE(textOf(window, u"directory"_s), u"Your files are in /home/dx/log & more"_s);
     for (const QString &name : {u"libraries"_s, u"directory"_s}) {

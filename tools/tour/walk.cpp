@@ -53,6 +53,15 @@ void Walk::type(const QString &name, const QString &text, QWidget *window) const
     QTest::keyClicks(&field, text);
 }
 
+void Walk::key(Qt::Key key, Qt::KeyboardModifiers modifiers) const
+{
+    m_mainWindow.activateWindow();
+    if (!QTest::qWaitForWindowActive(&m_mainWindow)) {
+        fail(u"the main window does not get the focus"_s);
+    }
+    QTest::keyClick(&m_mainWindow, key, modifiers);
+}
+
 void Walk::menu(const QString &action) const
 {
     auto &chosen = control<QAction>(action);
