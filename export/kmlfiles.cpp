@@ -15,7 +15,7 @@ using namespace Qt::StringLiterals;
 QString writeTransmitterKml(const QString &applicationDir, const TransmitterList &transmitters,
     const CodePage &codePage, FileCalls &calls)
 {
-    const QString path = resolveFile(applicationDir, u"tx.kml"_s);
+    QString path = resolveFile(applicationDir, u"tx.kml"_s);
     writeFile(path, transmitterKml(transmitters, codePage), calls);
     return path;
 }
@@ -23,7 +23,7 @@ QString writeTransmitterKml(const QString &applicationDir, const TransmitterList
 QString writeLogbookKml(const QString &applicationDir, const Logbook &log,
     const TransmitterList &transmitters, const CodePage &codePage, FileCalls &calls)
 {
-    const QString path = resolveFile(applicationDir, u"quillon.kml"_s);
+    QString path = resolveFile(applicationDir, u"quillon.kml"_s);
     writeFile(path, logbookKml(log, transmitters, codePage), calls);
     return path;
 }

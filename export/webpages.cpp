@@ -72,7 +72,7 @@ public:
         };
         const QByteArray page = fillTemplate(suppliedFile(u"quillon_index.template"_s), placeholders,
             [this](QByteArray &out) { writeMonths(out); });
-        const QString path = filePath(m_pages, u"quillon_logindex.htm"_s);
+        QString path = filePath(m_pages, u"quillon_logindex.htm"_s);
         writePageFile(path, page, m_calls);
         return path;
     }
@@ -159,7 +159,7 @@ QString exportWebPages(
     const QString &applicationDir, const WebSite &site, const Regional &regional, FileCalls &calls)
 {
     SiteWriter writer(applicationDir, site, regional, calls);
-    const QString index = writer.writeIndexPage();
+    QString index = writer.writeIndexPage();
     writer.writeFullKml();
     return index;
 }

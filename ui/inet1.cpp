@@ -114,7 +114,7 @@ QString Inet1::getChunk(qsizetype maximum)
 {
     requireIdle(u"Reading the answer"_s);
     wait();
-    const QString chunk = m_text.left(maximum);
+    QString chunk = m_text.left(maximum);
     m_text.remove(0, maximum);
     return chunk;
 }

@@ -3,6 +3,8 @@
 #include <QGuiApplication>
 #include <QTest>
 
+#include <algorithm>
+
 using namespace quillon;
 using namespace Qt::StringLiterals;
 
@@ -71,10 +73,8 @@ private Q_SLOTS:
     void noNumberStandsOnAnotherOrOnABar()
     {
         const QFontMetricsF metrics {QFont()};
-        std::vector<int> counts;
-        for (int i = 0; i < 100; ++i) {
-            counts.push_back((i * 37) % 101 + 1);
-        }
+        std::vector<int> counts(100);
+        std::ranges::generate(counts, [i = 0]() mutable { return (i++ * 37) % 101 + 1; });
         const auto bars = barsOf(counts, 6);
         const auto numbers = placeNumbers(bars, NumberStyle::LevelOverPeaks, plot, metrics);
         QVERIFY(numbers.size() > 5);

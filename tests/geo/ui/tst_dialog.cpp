@@ -6,14 +6,11 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPalette>
 #include <QPointer>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
 
-#include <algorithm>
-#include <cmath>
 #include <memory>
 
 using namespace quillon;
@@ -373,30 +370,6 @@ private Q_SLOTS:
         escaped->show();
         QTest::keyClick(escaped.data(), Qt::Key_Escape);
         QTRY_VERIFY(escaped.isNull());
-    }
-
-    void problemsAreReadableOnLightAndOnDark()
-    {
-        const auto contrast = [](const QColor &a, const QColor &b) {
-            const auto luminance = [](const QColor &c) {
-                const auto linear = [](double v) {
-                    return v <= 0.04045 ? v / 12.92 : std::pow((v + 0.055) / 1.055, 2.4);
-                };
-                return 0.2126 * linear(c.redF()) + 0.7152 * linear(c.greenF()) + 0.0722 * linear(c.blueF());
-            };
-            const double light = std::max(luminance(a), luminance(b));
-            const double dark = std::min(luminance(a), luminance(b));
-            return (light + 0.05) / (dark + 0.05);
-        };
-        Converter converter;
-        for (const QColor &window : {QColor(0xef, 0xef, 0xef), QColor(0x2a, 0x2e, 0x32)}) {
-            QPalette palette;
-            palette.setColor(QPalette::Window, window);
-            converter.dialog().setPalette(palette);
-            QTest::qWait(1);
-            const auto *line = converter.find<QLabel>(u"Text12Problem"_s);
-            QVERIFY(contrast(line->palette().color(QPalette::WindowText), window) >= 4.5);
-        }
     }
 };
 
