@@ -5,13 +5,13 @@ set(CPACK_PACKAGE_VENDOR "Quillon developers")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "logbook for long-distance reception of FM stations")
 set(CPACK_PACKAGE_DESCRIPTION
     "Quillon is the logbook of a person who listens for far-away FM stations.
- Each entry is one station heard: its RDS data, frequency, time, transmitter
- site, power, distance, propagation mode and notes.
- .
- Stations are logged by hand or in seconds with Quick Add, imported from RDS Spy
- and RDSDX, identified with FMList and reported there. The log is exported as
- KML, web pages and text, and drawn as charts. It is kept in plain text files,
- and every change is on the disk at once.")
+Each entry is one station heard: its RDS data, frequency, time, transmitter
+site, power, distance, propagation mode and notes.
+
+Stations are logged by hand or in seconds with Quick Add, imported from RDS Spy
+and RDSDX, identified with FMList and reported there. The log is exported as
+KML, web pages and text, and drawn as charts. It is kept in plain text files,
+and every change is on the disk at once.")
 set(CPACK_PACKAGE_DIRECTORY ${PROJECT_BINARY_DIR})
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)

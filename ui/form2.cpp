@@ -2,6 +2,7 @@
 
 #include "core/config.h"
 #include "platform/numbers.h"
+#include "platform/windowspath.h"
 #include "ui/guard.h"
 #include "ui/messages.h"
 #include "ui_form2.h"
@@ -24,7 +25,7 @@ void showNumberHint(QLabel *label, const QString &text)
 
 void showDirectoryHint(QLabel *label, const QString &directory)
 {
-    const QString resolved = directory;
+    const QString resolved = resolveDirectory(directory, WindowsPlaces::ofProcess());
     label->setText(resolved == directory ? QString() : u"Looked for as "_s + resolved);
     label->setVisible(!label->text().isEmpty());
 }
