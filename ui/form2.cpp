@@ -2,7 +2,6 @@
 
 #include "core/config.h"
 #include "platform/numbers.h"
-#include "platform/windowspath.h"
 #include "ui/guard.h"
 #include "ui/messages.h"
 #include "ui_form2.h"
@@ -25,7 +24,7 @@ void showNumberHint(QLabel *label, const QString &text)
 
 void showDirectoryHint(QLabel *label, const QString &directory)
 {
-    const QString resolved = resolveDirectory(directory, WindowsPlaces::ofProcess());
+    const QString resolved = directory;
     label->setText(resolved == directory ? QString() : u"Looked for as "_s + resolved);
     label->setVisible(!label->text().isEmpty());
 }

@@ -27,8 +27,8 @@ class Form1;
 }
 
 class Inet1;
+class Dialog1;
 class ScratchPad;
-struct RdsSpyReception;
 
 /// What the main window is given at start.
 struct Form1Options
@@ -160,12 +160,6 @@ private:
     void treatFinding(int row, AutoSearchTally &tally);
     void writeUpdateLogRecord(int row, const QString &stage);
 
-    // form1_import.cpp: receptions recorded by other programs
-    void menuImportRDSSpyLog_Click();
-    void addReception(const RdsSpyReception &reception);
-    void menuImportRDSDXLogCnv_Click();
-    void importRDSDXLogCnv(const QString &selectedFile);
-
     // form1_export.cpp: KML, web pages, text
     void menuExportGoogleTX_Click();
     void menuExportGoogleLog_Click();
@@ -194,6 +188,7 @@ private:
     bool m_automatic = false; ///< while the automatic search runs
     int m_matchCount = 0; ///< of the last search of FMList
     Inet1 *m_inet;
+    QPointer<Dialog1> m_quickAdd;
     QPointer<ScratchPad> m_scratchPad;
 
     QLabel *m_status = nullptr;

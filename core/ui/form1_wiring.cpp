@@ -66,8 +66,6 @@ void Form1::wireMenus()
 {
     on(m_ui->MenuFileExit, &Form1::MenuFileExit_Click);
     on(m_ui->menuToolsFind, &Form1::menuToolsFind_Click);
-    on(m_ui->menuImportRDSSpyLog, &Form1::menuImportRDSSpyLog_Click);
-    on(m_ui->menuImportRDSDXLogCnv, &Form1::menuImportRDSDXLogCnv_Click);
     on(m_ui->menuFMListUploadLogs, &Form1::menuFMListUploadLogs_Click);
     on(m_ui->menuFMListAutoSearch, &Form1::menuFMListAutoSearch_Click);
     on(m_ui->menuFMLSearchPI, &Form1::menuFMLSearchPI_Click);
