@@ -3,6 +3,7 @@
 #include "core/ui/dialog1.h"
 #include "ui/guard.h"
 #include "ui/messages.h"
+#include "ui/openwindow.h"
 #include "ui_form1.h"
 
 #include <QApplication>
@@ -143,6 +144,10 @@ void Form1::Command15_Click()
 // Quick Add (F5).
 void Form1::Command14_Click()
 {
+    if (auto *open = openWindow<Dialog1>(*this)) {
+        open->offer(m_ui->Text9->text(), m_ui->Text1->text());
+        return;
+    }
     auto *window = new Dialog1(this);
     window->offer(m_ui->Text9->text(), m_ui->Text1->text());
     connect(window, &Dialog1::quickAdd, this,
