@@ -397,7 +397,9 @@ void TestEntry::updateShowsTheDateAsTyped()
 
 void TestEntry::updateKeepsNotesThatNobodyTouched()
 {
-    const QByteArray entry = "D3C3|12/06/2010 18:22:05|Es|87.6|||a\xA0z\rb\x1F" "CRLF" "c|RNE_1||||";
+    const QByteArray entry = "D3C3|12/06/2010 18:22:05|Es|87.6|||a\xA0z\rb\x1F"
+                             "CRLF"
+                             "c|RNE_1||||";
     MainWindow window;
     window.start(entry + "|\r\n");
     window.clickRow(1);
@@ -444,8 +446,7 @@ void TestEntry::cloneThenAddDiffersInDateAndUid()
     QCOMPARE(window.text("Text1") + window.text("Text7"), u"D3C343.2630"_s);
     const QByteArray now = window.text("Text2").toLatin1();
     window.click("Command1");
-    QCOMPARE(
-        window.logbook(), oneEntry + "D3C3|" + now + "|Es|87.6|Bilbao|E|oneCRLFtwo|RNE_1|10||||\r\n");
+    QCOMPARE(window.logbook(), oneEntry + "D3C3|" + now + "|Es|87.6|Bilbao|E|oneCRLFtwo|RNE_1|10||||\r\n");
     QCOMPARE(window.transmitterFile(), oneTransmitter);
 }
 

@@ -24,8 +24,9 @@ const QByteArray rdsdxHeader = "  Freq PI   PS       Time    ITU Station|Remarks
 const QByteArray rdsdxLines = "  98.1 C2A2 NARODNI  1610 05 HRV NARODNI, Biokovo|\r\n"
                               "       5202 RAI R2   1612 47 I   RAI R2,Martina Franca|fading\r\n"
                               " 101.3 5279 VIRGIN   1615 38 I   VIRGIN,Monte,Limbara|stereo|more\r\n"_ba;
+// With two commas the transmitter of the line before counts, although that line is left out.
 const QByteArray rdsdxEntries = "C2A2|12/06/2010 16:10:05||98.1| Biokovo|HRV||NARODNI|||||\r\n"
-                                "5279|12/06/2010 16:15:38||101.3| Biokovo|I|stereo|VIRGIN|||||\r\n"_ba;
+                                "5279|12/06/2010 16:15:38||101.3|Martina Franca|I|stereo|VIRGIN|||||\r\n"_ba;
 
 // A main window that knows both folders of the outside programs.
 class ImportingWindow : public MainWindow
