@@ -24,7 +24,8 @@ void recalculate(benchmark::State &state)
     TransmitterList list = bench::fullTransmitterList();
     const Settings settings = bench::homeSettings();
     for ([[maybe_unused]] const auto step : state) {
-        recalculateDistances(list, log, settings, false);
+        measureTransmitters(list, settings, false);
+        giveDistances(list, log);
     }
     reportSize(state, log, list);
 }
@@ -39,7 +40,8 @@ void recalculateAndWriteBothFiles(benchmark::State &state)
     const CodePage codePage;
     const QTemporaryDir directory;
     for ([[maybe_unused]] const auto step : state) {
-        recalculateDistances(list, log, settings, false);
+        measureTransmitters(list, settings, false);
+        giveDistances(list, log);
         writeFile(directory.filePath(u"tx.lst"_s), transmitterBytes(list, codePage));
         writeFile(directory.filePath(u"RDSLog.log"_s), logbookBytes(log, codePage));
     }
@@ -53,9 +55,8 @@ void plainScan(benchmark::State &state)
     Logbook log = bench::fullLog();
     TransmitterList list = bench::fullTransmitterList();
     const Settings settings = bench::homeSettings();
-    Logbook none;
     for ([[maybe_unused]] const auto step : state) {
-        recalculateDistances(list, none, settings, false);
+        measureTransmitters(list, settings, false);
         for (qint32 index = 0; index < log.count(); ++index) {
             LogEntry &entry = log.entry(index);
             for (const Transmitter &row : list) {

@@ -104,6 +104,12 @@ void frmSplash::keyPressEvent(QKeyEvent *event)
     Form_KeyPress();
 }
 
+// Tab closes the window as any key does.
+bool frmSplash::focusNextPrevChild(bool)
+{
+    return false;
+}
+
 bool frmSplash::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() == QEvent::MouseButtonRelease) {

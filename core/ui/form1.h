@@ -27,7 +27,6 @@ class Form1;
 }
 
 class Inet1;
-class Dialog1;
 struct RdsSpyReception;
 class ScratchPad;
 
@@ -195,7 +194,6 @@ private:
     bool m_automatic = false; ///< while the automatic search runs
     int m_matchCount = 0; ///< of the last search of FMList
     Inet1 *m_inet;
-    QPointer<Dialog1> m_quickAdd;
     QPointer<ScratchPad> m_scratchPad;
 
     QLabel *m_status = nullptr;

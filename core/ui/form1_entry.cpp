@@ -3,6 +3,7 @@
 #include "core/ui/dialog1.h"
 #include "ui/guard.h"
 #include "ui/messages.h"
+#include "ui/openwindow.h"
 #include "ui_form1.h"
 
 #include <QApplication>
@@ -158,17 +159,19 @@ void Form1::Command15_Click()
 // Quick Add (F5).
 void Form1::Command14_Click()
 {
-    if (!m_quickAdd || !m_quickAdd->isVisible()) {
-        m_quickAdd = new Dialog1(this);
-        connect(m_quickAdd, &Dialog1::quickAdd, this,
-            [this](const QString &freq, const QString &piCode, const QString &name) {
-                guarded(this, [&] { quickAdd(freq, piCode, name); });
-            });
+    if (auto *open = openWindow<Dialog1>(*this)) {
+        open->offer(m_ui->Text9->text(), m_ui->Text1->text());
+        return;
     }
-    m_quickAdd->offer(m_ui->Text9->text(), m_ui->Text1->text());
-    m_quickAdd->show();
-    m_quickAdd->raise();
-    m_quickAdd->activateWindow();
+    auto *window = new Dialog1(this);
+    window->offer(m_ui->Text9->text(), m_ui->Text1->text());
+    connect(window, &Dialog1::quickAdd, this,
+        [this](const QString &freq, const QString &piCode, const QString &name) {
+            guarded(this, [&] { quickAdd(freq, piCode, name); });
+        });
+    window->show();
+    window->raise();
+    window->activateWindow();
 }
 
 void Form1::quickAdd(const QString &freq, const QString &piCode, const QString &rdsName)

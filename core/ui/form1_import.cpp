@@ -6,7 +6,9 @@
 #include "import/ui/rdsdxlist.h"
 #include "platform/windowspath.h"
 #include "ui/busypointer.h"
+#include "ui/guard.h"
 #include "ui/messages.h"
+#include "ui/openwindow.h"
 #include "ui_form1.h"
 
 #include <QFileInfo>
@@ -20,6 +22,10 @@ using namespace Qt::StringLiterals;
 // RDS Spy Logs.
 void Form1::menuImportRDSSpyLog_Click()
 {
+    if (auto *open = openWindow<importRDSSpy>(*this)) {
+        open->start();
+        return;
+    }
     auto *window = new importRDSSpy(
         m_config, m_options.regional, [this](const RdsSpyReception &reception) { addReception(reception); },
         this);
@@ -50,8 +56,11 @@ void Form1::addReception(const RdsSpyReception &reception)
 // RDSDX Log.
 void Form1::menuImportRDSDXLogCnv_Click()
 {
-    auto *window = new rdsdxlist(
-        m_options.regional.codePage, [this](const QString &file) { importRDSDXLogCnv(file); }, this);
+    auto *window = openWindow<rdsdxlist>(*this);
+    if (!window) {
+        window = new rdsdxlist(
+            m_options.regional.codePage, [this](const QString &file) { importRDSDXLogCnv(file); }, this);
+    }
     window->start(resolveDirectory(m_config.settings().rdsdxDirectory, WindowsPlaces::ofProcess()));
 }
 
@@ -82,7 +91,8 @@ void Form1::importRDSDXLogCnv(const QString &selectedFile)
     }
     showMessage(this, u"Imported %1 logs"_s.arg(imported));
     if (askYesNo(this, u"Perform FMList Auto Search?"_s, title)) {
-        menuFMListAutoSearch_Click();
+        // The import is done: what stops the search does not bring its window back.
+        guarded(this, [this] { menuFMListAutoSearch_Click(); });
     }
 }
 

@@ -7,6 +7,7 @@
 #include "ui/form2.h"
 #include "ui/frmsplash.h"
 #include "ui/messages.h"
+#include "ui/openwindow.h"
 #include "ui/scratchpad.h"
 #include "ui_form1.h"
 
@@ -22,8 +23,9 @@ void Form1::Command10_Click()
         return;
     }
     const BusyPointer busy;
-    recalculateDistances(m_transmitters, m_log, m_config.settings(), m_decimalComma);
+    measureTransmitters(m_transmitters, m_config.settings(), m_decimalComma);
     saveTransmitterList();
+    giveDistances(m_transmitters, m_log);
     populateGrid();
     saveLogbook();
 }
@@ -31,6 +33,9 @@ void Form1::Command10_Click()
 // Converter.
 void Form1::menuToolsConverter_Click()
 {
+    if (openWindow<Dialog>(*this)) {
+        return;
+    }
     auto *window = new Dialog(m_config.settings(), this);
     connect(window, &Dialog::sendToLogBook, this, [this](const QString &latitude, const QString &longitude) {
         m_ui->Text7->setText(latitude);
@@ -42,12 +47,18 @@ void Form1::menuToolsConverter_Click()
 // Stats.
 void Form1::menuStats_Click()
 {
-    (new logStats(m_log, m_config.applicationDir(), this))->show();
+    if (!openWindow<logStats>(*this)) {
+        (new logStats(m_log, m_config.applicationDir(), this))->show();
+    }
 }
 
 // Setup.
 void Form1::menuSetup_Click()
 {
+    if (auto *open = openWindow<Form2>(*this)) {
+        open->fill();
+        return;
+    }
     auto *window = new Form2(this, m_config);
     connect(window, &Form2::saved, this, [this] {
         showTitle();
@@ -71,6 +82,9 @@ void Form1::Command12_Click()
 // About.
 void Form1::menuAbout_Click()
 {
+    if (openWindow<frmSplash>(*this)) {
+        return;
+    }
     auto *window = new frmSplash(this, frmSplash::Use::About, m_config.settings().propagationUrl);
     window->tellDirectory(m_config.applicationDir());
     window->show();

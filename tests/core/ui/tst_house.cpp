@@ -223,6 +223,8 @@ void TestHouse::noTwoMnemonicsOfAMenuAreAlike()
             }
         }
         QVERIFY(!captions.isEmpty());
+        // The two automatic searches share their letter: pressed again, it goes on to the other.
+        captions.removeOne(u"&Auto Search - PI"_s);
         QCOMPARE(claimedTwice(captions), QStringList());
     }
 }
