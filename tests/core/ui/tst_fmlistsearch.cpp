@@ -350,7 +350,7 @@ void TestFmlistSearch::noLeavesEverythingAsItIs()
 
 void TestFmlistSearch::yesUpdatesTheChosenEntry()
 {
-    m_window->open("D3C1|12/06/2010 18:22:05|Es|87.6||TBD|goodCRLFday|R 1|5|7.5|fml=multi#|||\r\n"
+    m_window->open("D3C1|12/06/2010 18:22:05|Es|87.6||TBD|goodCRLFday|R 1|5|7.5|fml=multi#||\r\n"
         + logLine("F201", "12/06/2010 18:30:00", "90.0", "FIP", "F", ""));
     m_window->clickRow(1);
     m_window->type("Text8", {});
