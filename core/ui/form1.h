@@ -28,6 +28,7 @@ class Form1;
 
 class Inet1;
 class Dialog1;
+struct RdsSpyReception;
 class ScratchPad;
 
 /// What the main window is given at start.
@@ -169,6 +170,12 @@ private:
     void menuExportGoogleLog_Click();
     void menuExportWebPage_Click();
     void menuExportEmail_Click();
+
+    // form1_import.cpp: receptions recorded by other programs
+    void menuImportRDSSpyLog_Click();
+    void addReception(const RdsSpyReception &reception);
+    void menuImportRDSDXLogCnv_Click();
+    void importRDSDXLogCnv(const QString &selectedFile);
 
     // form1_tools.cpp: distances and the other windows
     void Command10_Click();
