@@ -1,6 +1,7 @@
 #include "fmlistwindow.h"
 
 #include <QApplication>
+#include <QHeaderView>
 #include <QTcpServer>
 
 using namespace Qt::StringLiterals;
@@ -64,6 +65,7 @@ private Q_SLOTS:
     void withoutAFinalLineFeedTheLastLineIsLost();
     void theFirstRowWithThePiIsHighlighted_data();
     void theFirstRowWithThePiIsHighlighted();
+    void sortingKeepsTheHighlightedResult();
     void theQuestionHasNoAsDefault();
     void noLeavesEverythingAsItIs();
     void yesUpdatesTheChosenEntry();
@@ -79,6 +81,7 @@ private Q_SLOTS:
     void whatIsTypedWhileItRunsIsKept();
     void anotherRowChosenWhileItRunsGetsTheResult();
     void closingTheWindowEndsTheRequest();
+    void closingTheWindowEndsTheProgramWithCodeZero();
 
 private:
     void search();
@@ -321,6 +324,27 @@ void TestFmlistSearch::theFirstRowWithThePiIsHighlighted()
     QCOMPARE(m_window->results().selectionModel()->selectedRows().size(), 1);
 }
 
+void TestFmlistSearch::sortingKeepsTheHighlightedResult()
+{
+    m_window->open(twoEntries);
+    search();
+    QCOMPARE(m_window->results().listIndex(), 0);
+    const QString highlighted = m_window->results().text(0);
+    QHeaderView *header = m_window->results().horizontalHeader();
+    constexpr int transmitter = 4;
+    QTest::mouseClick(header->viewport(), Qt::LeftButton, {},
+        {header->sectionViewportPosition(transmitter) + 20, header->height() / 2});
+    QStringList transmitters;
+    for (const QString &row : m_window->resultRows()) {
+        transmitters += row.section(u'\t', transmitter, transmitter);
+    }
+    QCOMPARE(transmitters, QStringList({u"Brest"_s, u"Moulins"_s, u"Paris"_s}));
+    QCOMPARE(m_window->results().text(m_window->results().listIndex()), highlighted);
+    m_window->answers.press(QMessageBox::Yes);
+    m_window->doubleClickResult(1);
+    QCOMPARE(m_window->text("uid"), u"503"_s);
+}
+
 void TestFmlistSearch::theQuestionHasNoAsDefault()
 {
     m_window->open(oneEntry);
@@ -561,6 +585,23 @@ void TestFmlistSearch::closingTheWindowEndsTheRequest()
     QCOMPARE(m_window->answers.takeTexts(), QStringList());
     QCOMPARE(m_window->logbook(), oneEntry);
     m_window->stop();
+}
+
+void TestFmlistSearch::closingTheWindowEndsTheProgramWithCodeZero()
+{
+    m_window->open(oneEntry);
+    m_window->service.behave({.fault = Fault::Hang});
+    m_window->duringRequest(1, [this] { m_window->form().close(); });
+    bool isOver = false;
+    QTimer::singleShot(0, this, [&] {
+        search();
+        isOver = true;
+    });
+    constexpr int patience = 20'000;
+    QTimer::singleShot(patience, qApp, [] { QCoreApplication::exit(1); });
+    QCOMPARE(QApplication::exec(), 0);
+    QVERIFY(isOver);
+    QCOMPARE(m_window->answers.takeTexts(), QStringList());
 }
 
 QTEST_MAIN(TestFmlistSearch)

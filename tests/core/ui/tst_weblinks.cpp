@@ -71,6 +71,7 @@ private Q_SLOTS:
     void withoutAnOmidThereIsNoMapForYou();
     void helpOpensTheManual_data();
     void helpOpensTheManual();
+    void withoutACopyOfItsOwnHelpOpensTheSuppliedManual();
     void helpOpensThePageOfTheSettings();
     void theUpdateLogIsOpened_data();
     void theUpdateLogIsOpened();
@@ -172,6 +173,15 @@ void TestWebLinks::helpOpensTheManual()
         m_window->trigger("menuHelpOnlineHelp");
     }
     QCOMPARE(takeOpened(), QStringList {u"file://"_s + m_window->directory.file(u"Manual.HTML"_s)});
+}
+
+void TestWebLinks::withoutACopyOfItsOwnHelpOpensTheSuppliedManual()
+{
+    m_window->open();
+    m_window->key(Qt::Key_F1);
+    const QString manual = QStringLiteral(QUILLON_SUPPLIED "/manual.html");
+    QCOMPARE(takeOpened(), QStringList {u"file://"_s + manual});
+    QVERIFY(QFile::exists(manual));
 }
 
 void TestWebLinks::helpOpensThePageOfTheSettings()
