@@ -133,6 +133,7 @@ private:
 
     // form1_fmlist.cpp: search, upload, web pages
     void Command11_Click();
+    void searchForStation(const SearchRequest &request);
     void searchFmlist(const SearchRequest &request);
     void List2_DblClick(int line);
     void menuFMListUploadLogs_Click();
@@ -156,8 +157,11 @@ private:
     void autoSearch(SearchMode mode);
     [[nodiscard]] std::vector<qint32> entriesToSearch(const DayWindow &window);
     void searchEntries(SearchMode mode, const std::vector<qint32> &entries, AutoSearchTally &tally);
-    void searchCurrentEntry(SearchMode mode, AutoSearchTally &tally);
-    void treatFinding(int row, AutoSearchTally &tally);
+    void searchEntry(SearchMode mode, qint32 entry, AutoSearchTally &tally);
+    void searchForForm(SearchMode mode, AutoSearchTally &tally);
+    [[nodiscard]] bool isLoaded(int row, qint32 entry);
+    void updateFromResult(int row);
+    void markEntry(int row, qint32 number, Finding finding);
     void writeUpdateLogRecord(int row, const QString &stage);
 
     // form1_export.cpp: KML, web pages, text
