@@ -35,6 +35,7 @@ private:
     void Form2_Command2_Click();
     void Form2_rdsdir_LostFocus();
     void fill();
+    void alignLabels();
     void showHints();
     void browse(QLineEdit *field);
 

@@ -157,7 +157,7 @@ void Form1::loadLogbookFile()
         }
     } catch (const RuntimeError &) {
         m_status->setText(
-            u"The logbook %1 was not loaded whole: %2 entries were read"_s.arg(path).arg(m_log.count()));
+            u"The logbook %1 was not loaded whole: %2 entries were read"_s.arg(path, QString::number(m_log.count())));
         throw;
     }
 }

@@ -27,8 +27,9 @@ class Form1;
 }
 
 class Inet1;
-class ScratchPad;
+class Dialog1;
 struct RdsSpyReception;
+class ScratchPad;
 
 /// What the main window is given at start.
 struct Form1Options
@@ -160,17 +161,17 @@ private:
     void treatFinding(int row, AutoSearchTally &tally);
     void writeUpdateLogRecord(int row, const QString &stage);
 
-    // form1_import.cpp: receptions recorded by other programs
-    void menuImportRDSSpyLog_Click();
-    void addReception(const RdsSpyReception &reception);
-    void menuImportRDSDXLogCnv_Click();
-    void importRDSDXLogCnv(const QString &selectedFile);
-
     // form1_export.cpp: KML, web pages, text
     void menuExportGoogleTX_Click();
     void menuExportGoogleLog_Click();
     void menuExportWebPage_Click();
     void menuExportEmail_Click();
+
+    // form1_import.cpp: receptions recorded by other programs
+    void menuImportRDSSpyLog_Click();
+    void addReception(const RdsSpyReception &reception);
+    void menuImportRDSDXLogCnv_Click();
+    void importRDSDXLogCnv(const QString &selectedFile);
 
     // form1_tools.cpp: distances and the other windows
     void Command10_Click();
@@ -194,6 +195,7 @@ private:
     bool m_automatic = false; ///< while the automatic search runs
     int m_matchCount = 0; ///< of the last search of FMList
     Inet1 *m_inet;
+    QPointer<Dialog1> m_quickAdd;
     QPointer<ScratchPad> m_scratchPad;
 
     QLabel *m_status = nullptr;
