@@ -102,10 +102,42 @@ LogEntry entryOf(QByteArrayView line, LogbookLayout layout, const Regional &regi
     return entry;
 }
 
-void appendText(QByteArray &bytes, const CodePage &page, QStringView text)
+// More bytes than a line of the file can have.
+qsizetype longestLine(const LogEntry &entry)
 {
-    page.appendEncoded(bytes, text);
-    bytes += '|';
+    constexpr qsizetype dateAndMarks = 40;
+    return entry.piCode.size() + entry.prop.size() + entry.freq.size() + entry.transmitter.size()
+        + entry.country.size() + 2 * entry.notes.size() + entry.rdsName.size() + entry.power.size()
+        + entry.dist.size() + entry.fmlist.size() + entry.uid.size() + dateAndMarks;
+}
+
+// Writes one line; returns its end.
+char *writeLine(char *out, const LogEntry &entry, const CodePage &page)
+{
+    const auto put = [&](QStringView text) {
+        out = page.encodeTo(out, text);
+        *out++ = '|';
+    };
+    put(entry.piCode);
+    out = std::ranges::copy(generalCharacters(entry.dateTime), out).out;
+    *out++ = '|';
+    put(entry.prop);
+    put(entry.freq);
+    put(entry.transmitter);
+    put(entry.country);
+    if (entry.notes.contains("\r\n"_L1)) {
+        put(QString(entry.notes).replace("\r\n"_L1, "CRLF"_L1));
+    } else {
+        put(entry.notes);
+    }
+    put(entry.rdsName);
+    put(entry.power);
+    put(entry.dist);
+    put(entry.fmlist);
+    put(entry.uid);
+    *out++ = '\r';
+    *out++ = '\n';
+    return out;
 }
 
 } // namespace
@@ -149,31 +181,18 @@ bool readLogbook(Logbook &log, QByteArrayView file, const Regional &regional, co
 
 QByteArray logbookBytes(const Logbook &log, const CodePage &codePage)
 {
-    constexpr qsizetype usualLine = 128;
-    QByteArray bytes;
-    bytes.reserve(log.count() * usualLine);
+    qsizetype most = 0;
     for (const LogEntry &entry : log) {
-        if (isDeleted(entry)) {
-            continue;
-        }
-        appendText(bytes, codePage, entry.piCode);
-        appendText(bytes, codePage, generalText(entry.dateTime));
-        appendText(bytes, codePage, entry.prop);
-        appendText(bytes, codePage, entry.freq);
-        appendText(bytes, codePage, entry.transmitter);
-        appendText(bytes, codePage, entry.country);
-        if (entry.notes.contains("\r\n"_L1)) {
-            appendText(bytes, codePage, QString(entry.notes).replace("\r\n"_L1, "CRLF"_L1));
-        } else {
-            appendText(bytes, codePage, entry.notes);
-        }
-        appendText(bytes, codePage, entry.rdsName);
-        appendText(bytes, codePage, entry.power);
-        appendText(bytes, codePage, entry.dist);
-        appendText(bytes, codePage, entry.fmlist);
-        appendText(bytes, codePage, entry.uid);
-        bytes += "\r\n";
+        most += longestLine(entry);
     }
+    QByteArray bytes(most, Qt::Uninitialized);
+    char *out = bytes.data();
+    for (const LogEntry &entry : log) {
+        if (!isDeleted(entry)) {
+            out = writeLine(out, entry, codePage);
+        }
+    }
+    bytes.resize(out - bytes.constData());
     return bytes;
 }
 

@@ -108,23 +108,28 @@ CivilTime civil(DateTime moment)
         static_cast<int>(static_cast<unsigned>(date.day())), rest / 3600, rest / 60 % 60, rest % 60};
 }
 
-QString generalText(DateTime moment)
+std::array<char, 19> generalCharacters(DateTime moment)
 {
     const CivilTime parts = civil(moment);
-    QString text;
-    text.reserve(19);
-    appendNumber(text, parts.day, 2);
-    text += u'/';
-    appendNumber(text, parts.month, 2);
-    text += u'/';
-    appendNumber(text, parts.year, 4);
-    text += u' ';
-    appendNumber(text, parts.hour, 2);
-    text += u':';
-    appendNumber(text, parts.minute, 2);
-    text += u':';
-    appendNumber(text, parts.second, 2);
+    std::array<char, 19> text {"00/00/0000 00:00:0"};
+    const auto put = [&text](std::size_t at, int value) {
+        text[at] = static_cast<char>('0' + value / 10);
+        text[at + 1] = static_cast<char>('0' + value % 10);
+    };
+    put(0, parts.day);
+    put(3, parts.month);
+    put(6, parts.year / 100);
+    put(8, parts.year % 100);
+    put(11, parts.hour);
+    put(14, parts.minute);
+    put(17, parts.second);
     return text;
+}
+
+QString generalText(DateTime moment)
+{
+    const std::array<char, 19> text = generalCharacters(moment);
+    return QString::fromLatin1(text.data(), text.size());
 }
 
 QString dateText(DateTime moment)
