@@ -3,6 +3,7 @@
 #include "fmlist-standin/standin.h"
 #include "support/mainwindow.h"
 
+#include <QApplication>
 #include <QTimer>
 
 #include <functional>
@@ -20,6 +21,26 @@ inline QByteArray knownStations()
            "95.0;E201;RAI_1;E;Madrid, Torrespana;20;40.4;-3.7;602\n"
            "95.0;5202;RAI_1;I;Lombardia, Milano;30;45.5;9.2;603\n";
 }
+
+/// Entries to search for, the first with one match and the second with three.
+inline const QByteArray oneEntry = logLine("D3C1", "12/06/2010 18:22:05", "87.6", "RADIO_1", "TBD", "");
+inline const QByteArray twoEntries =
+    oneEntry + logLine("F201", "12/06/2010 18:30:00", "90.0", "FIP", "F", "");
+/// The result for the first.
+inline const QString berlin =
+    QStringLiteral("87.6\tD3C1\tRADIO_1\tD\tBerlin (Alex)\t100\t52.5208\t13.4094\t4711");
+
+/// Entries of one day for whom the service knows one station, none, three, and one with a UID; then what
+/// the automatic search makes of them.
+inline const QByteArray exact = "D3C1|12/06/2010 10:00:00|Es|87.6||TBD|oneCRLFtwo|R1|5|7.5|old=1#||\r\n";
+inline const QByteArray unknown = "AAAA|12/06/2010 11:00:00|Es|99.9||TBD||NAME|||||\r\n";
+inline const QByteArray several = "F201|12/06/2010 12:00:00|Es|90.0||TBD||FIP|||||\r\n";
+inline const QByteArray identified = "F201|12/06/2010 13:00:00|Es|90.0|Brest|F||FIP||||501|\r\n";
+
+inline const QByteArray exactAfter =
+    "D3C1|12/06/2010 10:00:00|Es|87.6|Berlin (Alex)|D|oneCRLFtwo|RADIO_1|100|7.5|old=1#|4711|\r\n";
+inline const QByteArray unknownAfter = "AAAA|12/06/2010 11:00:00|Es|99.9||TBD||NAME|||fml=none#||\r\n";
+inline const QByteArray severalAfter = "F201|12/06/2010 12:00:00|Es|90.0||TBD||FIP|||fml=multi#||\r\n";
 
 /// The main window with its FMList service on loopback. The service answers within this thread.
 class FmlistWindow : public MainWindow
@@ -88,6 +109,13 @@ public:
         const QPoint place = results().visualRect(results().model()->index(line, 0)).center();
         QTest::mouseClick(results().viewport(), Qt::LeftButton, {}, place);
         QTest::mouseDClick(results().viewport(), Qt::LeftButton, {}, place);
+    }
+
+    /// True when everything is as a search leaves it, whether it went well or not.
+    [[nodiscard]] bool isAfterASearch()
+    {
+        return !QApplication::overrideCursor() && enabled("Command11") && results().isVisible()
+            && results().updatesEnabled() && !list().isVisible();
     }
 
     [[nodiscard]] QString status() { return text("status"); }

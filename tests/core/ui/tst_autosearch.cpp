@@ -15,17 +15,6 @@ const QString dayPrompt =
 const QString updateQuestion =
     u"If FMList returns an exact match do you want to automatically update your log book entry?"_s;
 
-// Entries of one day for whom the service knows one station, none, three, and one with a UID.
-const QByteArray exact = "D3C1|12/06/2010 10:00:00|Es|87.6||TBD|oneCRLFtwo|R1|5|7.5|old=1#||\r\n";
-const QByteArray unknown = "AAAA|12/06/2010 11:00:00|Es|99.9||TBD||NAME|||||\r\n";
-const QByteArray several = "F201|12/06/2010 12:00:00|Es|90.0||TBD||FIP|||||\r\n";
-const QByteArray identified = "F201|12/06/2010 13:00:00|Es|90.0|Brest|F||FIP||||501|\r\n";
-
-const QByteArray exactAfter =
-    "D3C1|12/06/2010 10:00:00|Es|87.6|Berlin (Alex)|D|oneCRLFtwo|RADIO_1|100|7.5|old=1#|4711|\r\n";
-const QByteArray unknownAfter = "AAAA|12/06/2010 11:00:00|Es|99.9||TBD||NAME|||fml=none#||\r\n";
-const QByteArray severalAfter = "F201|12/06/2010 12:00:00|Es|90.0||TBD||FIP|||fml=multi#||\r\n";
-
 QByteArray lookup(const QByteArray &query)
 {
     return "GET /rdslookup.php?" + query + " HTTP/1.1";
@@ -58,17 +47,6 @@ private Q_SLOTS:
     void failedRequestsCountAsNoMatch();
     void anEntryWithoutAFrequencyIsMarkedWithoutAsking();
     void anEntryMarkedBeforeIsSearchedAgain();
-    void sortingWhileARequestRuns();
-    void addingWhileARequestRuns();
-    void choosingAnotherRowWhileARequestRuns_data();
-    void choosingAnotherRowWhileARequestRuns();
-    void beginningANewEntryWhileARequestRuns_data();
-    void beginningANewEntryWhileARequestRuns();
-    void deletingTheEntryWhileItsRequestRuns();
-    void updatingTheEntryWhileItsRequestRuns();
-    void aHalfTypedDateDoesNotStopIt();
-    void closingInTheMiddleKeepsWhatWasFound();
-    void anUnwritableUpdateLogKeepsWhatWasFound();
 
 private:
     // Runs it for the 12th of June 2010 and answers its boxes.
@@ -326,146 +304,6 @@ void TestAutoSearch::anEntryMarkedBeforeIsSearchedAgain()
     QCOMPARE(m_window->asked().size(), 1);
     QCOMPARE(m_window->logbook(), QByteArray(severalAfter).replace("fml=multi#", "fml=none#"));
     QCOMPARE(m_window->grid().text(1, GridColumn::FMList), u"None"_s);
-}
-
-void TestAutoSearch::sortingWhileARequestRuns()
-{
-    m_window->open(unknown + several);
-    m_window->answerSlowly();
-    m_window->duringRequest(1, [this] {
-        m_window->clickHeading(static_cast<int>(GridColumn::Freq));
-        QCOMPARE(m_window->piCodes(), QStringList({u"F201"_s, u"AAAA"_s}));
-    });
-    run();
-    QCOMPARE(m_window->logbook(), unknownAfter + severalAfter);
-    QCOMPARE(m_window->grid().text(1, GridColumn::FMList), u"Multi"_s);
-    QCOMPARE(m_window->grid().text(2, GridColumn::FMList), u"None"_s);
-    QCOMPARE(m_window->asked().size(), 2);
-}
-
-void TestAutoSearch::addingWhileARequestRuns()
-{
-    m_window->open(unknown + several);
-    m_window->answerSlowly();
-    m_window->duringRequest(1, [this] {
-        m_window->click("Command2");
-        m_window->fill({u"Text9"_s, u"101.1"_s, u"Text1"_s, u"BBBB"_s, u"Combo3"_s, u"D"_s, u"Text2"_s,
-            u"01/06/2010 08:00:00"_s});
-        m_window->click("Command1");
-    });
-    run();
-    QCOMPARE(boxes(), QStringList {u"Updated 0 entries"_s});
-    QCOMPARE(
-        m_window->logbook(), unknownAfter + severalAfter + "BBBB|01/06/2010 08:00:00|Es|101.1||D|||||||\r\n");
-    QCOMPARE(m_window->piCodes(), QStringList({u"BBBB"_s, u"AAAA"_s, u"F201"_s}));
-    QCOMPARE(m_window->grid().text(2, GridColumn::FMList), u"None"_s);
-}
-
-void TestAutoSearch::choosingAnotherRowWhileARequestRuns_data()
-{
-    QTest::addColumn<QByteArray>("log");
-    QTest::addColumn<QByteArray>("after");
-    QTest::newRow("no match") << unknown + several << unknownAfter + severalAfter;
-    QTest::newRow("exact match") << exact + identified << exactAfter + identified;
-}
-
-void TestAutoSearch::choosingAnotherRowWhileARequestRuns()
-{
-    QFETCH(QByteArray, log);
-    m_window->open(log);
-    m_window->answerSlowly();
-    m_window->duringRequest(1, [this] { m_window->clickRow(2); });
-    run("menuFMLSearchPI");
-    QTEST(m_window->logbook(), "after");
-}
-
-void TestAutoSearch::beginningANewEntryWhileARequestRuns_data()
-{
-    QTest::addColumn<QString>("button");
-    QTest::addColumn<QByteArray>("log");
-    QTest::addColumn<QByteArray>("after");
-    QTest::newRow("New, no match") << u"Command2"_s << unknown << unknownAfter;
-    QTest::newRow("Clone, several") << u"Command9"_s << several << severalAfter;
-    QTest::newRow("Clone, exact match") << u"Command9"_s << exact << exactAfter;
-}
-
-void TestAutoSearch::beginningANewEntryWhileARequestRuns()
-{
-    QFETCH(QString, button);
-    QFETCH(QByteArray, log);
-    m_window->open(log);
-    m_window->answerSlowly();
-    m_window->duringRequest(1, [this, button] { m_window->click(button); });
-    run("menuFMLSearchPI");
-    QCOMPARE(boxes().size(), 1);
-    QTEST(m_window->logbook(), "after");
-    QCOMPARE(m_window->grid().rows(), 2);
-}
-
-void TestAutoSearch::deletingTheEntryWhileItsRequestRuns()
-{
-    m_window->open(exact + unknown);
-    m_window->answerSlowly();
-    m_window->duringRequest(1, [this] { m_window->click("Command15"); });
-    run("menuFMLSearchPI");
-    QCOMPARE(boxes(), QStringList {u"Updated 0 entries"_s});
-    QCOMPARE(m_window->logbook(), unknownAfter);
-    QCOMPARE(m_window->piCodes(), QStringList({u"delete"_s, u"AAAA"_s}));
-    QVERIFY(m_window->directory.read(u"autoupdate.log"_s).isNull());
-}
-
-void TestAutoSearch::updatingTheEntryWhileItsRequestRuns()
-{
-    m_window->open(unknown);
-    m_window->answerSlowly();
-    m_window->duringRequest(1, [this] {
-        QCOMPARE(m_window->text("Text8"), u"NAME"_s);
-        m_window->type("Text3", u"heard well"_s);
-        m_window->click("Command3");
-    });
-    run("menuFMLSearchPI");
-    QCOMPARE(
-        m_window->logbook(), "AAAA|12/06/2010 11:00:00|Es|99.9||TBD|heard well|NAME|||fml=none#||\r\n"_ba);
-}
-
-void TestAutoSearch::aHalfTypedDateDoesNotStopIt()
-{
-    m_window->open(exact + unknown);
-    m_window->answerSlowly();
-    m_window->duringRequest(1, [this] { m_window->type("Text2", u"12/"_s); });
-    run("menuFMLSearchPI");
-    QCOMPARE(boxes(), QStringList {u"Updated 1 entries"_s});
-    QCOMPARE(m_window->logbook(), exactAfter + unknownAfter);
-}
-
-void TestAutoSearch::closingInTheMiddleKeepsWhatWasFound()
-{
-    const QByteArray last = "BBBB|12/06/2010 14:00:00|Es|99.8||TBD|||||||\r\n";
-    m_window->open(unknown + several + last);
-    m_window->service.behave({.fault = Fault::Hang, .after = 2});
-    m_window->duringRequest(3, [this] { m_window->form().close(); });
-    run();
-    QVERIFY(!m_window->form().isVisible());
-    QCOMPARE(boxes(), QStringList());
-    QCOMPARE(m_window->asked().size(), 3);
-    QCOMPARE(m_window->logbook(), unknownAfter + severalAfter + last);
-    m_window->stop();
-}
-
-void TestAutoSearch::anUnwritableUpdateLogKeepsWhatWasFound()
-{
-    // A folder stands where the update log should be.
-    m_window->directory.write(u"autoupdate.log/file"_s, "x");
-    const QByteArray later = QByteArray(exact).replace(" 10:", " 14:");
-    m_window->open(unknown + later);
-    run("menuFMLSearchPI");
-    const QStringList texts = boxes();
-    QCOMPARE(texts.size(), 1);
-    QVERIFY2(texts[0].startsWith(u"Run-time error: "_s), qPrintable(texts[0]));
-    QVERIFY2(texts[0].contains(u"autoupdate.log"_s), qPrintable(texts[0]));
-    QCOMPARE(m_window->logbook(), unknownAfter + later);
-    QVERIFY(!m_window->find<QWidget>("proclogs")->isVisible());
-    QVERIFY(!m_window->find<QWidget>("progress")->isVisible());
 }
 
 QTEST_MAIN(TestAutoSearch)

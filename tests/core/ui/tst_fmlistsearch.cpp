@@ -2,7 +2,6 @@
 
 #include <QApplication>
 #include <QHeaderView>
-#include <QTcpServer>
 
 using namespace Qt::StringLiterals;
 using namespace quillon;
@@ -11,26 +10,10 @@ using namespace quillon::test;
 
 namespace {
 
-const QByteArray oneEntry = logLine("D3C1", "12/06/2010 18:22:05", "87.6", "RADIO_1", "TBD", "");
-const QByteArray twoEntries = oneEntry + logLine("F201", "12/06/2010 18:30:00", "90.0", "FIP", "F", "");
-
-const QString question = u"Update record with search results?"_s;
-const QString berlin = u"87.6\tD3C1\tRADIO_1\tD\tBerlin (Alex)\t100\t52.5208\t13.4094\t4711"_s;
-
 bool isBusy()
 {
     const QCursor *cursor = QApplication::overrideCursor();
     return cursor && cursor->shape() == Qt::WaitCursor;
-}
-
-// What a search leaves when it is over, well or not.
-void checkEverythingIsBack(FmlistWindow &window)
-{
-    QVERIFY(!QApplication::overrideCursor());
-    QVERIFY(window.enabled("Command11"));
-    QVERIFY(window.results().isVisible());
-    QVERIFY(window.results().updatesEnabled());
-    QVERIFY(!window.list().isVisible());
 }
 
 QByteArray answerOf(const QByteArrayList &lines)
@@ -66,35 +49,17 @@ private Q_SLOTS:
     void theFirstRowWithThePiIsHighlighted_data();
     void theFirstRowWithThePiIsHighlighted();
     void sortingKeepsTheHighlightedResult();
-    void theQuestionHasNoAsDefault();
-    void noLeavesEverythingAsItIs();
-    void yesUpdatesTheChosenEntry();
-    void yesAddsTheEntryThatIsBeingTyped();
-    void enterOnAResultTakesItToo();
-    void withNothingSelectedOnlyTheFormIsFilled();
-    void aDeletedRowCanStillBeWrittenOver();
-    void failures_data();
-    void failures();
-    void noServer();
-    void aSearchAfterAFailureWorks();
-    void aSecondRequestIsRefusedAndTheFirstGoesOn();
-    void whatIsTypedWhileItRunsIsKept();
-    void anotherRowChosenWhileItRunsGetsTheResult();
-    void closingTheWindowEndsTheRequest();
-    void closingTheWindowEndsTheProgramWithCodeZero();
 
 private:
-    void search();
+    // Searches for the only or last entry.
+    void search()
+    {
+        m_window->clickRow(m_window->grid().rows() - 1);
+        m_window->click("Command11");
+    }
 
     std::unique_ptr<FmlistWindow> m_window;
 };
-
-// Searches for the only or last entry.
-void TestFmlistSearch::search()
-{
-    m_window->clickRow(m_window->grid().rows() - 1);
-    m_window->click("Command11");
-}
 
 void TestFmlistSearch::theRequestByteForByte_data()
 {
@@ -148,7 +113,7 @@ void TestFmlistSearch::withoutAFrequencyNothingIsAskedAndAllIsCleared()
     QCOMPARE(m_window->service.requests().size(), 1);
     QCOMPARE(m_window->results().count(), 0);
     QCOMPARE(m_window->status(), QString());
-    checkEverythingIsBack(*m_window);
+    QVERIFY(m_window->isAfterASearch());
     QCOMPARE(m_window->answers.takeTexts(), QStringList());
 }
 
@@ -161,7 +126,7 @@ void TestFmlistSearch::withoutPiAndNameNothingIsAskedAndAllIsCleared()
     QCOMPARE(m_window->service.requests().size(), 1);
     QCOMPARE(m_window->results().count(), 0);
     QCOMPARE(m_window->status(), QString());
-    checkEverythingIsBack(*m_window);
+    QVERIFY(m_window->isAfterASearch());
     QCOMPARE(m_window->answers.takeTexts(), QStringList());
 }
 
@@ -181,7 +146,7 @@ void TestFmlistSearch::whileItRunsThePointerIsBusyAndTheButtonOff()
     });
     search();
     QVERIFY(looked);
-    checkEverythingIsBack(*m_window);
+    QVERIFY(m_window->isAfterASearch());
 }
 
 void TestFmlistSearch::theListsTakeTurns()
@@ -190,7 +155,7 @@ void TestFmlistSearch::theListsTakeTurns()
     QVERIFY(m_window->list().isVisible());
     QVERIFY(!m_window->results().isVisible());
     search();
-    checkEverythingIsBack(*m_window);
+    QVERIFY(m_window->isAfterASearch());
     m_window->click("Command4");
     QVERIFY(m_window->list().isVisible());
     QVERIFY(!m_window->results().isVisible());
@@ -278,7 +243,7 @@ void TestFmlistSearch::errorsOfTheService()
     QTEST(m_window->status(), "status");
     QCOMPARE(m_window->results().count(), 0);
     QCOMPARE(m_window->answers.takeTexts(), QStringList());
-    checkEverythingIsBack(*m_window);
+    QVERIFY(m_window->isAfterASearch());
 }
 
 void TestFmlistSearch::threeLinesAreThreeMatches()
@@ -343,265 +308,6 @@ void TestFmlistSearch::sortingKeepsTheHighlightedResult()
     m_window->answers.press(QMessageBox::Yes);
     m_window->doubleClickResult(1);
     QCOMPARE(m_window->text("uid"), u"503"_s);
-}
-
-void TestFmlistSearch::theQuestionHasNoAsDefault()
-{
-    m_window->open(oneEntry);
-    search();
-    m_window->doubleClickResult(0);
-    QCOMPARE(m_window->answers.seen().size(), 1);
-    const SeenDialog &box = m_window->answers.seen().first();
-    QCOMPARE(box.text, question);
-    QCOMPARE(box.title, u"Update Record"_s);
-    QCOMPARE(box.icon, QMessageBox::Information);
-    QCOMPARE(box.defaultButton, QMessageBox::No);
-}
-
-void TestFmlistSearch::noLeavesEverythingAsItIs()
-{
-    m_window->open(oneEntry);
-    search();
-    const QStringList fields = m_window->fields();
-    m_window->answers.press(QMessageBox::No);
-    m_window->doubleClickResult(0);
-    m_window->doubleClickResult(0);
-    QCOMPARE(m_window->answers.takeTexts(), QStringList({question, question}));
-    QCOMPARE(m_window->fields(), fields);
-    QCOMPARE(m_window->logbook(), oneEntry);
-    QVERIFY(m_window->transmitterFile().isNull());
-}
-
-void TestFmlistSearch::yesUpdatesTheChosenEntry()
-{
-    m_window->open("D3C1|12/06/2010 18:22:05|Es|87.6||TBD|goodCRLFday|R 1|5|7.5|fml=multi#||\r\n"
-        + logLine("F201", "12/06/2010 18:30:00", "90.0", "FIP", "F", ""));
-    m_window->clickRow(1);
-    m_window->type("Text8", {});
-    m_window->click("Command11");
-    QCOMPARE(m_window->resultRows(), QStringList {berlin});
-    m_window->answers.press(QMessageBox::Yes);
-    m_window->doubleClickResult(0);
-    QCOMPARE(m_window->answers.takeTexts(), QStringList {question});
-    QCOMPARE(m_window->fields(),
-        QStringList({u"Text9=87.6"_s, u"Text1=D3C1"_s, u"Text8=RADIO_1"_s, u"Text2=12/06/2010 18:22:05"_s,
-            u"Combo2=Es"_s, u"Text3=good\nday"_s, u"uid=4711"_s, u"Combo3=D"_s, u"Text5=Berlin (Alex)"_s,
-            u"Text6=100"_s, u"Text7=52.5208"_s, u"Text10=13.4094"_s}));
-    QCOMPARE(m_window->logbook(),
-        "D3C1|12/06/2010 18:22:05|Es|87.6|Berlin (Alex)|D|goodCRLFday|RADIO_1|100|7.5|fml=multi#|4711|\r\n"
-            + logLine("F201", "12/06/2010 18:30:00", "90.0", "FIP", "F", ""));
-    QCOMPARE(m_window->transmitterFile(), "Berlin (Alex)|D|52.5208|13.4094||\r\n"_ba);
-    QCOMPARE(m_window->row(1).section(u'|', 9), u"Es|Multi|4711"_s);
-}
-
-void TestFmlistSearch::yesAddsTheEntryThatIsBeingTyped()
-{
-    m_window->open(oneEntry);
-    m_window->click("Command2");
-    m_window->fill({u"Text9"_s, u"90"_s, u"Text1"_s, u"f201"_s, u"Text2"_s, u"13/06/2010 08:00:00"_s});
-    m_window->click("Command11");
-    m_window->answers.press(QMessageBox::Yes);
-    m_window->doubleClickResult(1);
-    QCOMPARE(m_window->answers.takeTexts(), QStringList {question});
-    QCOMPARE(m_window->logbook(), oneEntry + "F201|13/06/2010 08:00:00||90|Paris|F||FIP|5.2|||502|\r\n");
-    QCOMPARE(m_window->grid().rows(), 3);
-    QCOMPARE(m_window->caption("Command2"), u"New"_s);
-}
-
-void TestFmlistSearch::enterOnAResultTakesItToo()
-{
-    m_window->open(oneEntry);
-    search();
-    m_window->results().setFocus();
-    m_window->answers.press(QMessageBox::Yes);
-    m_window->key(Qt::Key_Return);
-    QCOMPARE(m_window->answers.takeTexts(), QStringList {question});
-    QCOMPARE(m_window->text("uid"), u"4711"_s);
-    QVERIFY(m_window->logbook().endsWith("|4711|\r\n"));
-}
-
-void TestFmlistSearch::withNothingSelectedOnlyTheFormIsFilled()
-{
-    m_window->open(oneEntry);
-    m_window->click("Command2");
-    m_window->fill({u"Text9"_s, u"87.6"_s, u"Text1"_s, u"D3C1"_s});
-    m_window->click("Command11");
-    m_window->click("Command2");
-    m_window->answers.press(QMessageBox::Yes);
-    m_window->doubleClickResult(0);
-    QCOMPARE(m_window->answers.takeTexts(), QStringList {question});
-    QCOMPARE(m_window->text("uid"), u"4711"_s);
-    QCOMPARE(m_window->text("Text5"), u"Berlin (Alex)"_s);
-    QCOMPARE(m_window->logbook(), oneEntry);
-    QCOMPARE(m_window->grid().rows(), 2);
-}
-
-void TestFmlistSearch::aDeletedRowCanStillBeWrittenOver()
-{
-    m_window->open(twoEntries);
-    m_window->clickRow(1);
-    m_window->click("Command11");
-    m_window->click("Command15");
-    m_window->form().populateGrid();
-    m_window->answers.press(QMessageBox::Yes);
-    m_window->doubleClickResult(0);
-    QCOMPARE(m_window->answers.takeTexts(), QStringList {question});
-    QVERIFY(m_window->logbook().startsWith("D3C1|12/06/2010 18:22:05|Es|87.6|Berlin (Alex)|D|"));
-    QCOMPARE(m_window->piCodes(), QStringList({u"D3C1"_s, u"F201"_s}));
-}
-
-void TestFmlistSearch::failures_data()
-{
-    QTest::addColumn<int>("fault");
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QString>("told");
-    const auto row = [](const char *title, Fault fault, const QString &name, const QString &told) {
-        QTest::newRow(title) << static_cast<int>(fault) << name << told;
-    };
-    const QString service = u"The service answered with an error"_s;
-    const QString subscript = u"Subscript out of range"_s;
-    row("dropped in the middle", Fault::Drop, u"Cannot reach the service"_s, u"/rdslookup.php"_s);
-    row("500", Fault::Fail500, service, u"500"_s);
-    row("503", Fault::Fail503, service, u"503"_s);
-    row("eight fields", Fault::Eight, subscript, u"line 1"_s);
-    row("a megabyte of junk", Fault::Junk, subscript, u"line 1"_s);
-    row("more than 16 MiB", Fault::Huge, service, u"16 MiB"_s);
-}
-
-void TestFmlistSearch::failures()
-{
-    QFETCH(int, fault);
-    QFETCH(QString, name);
-    QFETCH(QString, told);
-    m_window->open(oneEntry);
-    search();
-    const QStringList fields = m_window->fields();
-    m_window->service.behave({.fault = static_cast<Fault>(fault)});
-    m_window->click("Command11");
-    const QStringList texts = m_window->answers.takeTexts();
-    QCOMPARE(texts.size(), 1);
-    QVERIFY2(texts.first().startsWith(u"Run-time error: "_s + name + u'\n'), qPrintable(texts.first()));
-    QVERIFY2(texts.first().contains(told), qPrintable(texts.first()));
-    QVERIFY(texts.first().size() < 1000);
-    checkEverythingIsBack(*m_window);
-    QCOMPARE(m_window->results().count(), 0);
-    QCOMPARE(m_window->status(), QString());
-    QCOMPARE(m_window->fields(), fields);
-    QCOMPARE(m_window->logbook(), oneEntry);
-}
-
-void TestFmlistSearch::noServer()
-{
-    QString url;
-    {
-        QTcpServer closed;
-        QVERIFY(closed.listen(QHostAddress::LocalHost));
-        url = u"http://127.0.0.1:%1"_s.arg(closed.serverPort());
-    }
-    m_window->openAt(url, oneEntry);
-    search();
-    const QStringList texts = m_window->answers.takeTexts();
-    QCOMPARE(texts.size(), 1);
-    QVERIFY2(
-        texts.first().startsWith(u"Run-time error: Cannot reach the service\n"_s), qPrintable(texts.first()));
-    QVERIFY2(texts.first().contains(url), qPrintable(texts.first()));
-    checkEverythingIsBack(*m_window);
-}
-
-void TestFmlistSearch::aSearchAfterAFailureWorks()
-{
-    m_window->open(oneEntry);
-    m_window->service.behave({.fault = Fault::Drop, .times = 1});
-    search();
-    QCOMPARE(m_window->answers.takeTexts().size(), 1);
-    m_window->click("Command11");
-    QCOMPARE(m_window->answers.takeTexts(), QStringList());
-    QCOMPARE(m_window->resultRows(), QStringList {berlin});
-}
-
-void TestFmlistSearch::aSecondRequestIsRefusedAndTheFirstGoesOn()
-{
-    m_window->open(twoEntries, "OMID=1\r\n");
-    m_window->answerSlowly();
-    m_window->duringRequest(1, [this] {
-        // Choosing a row enables the button while the request runs.
-        m_window->clickRow(2);
-        m_window->click("Command11");
-        m_window->trigger("menuFMListUploadLogs");
-        m_window->trigger("menuFMListAutoSearch");
-        QVERIFY(!m_window->find<QWidget>("proclogs")->isVisible());
-    });
-    m_window->clickRow(1);
-    m_window->click("Command11");
-    const QStringList texts = m_window->answers.takeTexts();
-    QCOMPARE(texts.size(), 3);
-    for (const QString &text : texts) {
-        QVERIFY2(text.startsWith(u"Run-time error: Still executing last request\n"_s), qPrintable(text));
-    }
-    QCOMPARE(m_window->service.requests().size(), 1);
-    QCOMPARE(m_window->resultRows(), QStringList {berlin});
-    QCOMPARE(m_window->status(), u"FMList Search: 1 matches"_s);
-    checkEverythingIsBack(*m_window);
-}
-
-void TestFmlistSearch::whatIsTypedWhileItRunsIsKept()
-{
-    m_window->open(oneEntry);
-    m_window->answerSlowly();
-    m_window->duringRequest(1, [this] {
-        m_window->fill(
-            {u"Text8"_s, u"OTHER"_s, u"Text1"_s, u"E201"_s, u"Text9"_s, u"99.9"_s, u"Text3"_s, u"typed"_s});
-    });
-    search();
-    QCOMPARE(m_window->text("Text3"), u"typed"_s);
-    QCOMPARE(m_window->text("Text9"), u"99.9"_s);
-    QCOMPARE(m_window->text("Text1"), u"E201"_s);
-    QCOMPARE(m_window->text("Text8"), u"OTHER"_s);
-    QCOMPARE(m_window->resultRows(), QStringList {berlin});
-}
-
-void TestFmlistSearch::anotherRowChosenWhileItRunsGetsTheResult()
-{
-    m_window->open(twoEntries);
-    m_window->answerSlowly();
-    m_window->duringRequest(1, [this] { m_window->clickRow(2); });
-    m_window->clickRow(1);
-    m_window->click("Command11");
-    QCOMPARE(m_window->text("Text1"), u"F201"_s);
-    m_window->answers.press(QMessageBox::Yes);
-    m_window->doubleClickResult(0);
-    QCOMPARE(m_window->logbook(),
-        oneEntry + "D3C1|12/06/2010 18:30:00|Es|87.6|Berlin (Alex)|D||RADIO_1|100|||4711|\r\n");
-}
-
-void TestFmlistSearch::closingTheWindowEndsTheRequest()
-{
-    m_window->open(oneEntry);
-    m_window->service.behave({.fault = Fault::Hang});
-    m_window->duringRequest(1, [this] { m_window->form().close(); });
-    search();
-    QVERIFY(!m_window->form().isVisible());
-    QVERIFY(!QApplication::overrideCursor());
-    QCOMPARE(m_window->answers.takeTexts(), QStringList());
-    QCOMPARE(m_window->logbook(), oneEntry);
-    m_window->stop();
-}
-
-void TestFmlistSearch::closingTheWindowEndsTheProgramWithCodeZero()
-{
-    m_window->open(oneEntry);
-    m_window->service.behave({.fault = Fault::Hang});
-    m_window->duringRequest(1, [this] { m_window->form().close(); });
-    bool isOver = false;
-    QTimer::singleShot(0, this, [&] {
-        search();
-        isOver = true;
-    });
-    constexpr int patience = 20'000;
-    QTimer::singleShot(patience, qApp, [] { QCoreApplication::exit(1); });
-    QCOMPARE(QApplication::exec(), 0);
-    QVERIFY(isOver);
-    QCOMPARE(m_window->answers.takeTexts(), QStringList());
 }
 
 QTEST_MAIN(TestFmlistSearch)
