@@ -72,8 +72,8 @@ double residentSize()
     if (!file.open(QIODevice::ReadOnly)) {
         return 0;
     }
-    const long pages = file.readAll().split(' ').at(1).toLong();
-    return static_cast<double>(pages * (sysconf(_SC_PAGESIZE) / 1024));
+    const double pages = file.readAll().split(' ').at(1).toDouble();
+    return pages * static_cast<double>(sysconf(_SC_PAGESIZE)) / 1024;
 }
 
 // Processor time and resident size of a thousand searches, one after the other.

@@ -1,5 +1,6 @@
 #include "ui/curlloop.h"
 
+#include <chrono>
 #include <new>
 
 namespace quillon {

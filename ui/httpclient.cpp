@@ -125,10 +125,10 @@ int HttpClient::requestBegins(void *client, char *, char *, int, int)
     return CURL_PREREQFUNC_OK;
 }
 
-size_t HttpClient::takeHeader(const char *data, size_t size, size_t count, void *client)
+size_t HttpClient::takeHeader(const char *data, size_t, size_t count, void *client)
 {
     auto *const self = static_cast<HttpClient *>(client);
-    const QByteArray line = QByteArray(data, static_cast<qsizetype>(size * count)).trimmed();
+    const QByteArray line = QByteArray(data, static_cast<qsizetype>(count)).trimmed();
     if (line.startsWith("HTTP/")) {
         qCDebug(trace) << "Request sent";
         qCDebug(trace) << "Chatting with Host...";
@@ -140,18 +140,18 @@ size_t HttpClient::takeHeader(const char *data, size_t size, size_t count, void 
     } else if (!self->m_isHeadComplete && line.left(9).toLower() == "location:") {
         self->m_location = line.mid(9).trimmed();
     }
-    return size * count;
+    return count;
 }
 
-size_t HttpClient::takeBody(const char *data, size_t size, size_t count, void *client)
+size_t HttpClient::takeBody(const char *data, size_t, size_t count, void *client)
 {
     QByteArray &body = static_cast<HttpClient *>(client)->m_answer.body;
-    const auto length = static_cast<qsizetype>(size * count);
+    const auto length = static_cast<qsizetype>(count);
     if (body.size() + length > largestAnswer) {
         return CURL_WRITEFUNC_ERROR;
     }
     body.append(data, length);
-    return size * count;
+    return count;
 }
 
 void HttpClient::complete(CURLcode result)

@@ -54,8 +54,8 @@ Q_SIGNALS:
 private:
     static int socketMade(void *client, curl_socket_t socket, curlsocktype purpose);
     static int requestBegins(void *client, char *, char *, int, int);
-    static size_t takeHeader(const char *data, size_t size, size_t count, void *client);
-    static size_t takeBody(const char *data, size_t size, size_t count, void *client);
+    static size_t takeHeader(const char *data, size_t one, size_t count, void *client);
+    static size_t takeBody(const char *data, size_t one, size_t count, void *client);
 
     void setCallbacks();
     void complete(CURLcode result);
