@@ -1,10 +1,12 @@
+#include "commandline.h"
 #include "core/ui/form1.h"
 #include "platform/applicationdirectory.h"
 #include "ui/guard.h"
 
 #include <QApplication>
-#include <QCommandLineParser>
 #include <QIcon>
+
+#include <optional>
 
 namespace {
 
@@ -23,23 +25,21 @@ QIcon programIcon()
 
 int main(int argc, char *argv[])
 {
+    using namespace quillon;
+    CommandLine commandLine;
+    if (const auto exitCode = commandLine.answered(argc, argv)) {
+        return *exitCode;
+    }
+    std::optional<DisplayGuard> displayGuard(std::in_place);
     QApplication application(argc, argv);
+    displayGuard.reset();
     QApplication::setApplicationName(u"quillon"_s);
     QApplication::setApplicationVersion(QStringLiteral(QUILLON_VERSION));
     QApplication::setDesktopFileName(u"quillon"_s);
     QApplication::setWindowIcon(programIcon());
 
-    QCommandLineParser parser;
-    parser.setApplicationDescription(u"Logbook for long-distance reception of FM broadcast stations."_s);
-    parser.addHelpOption();
-    parser.addVersionOption();
-    const QCommandLineOption directoryOption(
-        u"directory"_s, u"Keep all files in this directory."_s, u"DIR"_s);
-    parser.addOption(directoryOption);
-    parser.process(application);
-
-    using namespace quillon;
-    const QString directory = applicationDirectory(directoryChoiceOfProcess(parser.value(directoryOption)));
+    const QString chosen = commandLine.directory(QApplication::arguments());
+    const QString directory = applicationDirectory(directoryChoiceOfProcess(chosen));
     const QString supplied = suppliedDirectory();
     if (!guarded(nullptr, [&] { prepareApplicationDirectory(directory, supplied); })) {
         return 1;

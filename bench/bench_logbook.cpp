@@ -1,6 +1,6 @@
 // Load, save, show and search a log of full size, each beside the plain loop that it is held to.
 
-#include "bench/support.h"
+#include "bench/logfile.h"
 #include "core/gridrows.h"
 #include "core/logbookfile.h"
 #include "platform/files.h"

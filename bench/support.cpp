@@ -1,14 +1,10 @@
-#include "bench/support.h"
+#include "support.h"
 
-#include "core/logbookfile.h"
 #include "platform/runtimeerror.h"
 
-#include <QLocale>
-#include <QTemporaryDir>
+#include <QRandomGenerator>
 
 #include <array>
-#include <malloc.h>
-#include <random>
 
 namespace quillon::bench {
 
@@ -16,96 +12,84 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-struct Site
-{
-    const char *name;
-    const char *country;
-    const char *distance;
-};
+constexpr std::array countries {u"Germany", u"Spain", u"Italy", u"Poland", u"Norway", u"Portugal", u"Algeria",
+    u"Ukraine", u"Greece", u"Iceland"};
+constexpr std::array modes {u"Es", u"Es", u"Es", u"Tropo", u"Tropo", u"MS", u"Aur"};
 
-constexpr std::array sites {Site {"Brocken", "D", "212.4"}, Site {"M\xFChlacker", "D", "318.0"},
-    Site {"Bilbao", "E", "1312.9"}, Site {"Torrente/Monte Vedat", "E", "1544.1"},
-    Site {"Monte Cavo", "I", "1102.7"}, Site {"Sofia/Kopitoto", "BUL", "1377.5"},
-    Site {"Athens/Ymittos", "GRC", "1801.2"}, Site {"Kaliningrad/Bolshakovo", "RUS", "788.8"},
-    Site {"Lille/Bouvigny", "F", "420.3"}, Site {"Skellefte\xE5", "S", "1499.0"}};
-constexpr std::array modes {"Es", "Es", "Es", "Tropo", "MS", "Es"};
-constexpr int stationCount = 900;
-
-QByteArray lineOf(int number, std::mt19937 &random, DateTime moment)
+template<std::size_t size>
+QString one(const std::array<const char16_t *, size> &words, int number)
 {
-    // A few stations are heard again and again.
-    const int station =
-        static_cast<int>(random() % stationCount) * static_cast<int>(random() % stationCount) / stationCount;
-    const Site &site = sites[static_cast<std::size_t>(station) % sites.size()];
-    const QByteArray piCode = QByteArray::number(0x1201 + station * 61, 16).toUpper();
-    const QByteArray freq = QByteArray::number(87.6 + station % 204 * 0.1, 'f', 1);
-    const QByteArray name = "RADIO_"_ba + QByteArray::number(station % 100);
-    const QByteArray notes = number % 5 == 0
-        ? "RT heard, ID in the clearCRLFfaded after "_ba + QByteArray::number(number % 90) + " s"_ba
-        : QByteArray();
-    const bool sent = number % 3 == 0;
-    const QByteArray uid = sent ? QByteArray::number(1'000'000 + station * 37) : QByteArray();
-    QByteArray line = piCode + '|' + generalText(moment).toLatin1() + '|' + modes[random() % modes.size()]
-        + '|' + freq + '|' + site.name + '|' + site.country + '|' + notes + '|' + name + '|'
-        + QByteArray::number(1 + station % 100) + '|' + site.distance + '|' + (sent ? "fml=sent#" : "") + '|'
-        + uid + "|\r\n"_ba;
-    return line;
+    return QString::fromUtf16(words[static_cast<std::size_t>(number) % size]);
 }
 
-QByteArray makeFile()
+Transmitter site(int number)
 {
-    std::mt19937 random(1948); // NOLINT(cert-msc32-c,cert-msc51-cpp): the same log every time
-    DateTime moment = *fromCivil({2005, 5, 1, 6, 0, 0});
-    QByteArray file;
-    for (int i = 0; i < fullLog; ++i) {
-        moment.seconds += static_cast<qint64>(random() % 38'000);
-        file += lineOf(i, random, moment);
+    QRandomGenerator random(static_cast<quint32>(number));
+    Transmitter transmitter;
+    transmitter.name = u"Transmitter Site %1"_s.arg(number);
+    transmitter.country = one(countries, number);
+    transmitter.latitude = QString::number(35 + random.generateDouble() * 30, 'f', 4);
+    transmitter.longitude = QString::number(-20 + random.generateDouble() * 60, 'f', 4);
+    transmitter.distance = QString::number(random.bounded(30000) / 10.0, 'f', 1);
+    return transmitter;
+}
+
+LogEntry reception(int number, QRandomGenerator &random)
+{
+    constexpr qint64 start = 1104537600; // the year 2005
+    constexpr qint64 twentyYears = 7305 * secondsPerDay;
+    // An eighth of the numbers is beyond the list.
+    const int of = random.bounded(fullListSize + fullListSize / 7);
+    LogEntry entry;
+    entry.piCode = u"%1"_s.arg(random.bounded(0x1000, 0x10000), 4, 16, QChar(u'0')).toUpper();
+    entry.dateTime = {start + twentyYears * number / fullLogSize};
+    entry.prop = one(modes, random.bounded(7));
+    entry.freq = QString::number(87.5 + random.bounded(206) / 10.0, 'f', 1);
+    entry.transmitter = u"Transmitter Site %1"_s.arg(of);
+    entry.country = one(countries, of);
+    entry.rdsName = u"RADIO %1"_s.arg(random.bounded(99));
+    entry.power = QString::number(random.bounded(1, 200));
+    entry.dist = QString::number(random.bounded(30000) / 10.0, 'f', 1);
+    entry.fmlist = number % 3 == 0 ? u"fml=sent#"_s : QString();
+    entry.uid = QString::number(random.bounded(9999999));
+    if (number % 4 == 0) {
+        entry.notes = u"Strong for some minutes, then gone"_s;
     }
-    return file;
+    return entry;
 }
 
 } // namespace
 
-Regional regional()
+Logbook fullLog()
 {
-    return {CodePage(1252), NumberFormat(), MonthNames::of(QLocale(u"en_GB"_s))};
-}
-
-const QByteArray &fullLogbookFile()
-{
-    static const QByteArray file = makeFile();
-    return file;
-}
-
-void readFullLogbook(Logbook &log, QByteArrayView file)
-{
-    try {
-        readLogbook(log, file, regional(), u"RDSLog.log"_s);
-    } catch (const RuntimeError &error) {
-        if (error.name() != ErrorName::Overflow) {
-            throw;
+    QRandomGenerator random(20260701);
+    Logbook log;
+    for (int number = 0; number < fullLogSize; ++number) {
+        try {
+            log.AddEntry(reception(number, random));
+        } catch (const RuntimeError &) {
+            break; // the last entry is in, and says that the log cannot grow
         }
     }
-}
-
-Logbook fullLogbook()
-{
-    Logbook log;
-    readFullLogbook(log, fullLogbookFile());
     return log;
 }
 
-const QString &directory()
+TransmitterList fullTransmitterList()
 {
-    static const QTemporaryDir temporary;
-    static const QString path = temporary.path();
-    return path;
+    TransmitterList list;
+    for (int number = 0; number < fullListSize; ++number) {
+        list.add(site(number));
+    }
+    return list;
 }
 
-double usedMegabytes()
+Settings homeSettings()
 {
-    const struct mallinfo2 info = ::mallinfo2();
-    return static_cast<double>(info.uordblks + info.hblkhd) / 1e6;
+    Settings settings;
+    settings.homeLatitude = u"51.5"_s;
+    settings.homeLongitude = u"-0.1"_s;
+    settings.asMiles = u"FALSE"_s;
+    return settings;
 }
 
 } // namespace quillon::bench

@@ -1,33 +1,22 @@
 #pragma once
 
+#include "core/config.h"
 #include "core/logbook.h"
-#include "platform/regional.h"
-
-#include <QByteArray>
-#include <QString>
+#include "txdb/transmitters.h"
 
 namespace quillon::bench {
 
-/// The entries of a log of full size, and the sites of a full transmitter list.
-inline constexpr int fullLog = 32'498;
+inline constexpr int fullLogSize = 32498;
+inline constexpr int fullListSize = TransmitterList::capacity;
 
-/// English month names, windows-1252 and the decimal point.
-[[nodiscard]] Regional regional();
+/// The largest log there is: twenty years of receptions of the sites of fullTransmitterList, in the order of
+/// time, one in eight of a site that is in no list. The same on every call.
+[[nodiscard]] Logbook fullLog();
 
-/// A logbook file of full size in the current layout: some hundred stations heard again and again over twenty
-/// years, with a note now and then. The same bytes every time.
-[[nodiscard]] const QByteArray &fullLogbookFile();
+/// The largest transmitter list there is: sites all over Europe and around, with their distances.
+[[nodiscard]] TransmitterList fullTransmitterList();
 
-/// The log of fullLogbookFile().
-[[nodiscard]] Logbook fullLogbook();
-
-/// Reads the file of a log that may be full: the last entry of a full one reports that it is.
-void readFullLogbook(Logbook &log, QByteArrayView file);
-
-/// A directory of the run's own, gone at its end.
-[[nodiscard]] const QString &directory();
-
-/// Megabytes of memory that this process has in use.
-[[nodiscard]] double usedMegabytes();
+/// A home in the south of England, in kilometres.
+[[nodiscard]] Settings homeSettings();
 
 } // namespace quillon::bench

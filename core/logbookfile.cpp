@@ -204,6 +204,11 @@ LogbookLoading loadLogbook(Logbook &log, const QString &path, const Regional &re
         return LogbookLoading::NoFile;
     }
     const QByteArray file = readFile(path);
+    if (file.isEmpty()) {
+        // The log of somebody who deleted the last entry: there is nothing in it to lose.
+        kept.readWhole(path, *state);
+        return LogbookLoading::Loaded;
+    }
     if (logbookLayout(file) == LogbookLayout::Unknown) {
         return LogbookLoading::NotLoaded;
     }

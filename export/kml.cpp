@@ -40,18 +40,7 @@ public:
 
     void beginList() { add("<description><![CDATA[ <ol>\r\n"); }
 
-    void addToList(const LogEntry &entry)
-    {
-        add("<li>[");
-        addText(generalText(entry.dateTime));
-        add("] [");
-        addText(entry.piCode);
-        add("] [");
-        addText(entry.rdsName);
-        add("] [");
-        addText(entry.freq);
-        add("]</li>\r\n");
-    }
+    void addToList(QByteArrayView line) { add(line); }
 
     void endList() { add("</ol>]]> </description>\r\n"); }
 
@@ -104,6 +93,7 @@ QByteArray transmitterKml(const TransmitterList &transmitters, const CodePage &c
 QByteArray logbookKml(const Logbook &log, const TransmitterList &transmitters, const CodePage &codePage)
 {
     const std::vector<Reception> receptions = findReceptions(log, transmitters);
+    const ReceptionLines lines(log, codePage);
     Document document(u"Quillon - Export LogBook"_s, codePage);
     document.reserve((transmitters.count() + 1) * placemarkSize + log.count() * listLineSize);
     auto next = receptions.begin();
@@ -112,7 +102,7 @@ QByteArray logbookKml(const Logbook &log, const TransmitterList &transmitters, c
         document.beginPlacemark(transmitter.name, transmitter.country);
         document.beginList();
         for (; next != receptions.end() && next->transmitter == row; ++next) {
-            document.addToList(log.entry(next->entry));
+            document.addToList(lines.of(next->entry));
         }
         document.endList();
         document.endPlacemark(heardColor, transmitter);
@@ -122,12 +112,12 @@ QByteArray logbookKml(const Logbook &log, const TransmitterList &transmitters, c
 }
 
 HeardKml::HeardKml(const Logbook &log, const TransmitterList &transmitters, const Regional &regional)
-    : m_log(log)
-    , m_transmitters(transmitters)
+    : m_transmitters(transmitters)
     , m_codePage(regional.codePage)
     , m_monthNames(exportMonths(regional))
     , m_keys(m_monthNames)
     , m_receptions(findReceptions(log, transmitters))
+    , m_lines(log, regional.codePage)
 {
     for (const Reception &reception : m_receptions) {
         m_byMonth[m_keys.of(log.entry(reception.entry).dateTime)].push_back(reception);
@@ -157,7 +147,7 @@ QByteArray HeardKml::document(const QString &folder, const std::vector<Reception
         document.beginPlacemark(W3CEncode(transmitter.name, m_codePage), transmitter.country);
         document.beginList();
         for (; next != receptions.end() && next->transmitter == row; ++next) {
-            document.addToList(m_log.entry(next->entry));
+            document.addToList(m_lines.of(next->entry));
         }
         document.endList();
         document.endPlacemark(heardColor, transmitter);

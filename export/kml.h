@@ -24,7 +24,7 @@ namespace quillon {
     const Logbook &log, const TransmitterList &transmitters, const CodePage &codePage);
 
 /// Documents of the heard transmitters only, with their names encoded. The receptions are searched once, at
-/// construction; log and transmitters must outlive the object and stay as they are.
+/// construction; the transmitters must outlive the object and stay as they are.
 class HeardKml
 {
 public:
@@ -40,12 +40,12 @@ public:
 private:
     [[nodiscard]] QByteArray document(const QString &folder, const std::vector<Reception> &receptions) const;
 
-    const Logbook &m_log;
     const TransmitterList &m_transmitters;
     CodePage m_codePage;
     MonthNames m_monthNames;
     MonthKeys m_keys;
     std::vector<Reception> m_receptions;
+    ReceptionLines m_lines;
     QHash<int, std::vector<Reception>> m_byMonth;
 };
 

@@ -1,5 +1,6 @@
 #include "export/kmlfiles.h"
 
+#include "export/pagefile.h"
 #include "platform/files.h"
 #include "platform/runtimeerror.h"
 
@@ -14,7 +15,7 @@ using namespace Qt::StringLiterals;
 QString writeTransmitterKml(const QString &applicationDir, const TransmitterList &transmitters,
     const CodePage &codePage, FileCalls &calls)
 {
-    const QString path = resolveFile(applicationDir, u"tx.kml"_s);
+    QString path = resolveFile(applicationDir, u"tx.kml"_s);
     writeFile(path, transmitterKml(transmitters, codePage), calls);
     return path;
 }
@@ -22,7 +23,7 @@ QString writeTransmitterKml(const QString &applicationDir, const TransmitterList
 QString writeLogbookKml(const QString &applicationDir, const Logbook &log,
     const TransmitterList &transmitters, const CodePage &codePage, FileCalls &calls)
 {
-    const QString path = resolveFile(applicationDir, u"quillon.kml"_s);
+    QString path = resolveFile(applicationDir, u"quillon.kml"_s);
     writeFile(path, logbookKml(log, transmitters, codePage), calls);
     return path;
 }
@@ -30,10 +31,10 @@ QString writeLogbookKml(const QString &applicationDir, const Logbook &log,
 bool writeMonthlyKml(const QString &path, const HeardKml &heard, DateTime month, FileCalls &calls)
 {
     if (const auto document = heard.month(month)) {
-        writeFile(path, *document, calls);
+        writePageFile(path, *document, calls);
         return true;
     }
-    if (calls.remove(QFile::encodeName(path)) < 0 && errno != ENOENT) {
+    if (QFile::exists(path) && calls.remove(QFile::encodeName(path)) < 0) {
         throw systemError(errno, u"Deleting "_s + path);
     }
     return false;

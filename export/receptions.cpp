@@ -26,4 +26,30 @@ std::vector<Reception> findReceptions(const Logbook &log, const TransmitterList 
     return result;
 }
 
+ReceptionLines::ReceptionLines(const Logbook &log, const CodePage &codePage)
+{
+    constexpr qsizetype usualLength = 64;
+    m_bytes.reserve(log.count() * usualLength);
+    m_starts.reserve(static_cast<std::size_t>(log.count()) + 1);
+    for (const LogEntry &entry : log) {
+        m_starts.push_back(m_bytes.size());
+        m_bytes += "<li>[";
+        codePage.appendEncoded(m_bytes, generalText(entry.dateTime));
+        m_bytes += "] [";
+        codePage.appendEncoded(m_bytes, entry.piCode);
+        m_bytes += "] [";
+        codePage.appendEncoded(m_bytes, entry.rdsName);
+        m_bytes += "] [";
+        codePage.appendEncoded(m_bytes, entry.freq);
+        m_bytes += "]</li>\r\n";
+    }
+    m_starts.push_back(m_bytes.size());
+}
+
+QByteArrayView ReceptionLines::of(qint32 entry) const
+{
+    const auto index = static_cast<std::size_t>(entry);
+    return QByteArrayView(m_bytes).sliced(m_starts[index], m_starts[index + 1] - m_starts[index]);
+}
+
 } // namespace quillon

@@ -87,7 +87,7 @@ QByteArray textLog(const CellSource &grid, const TextLogRange &range, const Regi
 QString writeTextLog(const QString &applicationDir, const CellSource &grid, const TextLogRange &range,
     const Regional &regional, FileCalls &calls)
 {
-    const QString path = resolveFile(applicationDir, u"quillon.txt"_s);
+    QString path = resolveFile(applicationDir, u"quillon.txt"_s);
     writeFile(path, textLog(grid, range, regional), calls);
     return path;
 }

@@ -1,6 +1,7 @@
 #include "export/webpages.h"
 
 #include "export/kmlfiles.h"
+#include "export/pagefile.h"
 #include "export/webrows.h"
 #include "export/webtemplate.h"
 #include "platform/files.h"
@@ -61,7 +62,7 @@ public:
     QString writeIndexPage()
     {
         const QString viewer = u"quillon_mapview.htm"_s;
-        copyFile(resolveFile(m_applicationDir, viewer), filePath(m_pages, viewer), m_calls);
+        writePageFile(filePath(m_pages, viewer), suppliedFile(viewer), m_calls);
 
         const std::array placeholders {
             Placeholder {"$CALLSIGN"_ba, m_codePage.encode(m_site.callsign)},
@@ -69,14 +70,14 @@ public:
             Placeholder {"$VERSION"_ba, m_codePage.encode(m_site.version)},
             Placeholder {"$GENERATED"_ba, generalText(m_site.now).toLatin1()},
         };
-        const QByteArray page = fillTemplate(templateText(u"quillon_index.template"_s), placeholders,
+        const QByteArray page = fillTemplate(suppliedFile(u"quillon_index.template"_s), placeholders,
             [this](QByteArray &out) { writeMonths(out); });
-        const QString path = filePath(m_pages, u"quillon_logindex.htm"_s);
-        writeFile(path, page, m_calls);
+        QString path = filePath(m_pages, u"quillon_logindex.htm"_s);
+        writePageFile(path, page, m_calls);
         return path;
     }
 
-    void writeFullKml() { writeFile(filePath(m_pages, u"quillon.kml"_s), m_heard.full(), m_calls); }
+    void writeFullKml() { writePageFile(filePath(m_pages, u"quillon.kml"_s), m_heard.full(), m_calls); }
 
 private:
     // What the files of a month hold, for its rows in the index.
@@ -86,7 +87,7 @@ private:
         bool hasMap = false;
     };
 
-    [[nodiscard]] QByteArray templateText(const QString &name) const
+    [[nodiscard]] QByteArray suppliedFile(const QString &name) const
     {
         return readFile(resolveFile(m_applicationDir, name));
     }
@@ -124,7 +125,7 @@ private:
     MonthCounts writeMonthPage(const QString &path, DateTime month)
     {
         if (!m_monthTemplate) {
-            m_monthTemplate = templateText(u"quillon_log.template"_s);
+            m_monthTemplate = suppliedFile(u"quillon_log.template"_s);
         }
         const std::array placeholders {
             Placeholder {"$MONTHYEAR"_ba, m_codePage.encode(formatted(month, u"mmm-yyyy", m_months))}};
@@ -136,7 +137,7 @@ private:
                     out, receptionCells(m_site.grid, row, m_dates.at(row), m_months, m_codePage), m_codePage);
             }
         });
-        writeFile(path, page, m_calls);
+        writePageFile(path, page, m_calls);
         return counts;
     }
 
@@ -158,7 +159,7 @@ QString exportWebPages(
     const QString &applicationDir, const WebSite &site, const Regional &regional, FileCalls &calls)
 {
     SiteWriter writer(applicationDir, site, regional, calls);
-    const QString index = writer.writeIndexPage();
+    QString index = writer.writeIndexPage();
     writer.writeFullKml();
     return index;
 }

@@ -27,9 +27,9 @@ struct WebSite
 /// the KML file of the whole log. A month is listed when a row of another month or row 1 follows it, so a
 /// month that begins at row 1 is not; a month that is met again is listed again.
 ///
-/// Each file is written whole. Throws the run-time error of what failed: "File not found" with the path of a
-/// missing template or map viewer page, "Type mismatch" for a row without a date-time; the files written
-/// until then stay.
+/// Each file is written whole, and only when its bytes change. Throws the run-time error of what failed:
+/// "File not found" with the path of a missing template or map viewer page, "Type mismatch" for a row without
+/// a date-time; the files written until then stay.
 QString exportWebPages(const QString &applicationDir, const WebSite &site, const Regional &regional,
     FileCalls &calls = FileCalls::real());
 

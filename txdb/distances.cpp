@@ -34,7 +34,7 @@ bool homeIsSet(const Settings &settings)
     return settings.homeLatitude != notSet && settings.homeLongitude != notSet;
 }
 
-void recalculateDistances(TransmitterList &list, Logbook &log, const Settings &settings, bool decimalComma)
+void measureTransmitters(TransmitterList &list, const Settings &settings, bool decimalComma)
 {
     const Home home {
         degrees(settings.homeLatitude, decimalComma), degrees(settings.homeLongitude, decimalComma)};
@@ -43,6 +43,10 @@ void recalculateDistances(TransmitterList &list, Logbook &log, const Settings &s
         const double distance = kilometres(home, list.row(index), decimalComma) / unit;
         list.setDistance(index, plainText(rounded(distance, 1)));
     }
+}
+
+void giveDistances(const TransmitterList &list, Logbook &log)
+{
     // A site is in the list once, so the one that is found is the first that matches.
     for (qint32 index = 0; index < log.count(); ++index) {
         LogEntry &entry = log.entry(index);

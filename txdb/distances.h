@@ -13,9 +13,11 @@ namespace quillon {
 
 /// Measures the distance of every transmitter from home anew: in km, or in miles when the settings say so,
 /// rounded to one decimal place, as plain text with "."; a coordinate that is missing or no number counts as
-/// -1. Then gives every entry, deleted ones included, the distance of the transmitter of its Transmitter and
-/// Country; an entry without one keeps its Dist. `decimalComma` is that of the locale. To be called only when
-/// homeIsSet.
-void recalculateDistances(TransmitterList &list, Logbook &log, const Settings &settings, bool decimalComma);
+/// -1. `decimalComma` is that of the locale. To be called only when homeIsSet.
+void measureTransmitters(TransmitterList &list, const Settings &settings, bool decimalComma);
+
+/// Gives every entry, deleted ones included, the distance of the transmitter of its Transmitter and Country;
+/// an entry without one keeps its Dist.
+void giveDistances(const TransmitterList &list, Logbook &log);
 
 } // namespace quillon

@@ -54,6 +54,7 @@ void ChartControl::setTable(const ChartTable &table)
     }
     chart()->legend()->setVisible(m_legend && !table.isEmpty());
     applyStyle();
+    chart()->layout()->activate();
     describe();
 }
 
@@ -174,7 +175,7 @@ QImage ChartControl::picture() const
 
 QImage ChartControl::copyPicture() const
 {
-    const QImage image = picture();
+    QImage image = picture();
     QGuiApplication::clipboard()->setImage(image);
     return image;
 }

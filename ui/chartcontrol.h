@@ -72,6 +72,7 @@ private:
     void applyFonts();
     void describe();
     void paintNote(QPainter &painter, const QString &text) const;
+    void paintPeriods(QPainter &painter) const;
     void paintNumbers(QPainter &painter) const;
     void paintHovered(QPainter &painter) const;
     void paintOver(QPainter &painter) const;

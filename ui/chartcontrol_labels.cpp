@@ -41,29 +41,44 @@ private:
             return std::clamp(
                 static_cast<qsizetype>(x), qsizetype {0}, static_cast<qsizetype>(m_tops.size()));
         };
-        return {column(std::floor(place.left() - m_left)), column(std::ceil(place.right() - m_left))};
+        return {column(std::round(place.left() - m_left)), column(std::round(place.right() - m_left))};
     }
 
     qreal m_left;
     std::vector<qreal> m_tops;
 };
 
+// Digits stand on the line and have the height of capitals.
+qreal lineHeight(const QFontMetricsF &metrics)
+{
+    return std::ceil(metrics.capHeight());
+}
+
 } // namespace
 
+NumberStyle numberStyle(const std::vector<NumberedBar> &bars, qreal slot, const QFontMetricsF &metrics)
+{
+    int largest = 0;
+    for (const NumberedBar &bar : bars) {
+        largest = std::max(largest, bar.count);
+    }
+    if (metrics.horizontalAdvance(QString::number(largest)) + gap <= slot) {
+        return NumberStyle::Level;
+    }
+    return lineHeight(metrics) + 1 <= slot ? NumberStyle::Upright : NumberStyle::LevelOverPeaks;
+}
+
 std::vector<PlacedNumber> placeNumbers(
-    std::vector<NumberedBar> bars, qreal slot, const QRectF &plot, const QFontMetricsF &metrics)
+    std::vector<NumberedBar> bars, NumberStyle style, const QRectF &plot, const QFontMetricsF &metrics)
 {
     std::erase_if(bars, [](const NumberedBar &bar) { return bar.count == 0; });
     std::ranges::stable_sort(bars, std::ranges::greater {}, &NumberedBar::count);
     Skyline skyline(plot);
-    qreal widest = 0;
     for (const NumberedBar &bar : bars) {
         skyline.take(bar.bar);
-        widest = std::max(widest, metrics.horizontalAdvance(QString::number(bar.count)));
     }
-    // Digits have no descenders, so the line may be a little lower than the font says.
-    const qreal line = metrics.ascent();
-    const bool upright = widest + gap > slot && line <= slot;
+    const bool upright = style == NumberStyle::Upright;
+    const qreal line = lineHeight(metrics);
 
     std::vector<PlacedNumber> placed;
     for (const NumberedBar &bar : bars) {
@@ -73,7 +88,7 @@ std::vector<PlacedNumber> placeNumbers(
         number.place = QRectF(
             QPointF(bar.bar.center().x() - size.width() / 2, bar.bar.top() - gap - size.height()), size);
         if (skyline.isFree(number.place)) {
-            skyline.take(number.place.adjusted(-gap / 2, 0, gap / 2, 0));
+            skyline.take(number.place);
             placed.push_back(number);
         }
     }

@@ -23,10 +23,20 @@ struct PlacedNumber
     bool upright = false;
 };
 
-/// Finds a place above their bars for the numbers that fit: none on another number or bar, the largest first.
-/// They all stand level when every one finds room over its share `slot` of the width, in pixels; else
-/// upright when a line of text is no wider than that; else level, over the bars that stand out.
+/// How the numbers of a chart stand.
+enum class NumberStyle {
+    Level, ///< each fits level over its share of the width
+    Upright, ///< each fits when it is turned to read upwards
+    LevelOverPeaks, ///< level, only where a bar stands out from its neighbours
+};
+
+/// The way in which all numbers fit into a share of `slot` pixels of the width each.
+[[nodiscard]] NumberStyle numberStyle(
+    const std::vector<NumberedBar> &bars, qreal slot, const QFontMetricsF &metrics);
+
+/// Places above their bars for the numbers that fit: none on another number or bar, the largest first. A
+/// count of 0 gets no number.
 [[nodiscard]] std::vector<PlacedNumber> placeNumbers(
-    std::vector<NumberedBar> bars, qreal slot, const QRectF &plot, const QFontMetricsF &metrics);
+    std::vector<NumberedBar> bars, NumberStyle style, const QRectF &plot, const QFontMetricsF &metrics);
 
 } // namespace quillon

@@ -13,6 +13,7 @@
 #include <QValueAxis>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 namespace quillon {
@@ -22,7 +23,21 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr qreal titleEnlargement = 1.3;
-constexpr qreal numberReduction = 0.85;
+
+// The largest of the sizes in which every number fits; the first where none does.
+QFont fontOfNumbers(const QFont &font, const std::vector<NumberedBar> &bars, qreal slot)
+{
+    constexpr std::array<qreal, 4> reductions {0.85, 0.75, 0.65, 0.58};
+    constexpr qreal leastPoints = 7.5;
+    for (const qreal reduction : reductions) {
+        const QFont smaller = scaledFont(font, reduction);
+        if (smaller.pointSizeF() >= leastPoints
+            && numberStyle(bars, slot, QFontMetricsF(smaller)) != NumberStyle::LevelOverPeaks) {
+            return smaller;
+        }
+    }
+    return scaledFont(font, reductions.front());
+}
 
 } // namespace
 
@@ -77,7 +92,9 @@ void ChartControl::applyStyle()
     plot.legend()->setLabelColor(m_style.text);
     const auto axes = plot.axes();
     for (QAbstractAxis *axis : axes) {
-        axis->setLabelsColor(m_style.text);
+        // The periods are painted here: the axis would cut off those of a narrow chart.
+        const bool painted = axis->orientation() == Qt::Horizontal;
+        axis->setLabelsColor(painted ? QColor(Qt::transparent) : m_style.text);
         axis->setTitleBrush(m_style.quiet);
         axis->setLinePen(QPen(m_style.quiet));
         axis->setGridLinePen(QPen(m_style.grid, 1, m_gridPenStyle));
@@ -128,6 +145,7 @@ void ChartControl::drawForeground(QPainter *painter, const QRectF & /*rect*/)
 
 void ChartControl::paintOver(QPainter &painter) const
 {
+    paintPeriods(painter);
     if (m_table.isEmpty()) {
         paintNote(painter, m_emptyText);
     } else if (m_table.largest() == 0) {
@@ -147,6 +165,28 @@ void ChartControl::paintNote(QPainter &painter, const QString &text) const
         place.adjusted(margin, margin, -margin, -margin), Qt::AlignCenter | Qt::TextWordWrap, text);
 }
 
+void ChartControl::paintPeriods(QPainter &painter) const
+{
+    constexpr qreal belowAxis = 8;
+    constexpr qreal gap = 3;
+    if (m_table.isEmpty()) {
+        return;
+    }
+    const QRectF plot = chart()->plotArea();
+    const qreal width = plot.width() / static_cast<qreal>(m_table.categories().size());
+    qreal widest = 1;
+    for (const QString &period : m_table.categories()) {
+        widest = std::max(widest, QFontMetricsF(font()).horizontalAdvance(period.trimmed()));
+    }
+    painter.setFont(scaledFont(font(), std::min(1.0, (width - gap) / widest)));
+    painter.setPen(m_style.text);
+    QRectF place(plot.left(), plot.bottom() + belowAxis, width, QFontMetricsF(font()).height());
+    for (const QString &period : m_table.categories()) {
+        painter.drawText(place, Qt::AlignHCenter | Qt::AlignTop | Qt::TextDontClip, period.trimmed());
+        place.translate(width, 0);
+    }
+}
+
 void ChartControl::paintNumbers(QPainter &painter) const
 {
     std::vector<NumberedBar> bars;
@@ -159,10 +199,11 @@ void ChartControl::paintNumbers(QPainter &painter) const
     }
     const QRectF plot = chart()->plotArea();
     const qreal slot = series == 1 ? plot.width() / categories : bars.front().bar.width();
-    const QFont numberFont = scaledFont(font(), numberReduction);
+    const QFont numberFont = fontOfNumbers(font(), bars, slot);
+    const QFontMetricsF metrics(numberFont);
     painter.setFont(numberFont);
     painter.setPen(m_style.text);
-    for (const PlacedNumber &number : placeNumbers(bars, slot, plot, QFontMetricsF(numberFont))) {
+    for (const PlacedNumber &number : placeNumbers(bars, numberStyle(bars, slot, metrics), plot, metrics)) {
         const QPointF baseline = number.upright ? number.place.bottomRight() : number.place.bottomLeft();
         painter.save();
         painter.translate(baseline);

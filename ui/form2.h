@@ -6,11 +6,11 @@
 
 class QLineEdit;
 
+namespace quillon {
+
 namespace Ui {
 class Form2;
 }
-
-namespace quillon {
 
 class Config;
 
@@ -23,6 +23,9 @@ public:
     Form2(QWidget *parent, Config &config);
     ~Form2() override;
 
+    /// Shows the settings as they are held in memory.
+    void fill();
+
 Q_SIGNALS:
     /// The settings were written and read again.
     void saved();
@@ -34,7 +37,7 @@ private:
     void Form2_Command1_Click();
     void Form2_Command2_Click();
     void Form2_rdsdir_LostFocus();
-    void fill();
+    void alignLabels();
     void showHints();
     void browse(QLineEdit *field);
 

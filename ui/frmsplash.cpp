@@ -6,6 +6,12 @@
 #include <QEvent>
 #include <QKeyEvent>
 
+// The linker leaves the pictures of a static library out when nothing asks for them.
+static void loadPictures()
+{
+    Q_INIT_RESOURCE(ui);
+}
+
 namespace quillon {
 
 using namespace Qt::StringLiterals;
@@ -15,19 +21,31 @@ frmSplash::frmSplash(QWidget *parent, Use use, const QString &propagationUrl)
     , m_ui(std::make_unique<Ui::frmSplash>())
     , m_propagationUrl(propagationUrl)
 {
+    loadPictures();
     m_ui->setupUi(this);
     setAttribute(Qt::WA_DeleteOnClose);
     m_ui->Frame1->installEventFilter(this);
     m_ui->Label2->installEventFilter(this);
     connect(m_ui->Command1, &QPushButton::clicked, this, [this] { Command1_Click(); });
+    connect(m_ui->openDirectory, &QPushButton::clicked, this, [this] { openDirectory_Click(); });
     if (use == Use::WhileLoading) {
         setWindowFlags(Qt::SplashScreen | Qt::FramelessWindowHint);
         m_ui->Command1->hide();
+        m_ui->libraries->hide();
     }
+    tellDirectory({});
     Form_Load();
 }
 
 frmSplash::~frmSplash() = default;
+
+void frmSplash::tellDirectory(const QString &directory)
+{
+    m_directory = directory;
+    m_ui->directory->setText(u"Your files are in "_s + directory);
+    m_ui->directory->setHidden(directory.isEmpty());
+    m_ui->openDirectory->setHidden(directory.isEmpty());
+}
 
 void frmSplash::Form_Load()
 {
@@ -36,10 +54,11 @@ void frmSplash::Form_Load()
     m_ui->Image1->setPixmap(picture);
     QFont typewriter(u"Courier New"_s);
     typewriter.setStyleHint(QFont::Monospace);
-    typewriter.setPointSize(font().pointSize() + 3);
+    typewriter.setPixelSize(fontInfo().pixelSize() * 4 / 3);
     typewriter.setBold(true);
     m_ui->Label1->setFont(typewriter);
     m_ui->Label1->setText(versionLabel());
+    m_ui->libraries->setText(u"With Qt and Qt Charts "_s + QLatin1StringView(qVersion()));
     m_ui->Label2->setText(m_propagationUrl);
     QFont link = m_ui->Label2->font();
     link.setUnderline(true);
@@ -72,10 +91,23 @@ void frmSplash::Label2_Click()
     close();
 }
 
+// Open Folder: the folder with the user's files.
+void frmSplash::openDirectory_Click()
+{
+    openFile(m_directory);
+    close();
+}
+
 void frmSplash::keyPressEvent(QKeyEvent *event)
 {
     event->accept();
     Form_KeyPress();
+}
+
+// Tab closes the window as any key does.
+bool frmSplash::focusNextPrevChild(bool)
+{
+    return false;
 }
 
 bool frmSplash::eventFilter(QObject *watched, QEvent *event)

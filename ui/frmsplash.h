@@ -4,11 +4,11 @@
 
 #include <memory>
 
+namespace quillon {
+
 namespace Ui {
 class frmSplash;
 }
-
-namespace quillon {
 
 /// The splash window, which is the about box as well.
 class frmSplash : public QDialog
@@ -25,8 +25,12 @@ public:
     frmSplash(QWidget *parent, Use use, const QString &propagationUrl);
     ~frmSplash() override;
 
+    /// Tells where the user's files are, with a button that opens the folder.
+    void tellDirectory(const QString &directory);
+
 protected:
     void keyPressEvent(QKeyEvent *event) override;
+    bool focusNextPrevChild(bool next) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
@@ -35,9 +39,11 @@ private:
     void Form_KeyPress();
     void Frame1_Click();
     void Label2_Click();
+    void openDirectory_Click();
 
     std::unique_ptr<Ui::frmSplash> m_ui;
     QString m_propagationUrl;
+    QString m_directory;
 };
 
 /// "Quillon V" and the program's version, major.minor.revision.

@@ -1,12 +1,12 @@
 #include "ui/grid.h"
 
-#include "platform/datetime.h"
 #include "platform/runtimeerror.h"
 #include "ui/gridmodel.h"
 #include "ui/tablelook.h"
 
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QResizeEvent>
 #include <QScopedValueRollback>
 #include <QScrollBar>
 
@@ -130,6 +130,14 @@ int Grid::rowOfEntry(qint32 entry) const
     return found == m_model->rows().end() ? 0 : static_cast<int>(found - m_model->rows().begin()) + 1;
 }
 
+qint32 Grid::entryOfRow(int row) const
+{
+    if (row < 1 || row >= rows()) {
+        throw RuntimeError(ErrorName::SubscriptOutOfRange, u"The grid has no row %1"_s.arg(row));
+    }
+    return m_model->rows()[static_cast<std::size_t>(row - 1)].entry;
+}
+
 void Grid::sortGridByColumn(int column)
 {
     std::vector<QString> texts;
@@ -140,13 +148,12 @@ void Grid::sortGridByColumn(int column)
     permute(genericSort(texts));
 }
 
-void Grid::sortByDate()
+void Grid::sortByDate(const MonthNames &months)
 {
     std::vector<std::pair<DateTime, int>> keys;
     keys.reserve(m_model->rows().size());
-    const MonthNames english = MonthNames::of(QLocale::c());
     for (const GridRow &row : m_model->rows()) {
-        keys.emplace_back(toDateTime(row.text(GridColumn::DateTime), english, u"Sorting the grid by date"_s),
+        keys.emplace_back(toDateTime(row.text(GridColumn::DateTime), months, u"Sorting the grid by date"_s),
             static_cast<int>(keys.size()));
     }
     std::ranges::stable_sort(keys, {}, &std::pair<DateTime, int>::first);
@@ -187,6 +194,14 @@ void Grid::currentChanged(const QModelIndex &current, const QModelIndex &previou
     }
 }
 
+QItemSelectionModel::SelectionFlags Grid::selectionCommand(
+    const QModelIndex &index, const QEvent * /*event*/) const
+{
+    // The current row is the marked one, whatever keys are held.
+    return index.isValid() ? QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows
+                           : QItemSelectionModel::NoUpdate;
+}
+
 void Grid::mousePressEvent(QMouseEvent *event)
 {
     m_changed = false;
@@ -215,8 +230,14 @@ void Grid::paintEvent(QPaintEvent *event)
 
 void Grid::resizeEvent(QResizeEvent *event)
 {
+    const QRect current = visualRect(currentIndex());
+    const bool shown =
+        current.isValid() && current.top() >= 0 && current.bottom() < event->oldSize().height();
     QTableView::resizeEvent(event);
     fitNotes();
+    if (shown) {
+        showRow(row());
+    }
 }
 
 void Grid::fitNotes()

@@ -2,6 +2,7 @@
 
 #include "core/cellsource.h"
 #include "core/gridrows.h"
+#include "platform/datetime.h"
 
 #include <QString>
 #include <QTableView>
@@ -47,12 +48,14 @@ public:
 
     /// Number of the row made from that entry; 0 when there is none.
     [[nodiscard]] int rowOfEntry(qint32 entry) const;
+    /// Number of the entry that a row was made from. Throws "Subscript out of range".
+    [[nodiscard]] qint32 entryOfRow(int row) const;
 
     /// Sorts ascending by the texts of a column, numbers as numbers; the current row stays the same
     /// reception.
     void sortGridByColumn(int column);
-    /// Sorts ascending by Date/Time.
-    void sortByDate();
+    /// Sorts ascending by Date/Time; a cell may hold a date as it was typed, with one of `months`.
+    void sortByDate(const MonthNames &months);
 
     /// What an empty grid says.
     void setEmptyText(const QString &text);
@@ -65,6 +68,8 @@ Q_SIGNALS:
 
 protected:
     void currentChanged(const QModelIndex &current, const QModelIndex &previous) override;
+    [[nodiscard]] QItemSelectionModel::SelectionFlags selectionCommand(
+        const QModelIndex &index, const QEvent *event) const override;
     void mousePressEvent(QMouseEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void paintEvent(QPaintEvent *event) override;

@@ -21,21 +21,4 @@ private:
     const Grid &m_grid;
 };
 
-/// Keeps a widget hidden, as long as it lives.
-class Hidden
-{
-public:
-    explicit Hidden(QWidget &widget)
-        : m_widget(widget)
-    {
-        m_widget.hide();
-    }
-    ~Hidden() { m_widget.show(); }
-    Hidden(const Hidden &) = delete;
-    Hidden &operator=(const Hidden &) = delete;
-
-private:
-    QWidget &m_widget;
-};
-
 } // namespace quillon

@@ -4,11 +4,11 @@
 
 #include <memory>
 
+namespace quillon {
+
 namespace Ui {
 class ScratchPad;
 }
-
-namespace quillon {
 
 class Config;
 

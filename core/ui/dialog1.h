@@ -4,11 +4,11 @@
 
 #include <memory>
 
+namespace quillon {
+
 namespace Ui {
 class Dialog1;
 }
-
-namespace quillon {
 
 /// Quick Add: logs a station from just its frequency, PI code and name.
 class Dialog1 : public QDialog

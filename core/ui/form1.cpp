@@ -6,9 +6,11 @@
 #include "txdb/countrynames.h"
 #include "ui/frmsplash.h"
 #include "ui/guard.h"
+#include "ui/inet1.h"
 #include "ui_form1.h"
 
 #include <QApplication>
+#include <QCloseEvent>
 #include <QLabel>
 #include <QPointer>
 #include <QProgressBar>
@@ -31,6 +33,7 @@ Form1::Form1(const Form1Options &options)
     , m_config(options.applicationDir, options.regional.codePage, *options.fileCalls)
     , m_logbookFile(*options.fileCalls)
     , m_transmitterFile(*options.fileCalls)
+    , m_inet(new Inet1(options.regional.codePage, this))
 {
     m_ui->setupUi(this);
     resize(size().boundedTo(screen()->availableSize() - frameAllowance));
@@ -90,6 +93,9 @@ void Form1::addStatusBar()
     m_ui->statusbar->addPermanentWidget(m_progress);
     m_ui->statusbar->addPermanentWidget(m_version);
     m_status->setMinimumWidth(1);
+    // What the service answers can have many lines: the first is shown, and the window keeps its size.
+    m_status->setFixedHeight(m_version->sizeHint().height());
+    m_status->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     m_proclogs->hide();
     m_progress->hide();
     m_applicationDir = label(u"applicationDir"_s, u"Application directory"_s);
@@ -128,6 +134,13 @@ void Form1::Form_Load()
     if (splash) {
         splash->close();
     }
+}
+
+void Form1::closeEvent(QCloseEvent *event)
+{
+    // A request under way ends here; whoever waits for it gives up quietly.
+    m_inet->abort();
+    event->accept();
 }
 
 void Form1::showTitle()

@@ -2,6 +2,8 @@
 
 #include "core/config.h"
 #include "core/logbook.h"
+#include "fmlist/autosearch.h"
+#include "fmlist/search.h"
 #include "platform/keptfile.h"
 #include "platform/regional.h"
 #include "txdb/pisearch.h"
@@ -18,12 +20,14 @@ class QAction;
 class QLabel;
 class QProgressBar;
 
+namespace quillon {
+
 namespace Ui {
 class Form1;
 }
 
-namespace quillon {
-
+class Inet1;
+struct RdsSpyReception;
 class ScratchPad;
 
 /// What the main window is given at start.
@@ -58,6 +62,7 @@ public:
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
+    void closeEvent(QCloseEvent *event) override;
 
 private:
     // form1.cpp: construction and start-up
@@ -126,14 +131,55 @@ private:
     void showList1();
     void showList2();
 
+    // form1_fmlist.cpp: search, upload, web pages
+    void Command11_Click();
+    void searchForStation(const SearchRequest &request);
+    void searchFmlist(const SearchRequest &request);
+    void List2_DblClick(int line);
+    void menuFMListUploadLogs_Click();
+    void uploadToFmlist();
+    void Command5_Click();
+    void menuFMLPropMap_Click();
+    void menuFMLYouProp_Click();
+    void menuHelpOnlineHelp_Click();
+
+    // form1_autosearch.cpp: the automatic search
+    struct AutoSearchTally
+    {
+        int updated = 0;
+        int failed = 0;
+        QString failure; ///< what the last failed request said
+    };
+    void menuFMListAutoSearch_Click();
+    void menuFMLSearchPI_Click();
+    void menuFMLAutoUpdateViewLog_Click();
+    void runAutoSearch(SearchMode mode);
+    void autoSearch(SearchMode mode);
+    [[nodiscard]] std::vector<qint32> entriesToSearch(const DayWindow &window);
+    void searchEntries(SearchMode mode, const std::vector<qint32> &entries, AutoSearchTally &tally);
+    void searchEntry(SearchMode mode, qint32 entry, AutoSearchTally &tally);
+    void searchForForm(SearchMode mode, AutoSearchTally &tally);
+    [[nodiscard]] bool isLoaded(int row, qint32 entry);
+    void updateFromResult(int row);
+    void markEntry(int row, qint32 number, Finding finding);
+    void writeUpdateLogRecord(int row, const QString &stage);
+
     // form1_export.cpp: KML, web pages, text
     void menuExportGoogleTX_Click();
     void menuExportGoogleLog_Click();
     void menuExportWebPage_Click();
     void menuExportEmail_Click();
 
+    // form1_import.cpp: receptions recorded by other programs
+    void menuImportRDSSpyLog_Click();
+    void addReception(const RdsSpyReception &reception);
+    void menuImportRDSDXLogCnv_Click();
+    void importRDSDXLogCnv(const QString &selectedFile);
+
     // form1_tools.cpp: distances and the other windows
     void Command10_Click();
+    void menuToolsConverter_Click();
+    void menuStats_Click();
     void menuSetup_Click();
     void Command12_Click();
     void menuAbout_Click();
@@ -149,6 +195,9 @@ private:
     qint32 m_selected = -1;
     int m_loadedRow = 0; ///< the grid row that the form was filled from; 0 after a refill
     bool m_decimalComma = false;
+    bool m_automatic = false; ///< while the automatic search runs
+    int m_matchCount = 0; ///< of the last search of FMList
+    Inet1 *m_inet;
     QPointer<ScratchPad> m_scratchPad;
 
     QLabel *m_status = nullptr;

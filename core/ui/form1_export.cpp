@@ -9,6 +9,7 @@
 #include "ui/frmsplash.h"
 #include "ui/gridcells.h"
 #include "ui/messages.h"
+#include "ui/widgetstate.h"
 #include "ui_form1.h"
 
 namespace quillon {

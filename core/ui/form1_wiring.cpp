@@ -36,6 +36,8 @@ void Form1::wireEntryForm()
     on(m_ui->Command8, &Form1::Command8_Click);
     on(m_ui->Command9, &Form1::Command9_Click);
     on(m_ui->Command13, &Form1::Command13_Click);
+    on(m_ui->Command5, &Form1::Command5_Click);
+    on(m_ui->Command11, &Form1::Command11_Click);
     on(m_ui->Command14, &Form1::Command14_Click);
     on(m_ui->Command15, &Form1::Command15_Click);
 
@@ -56,17 +58,30 @@ void Form1::wireEntryForm()
         [this](int column) { guarded(this, [this, column] { Grid1_HeaderClick(column); }); });
     connect(m_ui->List1, &ResultList::lineActivated, this,
         [this](int line) { guarded(this, [this, line] { List1_DblClick(line); }); });
+    connect(m_ui->List2, &ResultList::lineActivated, this,
+        [this](int line) { guarded(this, [this, line] { List2_DblClick(line); }); });
 }
 
 void Form1::wireMenus()
 {
     on(m_ui->MenuFileExit, &Form1::MenuFileExit_Click);
     on(m_ui->menuToolsFind, &Form1::menuToolsFind_Click);
+    on(m_ui->menuFMListUploadLogs, &Form1::menuFMListUploadLogs_Click);
+    on(m_ui->menuFMListAutoSearch, &Form1::menuFMListAutoSearch_Click);
+    on(m_ui->menuFMLSearchPI, &Form1::menuFMLSearchPI_Click);
+    on(m_ui->menuFMLAutoUpdateViewLog, &Form1::menuFMLAutoUpdateViewLog_Click);
+    on(m_ui->menuFMLPropMap, &Form1::menuFMLPropMap_Click);
+    on(m_ui->menuFMLYouProp, &Form1::menuFMLYouProp_Click);
+    on(m_ui->menuHelpOnlineHelp, &Form1::menuHelpOnlineHelp_Click);
+    on(m_ui->menuImportRDSSpyLog, &Form1::menuImportRDSSpyLog_Click);
+    on(m_ui->menuImportRDSDXLogCnv, &Form1::menuImportRDSDXLogCnv_Click);
     on(m_ui->menuExportGoogleTX, &Form1::menuExportGoogleTX_Click);
     on(m_ui->menuExportGoogleLog, &Form1::menuExportGoogleLog_Click);
     on(m_ui->menuExportWebPage, &Form1::menuExportWebPage_Click);
     on(m_ui->menuExportEmail, &Form1::menuExportEmail_Click);
     on(m_ui->Command10, &Form1::Command10_Click);
+    on(m_ui->menuToolsConverter, &Form1::menuToolsConverter_Click);
+    on(m_ui->menuStats, &Form1::menuStats_Click);
     on(m_ui->Command12, &Form1::Command12_Click);
     on(m_ui->menuSetup, &Form1::menuSetup_Click);
     on(m_ui->menuAbout, &Form1::menuAbout_Click);

@@ -23,6 +23,9 @@ struct Overloaded : Functions...
     using Functions::operator()...;
 };
 
+template<typename... Functions>
+Overloaded(Functions...) -> Overloaded<Functions...>;
+
 } // namespace
 
 logStats::logStats(const Logbook &logbook, const QString &applicationDirectory, QWidget *parent)

@@ -414,7 +414,7 @@ private Q_SLOTS:
         Logbook log;
         QCOMPARE(loadLogbook(log, path, regional(), kept), LogbookLoading::NoFile);
         home.write(u"RDSLog.log"_s, "");
-        QCOMPARE(loadLogbook(log, path, regional(), kept), LogbookLoading::NotLoaded);
+        QCOMPARE(loadLogbook(log, path, regional(), kept), LogbookLoading::Loaded);
         home.write(u"RDSLog.log"_s, "hello\r\n");
         QCOMPARE(loadLogbook(log, path, regional(), kept), LogbookLoading::NotLoaded);
         QCOMPARE(log.count(), 0);
@@ -429,7 +429,7 @@ private Q_SLOTS:
         QTest::addColumn<bool>("copied");
         QTest::newRow("whole") << good << false;
         QTest::newRow("unknown") << "hello\r\n"_ba << true;
-        QTest::newRow("empty") << ""_ba << true;
+        QTest::newRow("empty") << ""_ba << false;
         QTest::newRow("surplus") << QByteArray(good.chopped(2) + "x\r\n"_ba) << true;
         QTest::newRow("broken") << QByteArray(good + "broken\r\n"_ba) << true;
     }

@@ -126,6 +126,7 @@ public:
     }
 
     [[nodiscard]] bool hasFailed() const { return m_count >= m_failing; }
+    [[nodiscard]] bool wasCalled() const { return m_count > 0; }
 
     int openNameless(const QByteArray &directory, mode_t mode) override
     {
@@ -168,6 +169,14 @@ private:
     int m_failing;
     int m_code;
     int m_count = 0;
+};
+
+/// File calls that do not wait for the disk.
+class UnsyncedCalls : public FileCalls
+{
+public:
+    int sync(int) override { return 0; }
+    int syncDirectory(const QByteArray &) override { return 0; }
 };
 
 /// A golden file.

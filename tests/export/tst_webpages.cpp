@@ -302,6 +302,25 @@ private Q_SLOTS:
         QCOMPARE(site.grid.reads(), 500 * 11);
     }
 
+    void filesThatDoNotChangeAreLeftAlone()
+    {
+        const Site site(sampleLog());
+        site.write();
+        site.directory.write(
+            u"html/quillon.kml"_s, golden(u"html_quillon.kml"_s).replace("Langenberg", "langenberg"));
+        site.directory.write(u"html/quillon_logindex.htm"_s, "short");
+        const auto before = site.pages();
+        FailingCalls nothingToWrite(1);
+        QVERIFY(!errorOf([&] { site.write(nothingToWrite); }).isEmpty());
+        QCOMPARE(site.pages(), before);
+        site.write();
+        QCOMPARE(site.page(u"quillon.kml"_s), golden(u"html_quillon.kml"_s));
+        QCOMPARE(site.page(u"quillon_logindex.htm"_s), golden(u"quillon_logindex.htm"_s));
+        FailingCalls none(1);
+        site.write(none);
+        QVERIFY(!none.wasCalled());
+    }
+
     void aFailingDiskLeavesEachFileOldOrNew()
     {
         const Site oldSite(sampleLog());

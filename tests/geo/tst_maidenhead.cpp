@@ -14,26 +14,27 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int microdegrees = 1000000;
+constexpr qint64 degree = microdegrees;
 
 // A field is 10 degrees from the south pole, a square one degree, a subsquare the 24th part of a square.
 QString latitudeByDefinition(qint64 micro)
 {
-    const qint64 fromPole = micro + qint64 {90} * microdegrees;
+    const qint64 fromPole = micro + 90 * degree;
     QString letters;
-    letters += QChar(static_cast<char16_t>(u'A' + fromPole / (10 * microdegrees)));
-    letters += QChar(static_cast<char16_t>(u'0' + fromPole / microdegrees % 10));
-    letters += QChar(static_cast<char16_t>(u'A' + fromPole % microdegrees * 24 / microdegrees));
+    letters += QChar(static_cast<char16_t>(u'A' + fromPole / (10 * degree)));
+    letters += QChar(static_cast<char16_t>(u'0' + fromPole / degree % 10));
+    letters += QChar(static_cast<char16_t>(u'A' + fromPole % degree * 24 / degree));
     return letters;
 }
 
 // A field is 20 degrees from the date line, a square two degrees, a subsquare the 24th part of a square.
 QString longitudeByDefinition(qint64 micro)
 {
-    const qint64 fromDateLine = micro + qint64 {180} * microdegrees;
+    const qint64 fromDateLine = micro + 180 * degree;
     QString letters;
-    letters += QChar(static_cast<char16_t>(u'A' + fromDateLine / (20 * microdegrees)));
-    letters += QChar(static_cast<char16_t>(u'0' + fromDateLine / (2 * microdegrees) % 10));
-    letters += QChar(static_cast<char16_t>(u'A' + fromDateLine % (2 * microdegrees) * 12 / microdegrees));
+    letters += QChar(static_cast<char16_t>(u'A' + fromDateLine / (20 * degree)));
+    letters += QChar(static_cast<char16_t>(u'0' + fromDateLine / (2 * degree) % 10));
+    letters += QChar(static_cast<char16_t>(u'A' + fromDateLine % (2 * degree) * 12 / degree));
     return letters;
 }
 

@@ -1,5 +1,7 @@
 #include "support/numericlocale.h"
 
+#include <QtGlobal>
+
 #include <clocale>
 
 namespace quillon::test {
@@ -13,6 +15,9 @@ NumericLocale::NumericLocale(const QByteArray &name)
     qputenv("LC_NUMERIC", name);
     QLocale::setDefault(QLocale(QString::fromLatin1(name)));
     std::setlocale(LC_NUMERIC, name.constData());
+    if (QLatin1StringView(std::localeconv()->decimal_point) != QLocale().decimalPoint()) {
+        qFatal("The locale %s is missing; tools/testlocale generates it", name.constData());
+    }
 }
 
 NumericLocale::~NumericLocale()

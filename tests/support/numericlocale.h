@@ -6,7 +6,7 @@
 namespace quillon::test {
 
 /// Makes a locale the one that numbers are written by, for as long as it lives: LC_NUMERIC, Qt's default and
-/// the C library's (where the system has it).
+/// the C library's. Ends the test when the system lacks the locale.
 class NumericLocale
 {
 public:

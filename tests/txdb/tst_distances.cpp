@@ -37,7 +37,8 @@ QString measured(
     TransmitterList list;
     list.add({u"Site"_s, u"D"_s, latitude, longitude, u"1"_s});
     Logbook log;
-    recalculateDistances(list, log, settings, decimalComma);
+    measureTransmitters(list, settings, decimalComma);
+    giveDistances(list, log);
     return list.row(0).distance;
 }
 
@@ -131,7 +132,8 @@ private Q_SLOTS:
         LogEntry deleted = entryOf(u"Madrid"_s, u"E"_s, u"6"_s);
         deleted.piCode = deletedPiCode.toString();
         log.AddEntry(deleted);
-        recalculateDistances(list, log, home(u"51.5"_s, u"-0.1"_s), false);
+        measureTransmitters(list, home(u"51.5"_s, u"-0.1"_s), false);
+        giveDistances(list, log);
 
         QCOMPARE(list.row(0).distance, u"1264.5"_s);
         QCOMPARE(list.row(1).distance, u"0"_s);
@@ -157,7 +159,8 @@ private Q_SLOTS:
                 u"Site %1"_s.arg(random.bounded(120)), u"ABC"_s[random.bounded(3)], QString::number(i)));
         }
         const Logbook before = log;
-        recalculateDistances(list, log, home(u"51.5"_s, u"-0.1"_s), false);
+        measureTransmitters(list, home(u"51.5"_s, u"-0.1"_s), false);
+        giveDistances(list, log);
         for (qint32 index = 0; index < log.count(); ++index) {
             LogEntry expected = before.entry(index);
             for (const Transmitter &row : list) {

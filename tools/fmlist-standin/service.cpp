@@ -42,7 +42,10 @@ QByteArray lookup(const Request &request, const std::vector<Station> &stations)
         return "Error 10004\n";
     }
     const QByteArrayList lines = matchingLines(stations, *frequency, pi, ps);
-    return lines.isEmpty() ? "Error 10005\n" : lines.join('\n') + '\n';
+    if (lines.isEmpty()) {
+        return "Error 10005\n";
+    }
+    return lines.join('\n') + '\n';
 }
 
 bool isMoment(const QByteArray &text)
@@ -86,8 +89,10 @@ QByteArray complaint(const Request &request)
 QByteArray takeLog(const Request &request)
 {
     const QByteArray wrong = complaint(request);
-    const QByteArray uid = fieldValue(formFields(request.body), "uid");
-    return wrong.isEmpty() ? "OK log of transmitter " + uid + " stored" : "Error 20001 " + wrong;
+    if (!wrong.isEmpty()) {
+        return "Error 20001 " + wrong;
+    }
+    return "OK log of transmitter " + fieldValue(formFields(request.body), "uid") + " stored";
 }
 
 QByteArray mapPage(const Request &request)

@@ -1,0 +1,82 @@
+#include "commandline.h"
+
+#include <QCoreApplication>
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace quillon {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QtMessageHandler usualHandler = nullptr;
+
+// That the toolkit can do without one way to the screen says nothing to the user; that it has none is fatal.
+void tellMissingDisplay(QtMsgType type, const QMessageLogContext &context, const QString &text)
+{
+    if (type != QtFatalMsg) {
+        if (!QByteArrayView(context.category).startsWith("qt.qpa.")) {
+            usualHandler(type, context, text);
+        }
+        return;
+    }
+    std::fputs("Quillon found no display to show its window on. Please start it from a desktop session, or "
+               "set DISPLAY or WAYLAND_DISPLAY.\n",
+        stderr);
+    std::fflush(stderr);
+    std::_Exit(EXIT_FAILURE);
+}
+
+} // namespace
+
+CommandLine::CommandLine()
+    : m_help({u"h"_s, u"help"_s}, u"Show this help and exit."_s)
+    , m_version({u"v"_s, u"version"_s}, u"Show the version and exit."_s)
+    , m_directory(u"directory"_s,
+          u"Keep all files in this directory. One that does not exist is created, with the supplied files in "
+          "it."_s,
+          u"DIR"_s)
+{
+    m_parser.setApplicationDescription(u"Logbook for long-distance reception of FM stations."_s);
+    m_parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);
+    m_parser.addOptions({m_directory, m_help, m_version});
+}
+
+std::optional<int> CommandLine::answered(int argc, char *argv[])
+{
+    QCoreApplication application(argc, argv);
+    QStringList arguments;
+    for (int i = 0; i < argc; ++i) {
+        arguments += QString::fromLocal8Bit(argv[i]);
+    }
+    m_parser.parse(arguments);
+    if (m_parser.isSet(m_help)) {
+        std::fputs(qPrintable(m_parser.helpText()), stdout);
+        return EXIT_SUCCESS;
+    }
+    if (m_parser.isSet(m_version)) {
+        std::puts("quillon " QUILLON_VERSION);
+        return EXIT_SUCCESS;
+    }
+    return std::nullopt;
+}
+
+QString CommandLine::directory(const QStringList &arguments)
+{
+    m_parser.process(arguments);
+    return m_parser.value(m_directory);
+}
+
+DisplayGuard::DisplayGuard()
+{
+    usualHandler = qInstallMessageHandler(tellMissingDisplay);
+}
+
+DisplayGuard::~DisplayGuard()
+{
+    qInstallMessageHandler(usualHandler);
+}
+
+} // namespace quillon

@@ -1,0 +1,324 @@
+// The commands of the main window at full size: 32,498 entries and 5,001 transmitters. Each is measured in
+// processor time of the whole process and printed beside its bar.
+
+#include "core/logbookfile.h"
+#include "core/ui/form1.h"
+#include "platform/files.h"
+#include "support.h"
+#include "ui/grid.h"
+#include "ui/resultlist.h"
+
+#include <QAbstractButton>
+#include <QAction>
+#include <QApplication>
+#include <QComboBox>
+#include <QDesktopServices>
+#include <QDialog>
+#include <QDir>
+#include <QLineEdit>
+#include <QTemporaryDir>
+#include <QTimer>
+
+#include <algorithm>
+#include <cstdio>
+#include <ctime>
+#include <functional>
+#include <memory>
+#include <vector>
+
+using namespace quillon;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int repetitions = 7;
+
+double processorMs()
+{
+    timespec now {};
+    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
+    return static_cast<double>(now.tv_sec) * 1e3 + static_cast<double>(now.tv_nsec) / 1e6;
+}
+
+// Everything that is due, drawing included, is done.
+void settle()
+{
+    for (int pass = 0; pass < 3; ++pass) {
+        QApplication::sendPostedEvents();
+        QApplication::processEvents();
+    }
+}
+
+double measured(const std::function<void()> &work)
+{
+    settle();
+    const double before = processorMs();
+    work();
+    settle();
+    return processorMs() - before;
+}
+
+double memoryMb()
+{
+    const QByteArrayList lines = readFile(u"/proc/self/status"_s).split('\n');
+    for (const QByteArray &line : lines) {
+        if (line.startsWith("VmRSS:")) {
+            return line.sliced(6).trimmed().split(' ').first().toDouble() / 1024;
+        }
+    }
+    return 0;
+}
+
+// Closes every box that waits for an answer by Enter, after typing what is wanted of it.
+class Answering : public QObject
+{
+public:
+    QString text;
+
+    Answering()
+    {
+        connect(&m_timer, &QTimer::timeout, this, [this] {
+            auto *box = qobject_cast<QDialog *>(QApplication::activeModalWidget());
+            if (!box) {
+                return;
+            }
+            if (auto *edit = box->findChild<QLineEdit *>(); edit && !text.isEmpty()) {
+                edit->setText(text);
+            }
+            box->accept();
+        });
+        m_timer.start(1);
+    }
+
+private:
+    QTimer m_timer;
+};
+
+// Takes what is handed to the desktop and opens nothing.
+class Nowhere : public QObject
+{
+    Q_OBJECT
+
+public:
+    Nowhere() { QDesktopServices::setUrlHandler(u"file"_s, this, "open"); }
+    ~Nowhere() override { QDesktopServices::unsetUrlHandler(u"file"_s); }
+
+public Q_SLOTS:
+    void open(const QUrl &) { }
+};
+
+class Window
+{
+public:
+    explicit Window(const QString &directory)
+        : m_form({directory, {}, {CodePage(1252), NumberFormat(), MonthNames::of(QLocale::c())}})
+    {
+        m_form.Form_Load();
+        m_form.show();
+        settle();
+    }
+    template<typename Control>
+    [[nodiscard]] Control &find(const QString &name)
+    {
+        auto *control = m_form.findChild<Control *>(name);
+        if (!control) {
+            qFatal("the window has no %s", qPrintable(name));
+        }
+        return *control;
+    }
+    void click(const QString &name) { find<QAbstractButton>(name).click(); }
+    void write(const QString &name, const QString &text) { find<QLineEdit>(name).setText(text); }
+    void trigger(const QString &name) { find<QAction>(name).trigger(); }
+    [[nodiscard]] Grid &grid() { return find<Grid>(u"Grid1"_s); }
+    void chooseRow(int row)
+    {
+        grid().setRow(row);
+        Q_EMIT grid().rowChosen(row);
+    }
+
+private:
+    Form1 m_form;
+};
+
+class Table
+{
+public:
+    void head() const { std::printf("%-52s %10s %10s %8s\n", "command", "median ms", "worst ms", "bar ms"); }
+    void row(const char *name, std::vector<double> times, double bar)
+    {
+        std::ranges::sort(times);
+        const double median = times[times.size() / 2];
+        std::printf(
+            "%-52s %10.1f %10.1f %8.0f%s\n", name, median, times.back(), bar, median > bar ? "  MISSED" : "");
+        m_missed = m_missed || median > bar;
+    }
+    void memory(const char *name, double megabytes, double bar)
+    {
+        std::printf("%-52s %7.0f MB %21.0f MB%s\n", name, megabytes, bar, megabytes > bar ? "  MISSED" : "");
+        m_missed = m_missed || megabytes > bar;
+    }
+    [[nodiscard]] bool missed() const { return m_missed; }
+
+private:
+    bool m_missed = false;
+};
+
+std::vector<double> repeated(const std::function<void()> &prepare, const std::function<void()> &work)
+{
+    std::vector<double> times;
+    for (int i = 0; i < repetitions; ++i) {
+        prepare();
+        times.push_back(measured(work));
+    }
+    return times;
+}
+
+void writeConfiguration(const QString &directory)
+{
+    writeFile(filePath(directory, u"LOGBOOK.INI"_s),
+        "LOG_BOOK_CALLSIGN=BENCH\r\nHOME_DEC_LAT=51.5\r\nHOME_DEC_LON=-0.1\r\nAS_MILES=FALSE\r\n");
+    writeFile(filePath(directory, u"quillon_index.template"_s), "$GENERATED\r\n$RAWDATA\r\n");
+    writeFile(filePath(directory, u"quillon_log.template"_s), "<table>\r\n$RAWDATA\r\n</table>\r\n");
+    writeFile(filePath(directory, u"quillon_mapview.htm"_s), QByteArray(800'000, 'x'));
+    writeFile(filePath(directory, u"country.lst"_s), "Germany\r\nSpain\r\nItaly\r\nTBD\r\n");
+}
+
+// The full log less its last entries, so that some can be added before the log is full.
+QByteArray logWithRoom(const QByteArray &full)
+{
+    qsizetype end = full.size();
+    for (int lines = 0; lines < 2 * repetitions + 3; ++lines) {
+        end = full.lastIndexOf("\r\n", end - 1);
+    }
+    return full.first(end + 2);
+}
+
+std::vector<double> startTimes(const QString &directory)
+{
+    return repeated([] {}, [&directory] { const Window window(directory); });
+}
+
+void measureStart(Table &table, const QString &full, const QString &empty)
+{
+    const std::vector<double> filled = startTimes(full);
+    std::vector<double> emptyOnes = startTimes(empty);
+    std::ranges::sort(emptyOnes);
+    std::vector<double> more;
+    for (const double time : filled) {
+        more.push_back(time - emptyOnes[emptyOnes.size() / 2]);
+    }
+    table.row("start to a filled grid, more than with an empty log", more, 150);
+}
+
+void measureEntries(Table &table, Window &window)
+{
+    table.row("add",
+        repeated(
+            [&window] {
+                window.click(u"Command2"_s);
+                window.write(u"Text9"_s, u"99.9"_s);
+                window.write(u"Text1"_s, u"ABCD"_s);
+                window.write(u"Text8"_s, u"BENCH"_s);
+                window.find<QComboBox>(u"Combo3"_s).setEditText(u"Germany"_s);
+            },
+            [&window] { window.click(u"Command1"_s); }),
+        30);
+    int row = 100;
+    table.row("update",
+        repeated(
+            [&] {
+                window.chooseRow(row += 1000);
+                window.write(u"Text6"_s, u"5"_s);
+            },
+            [&window] { window.click(u"Command3"_s); }),
+        30);
+    table.row("delete",
+        repeated([&] { window.chooseRow(row += 1000); }, [&window] { window.click(u"Command15"_s); }), 30);
+    table.row("a row is chosen", repeated([] {}, [&] { window.chooseRow(row += 500); }), 10);
+}
+
+void measureSearches(Table &table, Window &window, Answering &answering)
+{
+    struct Search
+    {
+        const char *name;
+        QString button;
+        QString field;
+        QString text;
+    };
+    const std::vector<Search> searches {{"search by PI code, typical", u"Command4"_s, u"Text1"_s, u"D3C"_s},
+        {"search by PI code, empty", u"Command4"_s, u"Text1"_s, {}},
+        {"search by name, typical", u"Command6"_s, u"Text8"_s, u"RADIO 7"_s},
+        {"search by name, empty", u"Command6"_s, u"Text8"_s, {}},
+        {"search by frequency, typical", u"Command7"_s, u"Text9"_s, u"99.9"_s},
+        {"search by frequency, empty", u"Command7"_s, u"Text9"_s, {}},
+        {"search by transmitter, typical", u"Command8"_s, u"Text5"_s, u"Site 77"_s},
+        {"search by transmitter, empty", u"Command8"_s, u"Text5"_s, {}}};
+    for (const Search &search : searches) {
+        table.row(search.name,
+            repeated([&] { window.write(search.field, search.text); }, [&] { window.click(search.button); }),
+            10);
+    }
+    for (const QString &country : {u"Germany"_s, QString()}) {
+        table.row(country.isEmpty() ? "search by country, empty" : "search by country, typical",
+            repeated([&] { window.find<QComboBox>(u"Combo3"_s).setEditText(country); },
+                [&window] { window.click(u"Command13"_s); }),
+            10);
+    }
+    for (const QString &text : {u"ABC"_s, u"GHI"_s}) {
+        answering.text = text;
+        table.row(text == u"GHI" ? "Find, of what is nowhere" : "Find",
+            repeated([] {}, [&window] { window.trigger(u"menuToolsFind"_s); }), 10);
+    }
+    answering.text.clear();
+}
+
+void measureWholeLog(Table &table, Window &window, const QString &directory)
+{
+    table.row("re-calculate distances", repeated([] {}, [&window] { window.click(u"Command10"_s); }), 60);
+    table.row("web pages of 20 years",
+        repeated([&directory] { QDir(filePath(directory, u"html"_s)).removeRecursively(); },
+            [&window] { window.trigger(u"menuExportWebPage"_s); }),
+        400);
+    int column = 0;
+    table.row(
+        "sort by a heading", repeated([] {}, [&] { Q_EMIT window.grid().headerClicked(++column); }), 150);
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication application(argc, argv);
+    QApplication::setQuitOnLastWindowClosed(false);
+    Answering answering;
+    const Nowhere nowhere;
+    const QTemporaryDir full;
+    const QTemporaryDir room;
+    const QTemporaryDir empty;
+    {
+        const QByteArray log = logbookBytes(bench::fullLog(), CodePage(1252));
+        const QByteArray sites = transmitterBytes(bench::fullTransmitterList(), CodePage(1252));
+        writeFile(full.filePath(u"RDSLog.log"_s), log);
+        writeFile(room.filePath(u"RDSLog.log"_s), logWithRoom(log));
+        for (const QTemporaryDir *directory : {&full, &room, &empty}) {
+            writeConfiguration(directory->path());
+            writeFile(directory->filePath(u"tx.lst"_s), sites);
+        }
+    }
+    Table table;
+    table.head();
+    {
+        Window window(room.path());
+        table.memory("memory of the process after the start", memoryMb(), 120);
+        measureEntries(table, window);
+        measureSearches(table, window, answering);
+        measureWholeLog(table, window, room.path());
+        table.memory("memory of the process after all of this", memoryMb(), 120);
+    }
+    measureStart(table, full.path(), empty.path());
+    return table.missed() ? 1 : 0;
+}
+
+#include "bench_commands.moc"

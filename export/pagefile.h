@@ -1,0 +1,14 @@
+#pragma once
+
+#include "platform/filecalls.h"
+
+#include <QByteArray>
+#include <QString>
+
+namespace quillon {
+
+/// writeFile, unless the file holds exactly these bytes already. Most months of a log never change again, and
+/// a file that is left alone costs no wait for the disk and no upload of the site. Throws as writeFile does.
+void writePageFile(const QString &path, const QByteArray &bytes, FileCalls &calls);
+
+} // namespace quillon

@@ -1,0 +1,84 @@
+#pragma once
+
+#include "core/config.h"
+#include "import/rdsspy.h"
+#include "platform/regional.h"
+
+#include <QDialog>
+
+#include <functional>
+#include <memory>
+
+namespace quillon {
+
+namespace Ui {
+class importRDSSpy;
+}
+
+/// Import RDS Spy Logs: lists the receptions that RDS Spy wrote on a day, and adds the selected ones to the
+/// log through the entry form.
+class importRDSSpy : public QDialog
+{
+    Q_OBJECT
+
+public:
+    /// Fills the entry form with a reception and presses Add; may throw a RuntimeError, which stops the
+    /// import.
+    using AddEntry = std::function<void(const RdsSpyReception &)>;
+
+    /// `config` and `regional` must outlive the window.
+    importRDSSpy(Config &config, const Regional &regional, AddEntry addEntry, QWidget *parent = nullptr);
+    ~importRDSSpy() override;
+
+    /// Shows the window with the settings of `config`, asks for a day and lists it. Throws what populateList1
+    /// throws.
+    void start();
+
+    /// Asks for a day and lists the receptions of that day in `folder`. Throws when the folder cannot be
+    /// read, and, after listing the others, when one of its files is not named like a reception.
+    void populateList1(const QString &folder);
+
+Q_SIGNALS:
+    /// So many of the selected receptions are in the log.
+    void progress(int done, int total);
+
+public Q_SLOTS:
+    /// Closes the window, unless an import runs.
+    void reject() override;
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    class Importing;
+
+    void List1_Click();
+    void List1_DblClick();
+    void Command1_Click();
+    void Command2_Click();
+    void Command3_Click();
+    void Command4_Click();
+    void Command5_Click();
+    void Command6_Click();
+
+    void markRow(int row);
+    void unmarkRow(int row);
+    void replaceRow(int row, const QString &line);
+    void importSelected();
+    void importRow(int row);
+    [[nodiscard]] RuntimeError failedAt(int row, int done, int total, const RuntimeError &error);
+    [[nodiscard]] QStringList lines() const;
+    [[nodiscard]] int selectedCount() const;
+    void setLines(const QStringList &lines);
+    void showCounts();
+    void showFolder(const QString &folder);
+
+    Config &m_config;
+    const Regional &m_regional;
+    AddEntry m_addEntry;
+    QString m_day; // as it was answered
+    bool m_importing = false;
+    std::unique_ptr<Ui::importRDSSpy> ui;
+};
+
+} // namespace quillon

@@ -1,0 +1,274 @@
+#include "platform/files.h"
+#include "support/testfiles.h"
+
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QTest>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+using namespace quillon;
+using namespace quillon::test;
+
+namespace {
+
+const QByteArray defaultConfiguration = "LOG_BOOK_CALLSIGN=NOCALL\r\n";
+constexpr int patience = 30'000; // milliseconds
+
+// The program running on its own.
+class Program
+{
+public:
+    QProcess process;
+    TestDirectory home;
+
+    Program()
+    {
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.remove(u"QUILLON_DIR"_s);
+        environment.insert(u"HOME"_s, home.path());
+        environment.insert(u"XDG_DATA_HOME"_s, home.file(u"data"_s));
+        environment.insert(u"QT_QPA_PLATFORM"_s, u"offscreen"_s);
+        process.setProcessEnvironment(environment);
+        process.setWorkingDirectory(home.path());
+    }
+    ~Program()
+    {
+        process.kill();
+        process.waitForFinished(patience);
+    }
+    void set(const QString &name, const QString &value)
+    {
+        QProcessEnvironment environment = process.processEnvironment();
+        environment.insert(name, value);
+        process.setProcessEnvironment(environment);
+    }
+    [[nodiscard]] bool start(
+        const QStringList &arguments = {}, const QString &program = QStringLiteral(QUILLON_PROGRAM))
+    {
+        process.start(program, arguments);
+        return process.waitForStarted(patience);
+    }
+    // What the ended program said, and how it ended.
+    [[nodiscard]] bool ended() { return process.waitForFinished(patience); }
+};
+
+QByteArray bytesOf(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+QStringList suppliedNames()
+{
+    return QDir(QStringLiteral(QUILLON_SUPPLIED)).entryList(QDir::Files, QDir::Name);
+}
+
+QStringList namesIn(const QString &directory)
+{
+    return QDir(directory).entryList(QDir::Files | QDir::Hidden, QDir::Name);
+}
+
+} // namespace
+
+class TestProgram : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void theDirectoryIsChosen_data();
+    void theDirectoryIsChosen();
+    void thePortableProgramKeepsItsFilesBesideIt();
+    void aNewDirectoryGetsTheSuppliedFiles();
+    void anExistingDirectoryGetsTheConfigurationAlone();
+    void aFileInPlaceOfTheDirectoryIsRefused();
+    void versionAndHelpNeedNoDisplay_data();
+    void versionAndHelpNeedNoDisplay();
+    void anUnknownOptionIsRefused();
+    void withoutADisplayTheProgramSaysSo();
+    void killedItLeavesTheLogbookAsItWas();
+    void theWindowEndsTheProgramWithSuccess();
+};
+
+void TestProgram::theDirectoryIsChosen_data()
+{
+    QTest::addColumn<QString>("option");
+    QTest::addColumn<QString>("variable");
+    QTest::addColumn<QString>("chosen");
+    QTest::newRow("the option") << u"given"_s << u""_s << u"given"_s;
+    QTest::newRow("the option before the variable") << u"given"_s << u"set"_s << u"given"_s;
+    QTest::newRow("the variable") << u""_s << u"set"_s << u"set"_s;
+    QTest::newRow("neither") << u""_s << u""_s << u"data/quillon"_s;
+    QTest::newRow("a slash at the end") << u"given/"_s << u""_s << u"given"_s;
+    QTest::newRow("folders that do not exist") << u"a/b/c"_s << u""_s << u"a/b/c"_s;
+}
+
+void TestProgram::theDirectoryIsChosen()
+{
+    QFETCH(QString, option);
+    QFETCH(QString, variable);
+    QFETCH(QString, chosen);
+    Program program;
+    if (!variable.isEmpty()) {
+        program.set(u"QUILLON_DIR"_s, program.home.file(variable));
+    }
+    // Relative to where the program is started.
+    QVERIFY(program.start(option.isEmpty() ? QStringList() : QStringList {u"--directory"_s, option}));
+    const QString ini = program.home.file(chosen + u"/LOGBOOK.INI"_s);
+    QTRY_COMPARE_WITH_TIMEOUT(bytesOf(ini), defaultConfiguration, patience);
+    for (const QString &other : {u"given"_s, u"set"_s, u"data/quillon"_s}) {
+        QCOMPARE(QFile::exists(program.home.file(other)), other == chosen);
+    }
+    QCOMPARE(program.process.state(), QProcess::Running);
+}
+
+void TestProgram::thePortableProgramKeepsItsFilesBesideIt()
+{
+    Program program;
+    const QString copy = program.home.file(u"stick/quillon"_s);
+    program.home.write(u"stick/Logbook.ini"_s, "LOGBOOK_FILENAME=mine.log\r\n");
+    program.home.write(u"stick/mine.log"_s, "not a logbook\r\n");
+    QVERIFY(QFile::copy(QStringLiteral(QUILLON_PROGRAM), copy));
+    QVERIFY(program.start({}, copy));
+    // The program has nothing to write here: that it runs is all there is to see.
+    QTest::qWait(2000);
+    QCOMPARE(program.process.state(), QProcess::Running);
+    QVERIFY(!QFile::exists(program.home.file(u"data"_s)));
+    QCOMPARE(namesIn(program.home.file(u"stick"_s)),
+        (QStringList {u"Logbook.ini"_s, u"mine.log"_s, u"quillon"_s}));
+    QCOMPARE(bytesOf(program.home.file(u"stick/mine.log"_s)), "not a logbook\r\n"_ba);
+}
+
+void TestProgram::aNewDirectoryGetsTheSuppliedFiles()
+{
+    Program program;
+    QVERIFY(program.start({u"--directory"_s, u"new"_s}));
+    const QString directory = program.home.file(u"new"_s);
+    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(directory + u"/LOGBOOK.INI"_s), patience);
+    QStringList expected = suppliedNames();
+    QVERIFY(expected.contains(u"country.lst"_s));
+    for (const QString &name : std::as_const(expected)) {
+        QCOMPARE(
+            bytesOf(filePath(directory, name)), bytesOf(filePath(QStringLiteral(QUILLON_SUPPLIED), name)));
+    }
+    expected += u"LOGBOOK.INI"_s;
+    QStringList names = namesIn(directory);
+    std::ranges::sort(expected);
+    std::ranges::sort(names);
+    QCOMPARE(names, expected);
+}
+
+void TestProgram::anExistingDirectoryGetsTheConfigurationAlone()
+{
+    Program program;
+    program.home.write(u"old/note"_s, "mine");
+    QVERIFY(program.start({u"--directory"_s, u"old"_s}));
+    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(program.home.file(u"old/LOGBOOK.INI"_s)), patience);
+    QCOMPARE(namesIn(program.home.file(u"old"_s)), (QStringList {u"LOGBOOK.INI"_s, u"note"_s}));
+}
+
+void TestProgram::aFileInPlaceOfTheDirectoryIsRefused()
+{
+    Program program;
+    program.home.write(u"taken"_s, "mine");
+    QVERIFY(program.start({u"--directory"_s, u"taken"_s}));
+    // The message waits for the user; nothing is written.
+    QTest::qWait(2000);
+    QCOMPARE(program.process.state(), QProcess::Running);
+    QCOMPARE(bytesOf(program.home.file(u"taken"_s)), "mine"_ba);
+    QCOMPARE(program.home.names().contains(u"data"_s), false);
+}
+
+void TestProgram::versionAndHelpNeedNoDisplay_data()
+{
+    QTest::addColumn<QString>("option");
+    QTest::addColumn<QByteArray>("begins");
+    QTest::newRow("version") << u"--version"_s << "quillon "_ba;
+    QTest::newRow("help") << u"--help"_s << "Usage: "_ba;
+}
+
+void TestProgram::versionAndHelpNeedNoDisplay()
+{
+    QFETCH(QString, option);
+    QFETCH(QByteArray, begins);
+    Program program;
+    program.set(u"QT_QPA_PLATFORM"_s, u"none such"_s);
+    QVERIFY(program.start({option}));
+    QVERIFY(program.ended());
+    QCOMPARE(program.process.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(program.process.exitCode(), 0);
+    QVERIFY(program.process.readAllStandardOutput().startsWith(begins));
+    QCOMPARE(program.home.names(), QStringList());
+}
+
+void TestProgram::anUnknownOptionIsRefused()
+{
+    Program program;
+    QVERIFY(program.start({u"--folder"_s, u"x"_s}));
+    QVERIFY(program.ended());
+    QCOMPARE(program.process.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(program.process.exitCode(), 1);
+    QVERIFY(program.process.readAllStandardError().contains("folder"));
+    QVERIFY(!program.home.names().contains(u"data"_s));
+}
+
+void TestProgram::withoutADisplayTheProgramSaysSo()
+{
+    Program program;
+    program.set(u"QT_QPA_PLATFORM"_s, u"xcb"_s);
+    program.set(u"DISPLAY"_s, {});
+    QVERIFY(program.start());
+    QVERIFY(program.ended());
+    QCOMPARE(program.process.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(program.process.exitCode(), 1);
+    QCOMPARE(program.process.readAllStandardError(),
+        "Quillon found no display to show its window on. Please start it from a desktop session, or set "
+        "DISPLAY or WAYLAND_DISPLAY.\n"_ba);
+}
+
+void TestProgram::killedItLeavesTheLogbookAsItWas()
+{
+    Program program;
+    const QByteArray log = logLine("D3C3", "12/06/2010 18:22:05", "87.6", "RNE_1");
+    program.home.write(u"old/RDSLog.log"_s, log);
+    QVERIFY(program.start({u"--directory"_s, u"old"_s}));
+    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(program.home.file(u"old/LOGBOOK.INI"_s)), patience);
+    program.process.terminate();
+    QVERIFY(program.ended());
+    QCOMPARE(program.home.read(u"old/RDSLog.log"_s), log);
+    QCOMPARE(namesIn(program.home.file(u"old"_s)), (QStringList {u"LOGBOOK.INI"_s, u"RDSLog.log"_s}));
+}
+
+// On a real display: the key of the menu's Exit closes the window.
+void TestProgram::theWindowEndsTheProgramWithSuccess()
+{
+    QProcess server;
+    server.start(u"Xvfb"_s, {u"-displayfd"_s, u"1"_s, u"-screen"_s, u"0"_s, u"1280x800x24"_s});
+    QVERIFY2(server.waitForStarted(patience), "this test needs Xvfb");
+    QTRY_VERIFY_WITH_TIMEOUT(server.canReadLine(), patience);
+    const QString display = u':' + QString::fromLatin1(server.readLine().trimmed());
+    {
+        Program program;
+        program.set(u"QT_QPA_PLATFORM"_s, u"xcb"_s);
+        program.set(u"DISPLAY"_s, display);
+        program.home.write(u"old/LOGBOOK.INI"_s, "LOG_BOOK_CALLSIGN=CLOSING\r\n");
+        QVERIFY(program.start({u"--directory"_s, u"old"_s}));
+        QProcess keys;
+        keys.setProcessEnvironment(program.process.processEnvironment());
+        keys.start(u"xdotool"_s,
+            {u"search"_s, u"--sync"_s, u"--onlyvisible"_s, u"--name"_s, u"^Quillon - CLOSING$"_s,
+                u"windowfocus"_s, u"--sync"_s, u"key"_s, u"ctrl+q"_s});
+        QVERIFY2(keys.waitForFinished(patience), "this test needs xdotool");
+        QVERIFY(program.ended());
+        QCOMPARE(program.process.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(program.process.exitCode(), 0);
+        QCOMPARE(namesIn(program.home.file(u"old"_s)), QStringList {u"LOGBOOK.INI"_s});
+    }
+    server.terminate();
+    QVERIFY(server.waitForFinished(patience));
+}
+
+QTEST_GUILESS_MAIN(TestProgram)
+#include "tst_program.moc"

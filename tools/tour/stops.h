@@ -1,0 +1,26 @@
+#pragma once
+
+#include "tour/walk.h"
+
+#include <QList>
+
+namespace quillon::tour {
+
+/// One stop of the tour: what it shows, and how to get there. It leaves the main window with the focus and no
+/// other window open.
+struct Stop
+{
+    QString shows;
+    void (*visit)(Walk &walk);
+};
+
+/// The main window: an entry, a new one, the searches of the log.
+[[nodiscard]] QList<Stop> mainStops();
+/// Quick Add, Find, converter, setup, scratch pad, about, statistics.
+[[nodiscard]] QList<Stop> windowStops();
+/// FMList: the search and the questions of the automatic one.
+[[nodiscard]] QList<Stop> fmlistStops();
+/// RDS Spy and RDSDX. They change the log, so they come last.
+[[nodiscard]] QList<Stop> importStops();
+
+} // namespace quillon::tour

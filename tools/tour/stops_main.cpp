@@ -1,0 +1,70 @@
+#include "tour/stops.h"
+
+#include <QTest>
+
+namespace quillon::tour {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString heardEntry = u"14/06/2025 16:41:23"_s;
+
+void showStart(Walk &walk)
+{
+    walk.picture(u"start"_s);
+}
+
+void showEntryAndSearch(Walk &walk)
+{
+    walk.clickRow(heardEntry);
+    walk.click(u"Command4"_s);
+    walk.picture(u"main"_s);
+}
+
+void showNewEntry(Walk &walk)
+{
+    walk.key(Qt::Key_N, Qt::ControlModifier);
+    walk.type(u"Text9"_s, u"95.3"_s);
+    walk.type(u"Text1"_s, u"E4B3"_s);
+    walk.type(u"Text8"_s, u"GAZTEA"_s);
+    walk.type(u"Text2"_s, u"12/07/2025 16:45:01"_s);
+    walk.type(u"Combo2"_s, u"Es"_s);
+    walk.type(u"Combo3"_s, u"E"_s);
+    walk.type(u"Text5"_s, u"Jaizkibel"_s);
+    walk.type(u"Text3"_s, u"Came up for two minutes"_s);
+    walk.click(u"Command7"_s);
+    walk.picture(u"new-entry"_s);
+    walk.click(u"Command2"_s);
+}
+
+void showMessageBox(Walk &walk)
+{
+    walk.key(Qt::Key_N, Qt::ControlModifier);
+    walk.type(u"Text9"_s, {});
+    QTest::keyClick(&walk.control(u"Text9"_s), Qt::Key_Delete);
+    walk.pictureOfBox(u"message"_s, Qt::Key_Return);
+    walk.click(u"Command1"_s);
+    walk.click(u"Command2"_s);
+}
+
+void showFind(Walk &walk)
+{
+    walk.answers().doing([&walk](QWidget *box) {
+        QTest::keyClicks(box->focusWidget(), u"e211"_s);
+        walk.picture(u"find"_s, *box);
+        QTest::keyClick(box, Qt::Key_Escape);
+    });
+    walk.menu(u"menuToolsFind"_s);
+}
+
+} // namespace
+
+QList<Stop> mainStops()
+{
+    return {{u"the log as it opens"_s, showStart}, {u"a new entry"_s, showNewEntry},
+        {u"a message"_s, showMessageBox}, {u"Find"_s, showFind},
+        {u"a reception, and what was heard on its PI code before"_s, showEntryAndSearch}};
+}
+
+} // namespace quillon::tour

@@ -1,0 +1,91 @@
+#include "tour/stops.h"
+
+#include <QComboBox>
+#include <QTest>
+
+namespace quillon::tour {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// Closes a window with Esc.
+void leave(QWidget &window)
+{
+    QTest::keyClick(&window, Qt::Key_Escape);
+    QTest::qWait(0);
+}
+
+void showQuickAdd(Walk &walk)
+{
+    walk.key(Qt::Key_F5);
+    QWidget &window = walk.window(u"Dialog1"_s);
+    walk.type(u"Text1"_s, u"95.3"_s, &window);
+    walk.type(u"Text2"_s, u"e4b3"_s, &window);
+    walk.type(u"Text3"_s, u"GAZTEA"_s, &window);
+    walk.picture(u"quick-add"_s, window);
+    leave(window);
+}
+
+void showConverter(Walk &walk)
+{
+    walk.menu(u"menuToolsConverter"_s);
+    QWidget &window = walk.window(u"Dialog"_s);
+    walk.type(u"Text7"_s, u"jo31hi"_s, &window);
+    walk.click(u"Command2"_s, &window);
+    walk.picture(u"converter"_s, window);
+    leave(window);
+}
+
+void showSetup(Walk &walk)
+{
+    walk.menu(u"menuSetup"_s);
+    QWidget &window = walk.window(u"Form2"_s);
+    walk.type(u"rdsdir"_s, u"C:\\RDSDX\\Loggings"_s, &window);
+    walk.type(u"rdsspydir"_s, u"C:\\RDSSpy"_s, &window);
+    walk.control(u"Text1"_s, &window).setFocus();
+    walk.picture(u"setup"_s, window);
+    leave(window);
+}
+
+void showScratchPad(Walk &walk)
+{
+    walk.click(u"Command12"_s);
+    QWidget &window = walk.window(u"ScratchPad"_s);
+    walk.picture(u"scratch-pad"_s, window);
+    leave(window);
+}
+
+void showAbout(Walk &walk)
+{
+    walk.menu(u"menuAbout"_s);
+    QWidget &window = walk.window(u"frmSplash"_s);
+    walk.picture(u"about"_s, window);
+    leave(window);
+}
+
+void showStatistics(Walk &walk)
+{
+    constexpr QSize size(900, 560);
+    walk.menu(u"menuStats"_s);
+    QWidget &window = walk.window(u"logStats"_s);
+    walk.click(u"Command3"_s, &window);
+    walk.picture(u"statistics"_s, window, size);
+    walk.control<QComboBox>(u"Combo3"_s, &window).setCurrentText(u"Es"_s);
+    auto &split = walk.control(u"Check1"_s, &window);
+    QTest::mouseClick(&split, Qt::LeftButton, {}, {10, split.height() / 2});
+    walk.click(u"Command3"_s, &window);
+    walk.picture(u"statistics-hours"_s, window, size);
+    leave(window);
+}
+
+} // namespace
+
+QList<Stop> windowStops()
+{
+    return {{u"Quick Add"_s, showQuickAdd}, {u"the converter"_s, showConverter}, {u"the setup"_s, showSetup},
+        {u"the scratch pad"_s, showScratchPad}, {u"about"_s, showAbout},
+        {u"the statistics"_s, showStatistics}};
+}
+
+} // namespace quillon::tour

@@ -1,0 +1,77 @@
+#pragma once
+
+#include <QProgressBar>
+#include <QString>
+#include <QWidget>
+
+namespace quillon {
+
+/// Keeps a widget hidden, as long as it lives.
+class Hidden
+{
+public:
+    explicit Hidden(QWidget &widget)
+        : m_widget(widget)
+    {
+        m_widget.hide();
+    }
+    ~Hidden() { m_widget.show(); }
+    Hidden(const Hidden &) = delete;
+    Hidden &operator=(const Hidden &) = delete;
+
+private:
+    QWidget &m_widget;
+};
+
+/// Keeps a widget shown, as long as it lives.
+class Shown
+{
+public:
+    explicit Shown(QWidget &widget)
+        : m_widget(widget)
+    {
+        m_widget.show();
+    }
+    ~Shown() { m_widget.hide(); }
+    Shown(const Shown &) = delete;
+    Shown &operator=(const Shown &) = delete;
+
+private:
+    QWidget &m_widget;
+};
+
+/// Keeps a widget disabled, as long as it lives.
+class Disabled
+{
+public:
+    explicit Disabled(QWidget &widget)
+        : m_widget(widget)
+    {
+        m_widget.setEnabled(false);
+    }
+    ~Disabled() { m_widget.setEnabled(true); }
+    Disabled(const Disabled &) = delete;
+    Disabled &operator=(const Disabled &) = delete;
+
+private:
+    QWidget &m_widget;
+};
+
+/// Keeps a progress bar shown, as long as it lives. It begins empty; `format` is what stands in it, "%v" for
+/// how much is done and "%m" for how much there is.
+class ShownProgress
+{
+public:
+    ShownProgress(QProgressBar &bar, const QString &format)
+        : m_shown(bar)
+    {
+        bar.setFormat(format);
+        bar.setRange(0, 0);
+        bar.setValue(0);
+    }
+
+private:
+    Shown m_shown;
+};
+
+} // namespace quillon
