@@ -122,7 +122,10 @@ void CodePage::appendEncoded(QByteArray &bytes, QStringView text) const
         }
         *out++ = static_cast<char>(byteOf(QChar(c)));
     }
-    bytes.resize(out - bytes.constData());
+    // Nearly always every character gives one byte.
+    if (const qsizetype size = out - bytes.constData(); size != bytes.size()) {
+        bytes.resize(size);
+    }
 }
 
 uchar CodePage::byteOf(QChar character) const

@@ -17,13 +17,18 @@ namespace {
 constexpr int lowestYear = 100;
 constexpr int highestYear = 9999;
 
+void putNumber(QChar *at, int value, int digits)
+{
+    for (int i = digits - 1; i >= 0; --i) {
+        at[i] = QChar(u'0' + value % 10);
+        value /= 10;
+    }
+}
+
 void appendNumber(QString &text, int value, int digits)
 {
     QChar buffer[4];
-    for (int i = digits - 1; i >= 0; --i) {
-        buffer[i] = QChar(u'0' + value % 10);
-        value /= 10;
-    }
+    putNumber(buffer, value, digits);
     text.append(buffer, digits);
 }
 
@@ -111,19 +116,14 @@ CivilTime civil(DateTime moment)
 QString generalText(DateTime moment)
 {
     const CivilTime parts = civil(moment);
-    QString text;
-    text.reserve(19);
-    appendNumber(text, parts.day, 2);
-    text += u'/';
-    appendNumber(text, parts.month, 2);
-    text += u'/';
-    appendNumber(text, parts.year, 4);
-    text += u' ';
-    appendNumber(text, parts.hour, 2);
-    text += u':';
-    appendNumber(text, parts.minute, 2);
-    text += u':';
-    appendNumber(text, parts.second, 2);
+    QString text = u"00/00/0000 00:00:00"_s;
+    QChar *const at = text.data();
+    putNumber(at, parts.day, 2);
+    putNumber(at + 3, parts.month, 2);
+    putNumber(at + 6, parts.year, 4);
+    putNumber(at + 11, parts.hour, 2);
+    putNumber(at + 14, parts.minute, 2);
+    putNumber(at + 17, parts.second, 2);
     return text;
 }
 

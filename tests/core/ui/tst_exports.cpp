@@ -84,6 +84,7 @@ private Q_SLOTS:
     void aMissingWebFileIsToldWithItsPath_data();
     void aMissingWebFileIsToldWithItsPath();
     void aRefusedWebPageIsTold();
+    void theGridKeepsTheFocus();
     void anEmptyLogGivesAnIndexWithoutRows();
     void theTextAsksForTheRange();
     void theTextIsWrittenAndOpened();
@@ -214,6 +215,17 @@ void TestExports::aRefusedWebPageIsTold()
     QVERIFY2(text.contains(in(window, u"html/quillon_mapview.htm"_s)), qPrintable(text));
     QVERIFY(window.isCalm());
     QCOMPARE(QDir(in(window, u"html"_s)).entryList(QDir::Files), QStringList());
+}
+
+void TestExports::theGridKeepsTheFocus()
+{
+    ExportingWindow window;
+    window.writeTemplates();
+    window.clickRow(2);
+    window.trigger("menuExportWebPage");
+    QVERIFY(window.grid().hasFocus());
+    window.key(Qt::Key_Down);
+    QCOMPARE(window.grid().row(), 3);
 }
 
 void TestExports::anEmptyLogGivesAnIndexWithoutRows()
