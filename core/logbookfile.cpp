@@ -44,7 +44,7 @@ Line physicalLine(QByteArrayView rest)
 }
 
 // One line of `pieces` pieces. A line feed inside a field is told from one that ends a line by this: the line
-// it would end is not whole, and together with what follows up to a line end it is.
+// it would end is not whole, and together with what follows up to a CR LF it is.
 Line lineOf(QByteArrayView rest, qsizetype pieces)
 {
     const Line first = physicalLine(rest);
@@ -56,13 +56,14 @@ Line lineOf(QByteArrayView rest, qsizetype pieces)
         line = {
             rest.first(line.length + next.text.size()), line.length + next.length, next.endsInLineFeedOnly};
     }
-    return found == pieces ? line : first;
+    const bool endsInCrLf = line.length == line.text.size() + 2;
+    return found == pieces && endsInCrLf ? line : first;
 }
 
 [[noreturn]] void throwAtLine(const RuntimeError &error, const QString &fileName, qsizetype number)
 {
     throw RuntimeError(
-        error.name(), u"Reading %1, line %2: %3"_s.arg(fileName).arg(number).arg(error.doing()));
+        error.name(), u"Reading %1, line %2: %3"_s.arg(fileName, QString::number(number), error.doing()));
 }
 
 QString field(const CodePage &codePage, QByteArrayView bytes)
@@ -77,6 +78,11 @@ LogEntry entryOf(QByteArrayView line, LogbookLayout layout, const Regional &regi
     qsizetype at = 0;
     for (std::size_t i = 0; i < wanted; ++i) {
         const qsizetype end = line.indexOf('|', at);
+        if (end < 0 && i + 1 == wanted) {
+            // The "|" after the last field is missing, but no field is.
+            fields[i] = line.sliced(at);
+            break;
+        }
         if (end < 0) {
             throw RuntimeError(ErrorName::SubscriptOutOfRange,
                 u"the line has %1 pieces instead of %2: \"%3\""_s.arg(i + 1)
@@ -96,10 +102,42 @@ LogEntry entryOf(QByteArrayView line, LogbookLayout layout, const Regional &regi
     return entry;
 }
 
-void appendText(QByteArray &bytes, const CodePage &page, QStringView text)
+// More bytes than a line of the file can have.
+qsizetype longestLine(const LogEntry &entry)
 {
-    page.appendEncoded(bytes, text);
-    bytes += '|';
+    constexpr qsizetype dateAndMarks = 40;
+    return entry.piCode.size() + entry.prop.size() + entry.freq.size() + entry.transmitter.size()
+        + entry.country.size() + 2 * entry.notes.size() + entry.rdsName.size() + entry.power.size()
+        + entry.dist.size() + entry.fmlist.size() + entry.uid.size() + dateAndMarks;
+}
+
+// Writes one line; returns its end.
+char *writeLine(char *out, const LogEntry &entry, const CodePage &page)
+{
+    const auto put = [&](QStringView text) {
+        out = page.encodeTo(out, text);
+        *out++ = '|';
+    };
+    put(entry.piCode);
+    out = std::ranges::copy(generalCharacters(entry.dateTime), out).out;
+    *out++ = '|';
+    put(entry.prop);
+    put(entry.freq);
+    put(entry.transmitter);
+    put(entry.country);
+    if (entry.notes.contains("\r\n"_L1)) {
+        put(QString(entry.notes).replace("\r\n"_L1, "CRLF"_L1));
+    } else {
+        put(entry.notes);
+    }
+    put(entry.rdsName);
+    put(entry.power);
+    put(entry.dist);
+    put(entry.fmlist);
+    put(entry.uid);
+    *out++ = '\r';
+    *out++ = '\n';
+    return out;
 }
 
 } // namespace
@@ -132,8 +170,9 @@ bool readLogbook(Logbook &log, QByteArrayView file, const Regional &regional, co
         } catch (const RuntimeError &error) {
             throwAtLine(error, fileName, number);
         }
-        // What stands behind the last field is not kept in memory.
-        whole = whole && piecesOf(line.text) == piecesOf(layout) && line.text.endsWith('|');
+        // What stands behind the last field is not kept in memory, a deleted entry is not written again.
+        whole = whole && piecesOf(line.text) == piecesOf(layout) && line.text.endsWith('|')
+            && !line.text.startsWith("delete|");
         number += std::ranges::count(rest.first(line.length), '\n');
         rest = rest.sliced(line.length);
     }
@@ -142,31 +181,18 @@ bool readLogbook(Logbook &log, QByteArrayView file, const Regional &regional, co
 
 QByteArray logbookBytes(const Logbook &log, const CodePage &codePage)
 {
-    constexpr qsizetype usualLine = 128;
-    QByteArray bytes;
-    bytes.reserve(log.count() * usualLine);
+    qsizetype most = 0;
     for (const LogEntry &entry : log) {
-        if (isDeleted(entry)) {
-            continue;
-        }
-        appendText(bytes, codePage, entry.piCode);
-        appendText(bytes, codePage, generalText(entry.dateTime));
-        appendText(bytes, codePage, entry.prop);
-        appendText(bytes, codePage, entry.freq);
-        appendText(bytes, codePage, entry.transmitter);
-        appendText(bytes, codePage, entry.country);
-        if (entry.notes.contains("\r\n"_L1)) {
-            appendText(bytes, codePage, QString(entry.notes).replace("\r\n"_L1, "CRLF"_L1));
-        } else {
-            appendText(bytes, codePage, entry.notes);
-        }
-        appendText(bytes, codePage, entry.rdsName);
-        appendText(bytes, codePage, entry.power);
-        appendText(bytes, codePage, entry.dist);
-        appendText(bytes, codePage, entry.fmlist);
-        appendText(bytes, codePage, entry.uid);
-        bytes += "\r\n";
+        most += longestLine(entry);
     }
+    QByteArray bytes(most, Qt::Uninitialized);
+    char *out = bytes.data();
+    for (const LogEntry &entry : log) {
+        if (!isDeleted(entry)) {
+            out = writeLine(out, entry, codePage);
+        }
+    }
+    bytes.resize(out - bytes.constData());
     return bytes;
 }
 
@@ -178,6 +204,11 @@ LogbookLoading loadLogbook(Logbook &log, const QString &path, const Regional &re
         return LogbookLoading::NoFile;
     }
     const QByteArray file = readFile(path);
+    if (file.isEmpty()) {
+        // The log of somebody who deleted the last entry: there is nothing in it to lose.
+        kept.readWhole(path, *state);
+        return LogbookLoading::Loaded;
+    }
     if (logbookLayout(file) == LogbookLayout::Unknown) {
         return LogbookLoading::NotLoaded;
     }

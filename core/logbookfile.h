@@ -20,10 +20,11 @@ enum class LogbookLayout {
 /// The layout that the first line of a file tells.
 [[nodiscard]] LogbookLayout logbookLayout(QByteArrayView file);
 
-/// Adds the entries of a file to the log; nothing when its layout is unknown. Returns true when every byte of
-/// the file has become part of an entry. Throws "Subscript out of range" for a line with too few pieces,
-/// "Type mismatch" for a Date/Time that is none, what AddEntry throws for a log that is full; the message
-/// names `fileName`, the line number and the line, and the entries before it are in the log.
+/// Adds the entries of a file to the log; nothing when its layout is unknown. Returns true when every
+/// field of the file is in the log and is written by the next save. Throws "Subscript out of range" for a
+/// line with fewer fields, "Type mismatch" for a Date/Time that is none, what AddEntry throws for a log that
+/// is full; the message names `fileName`, the line number and the line, and the entries before it are in the
+/// log.
 bool readLogbook(Logbook &log, QByteArrayView file, const Regional &regional, const QString &fileName);
 
 /// The file of the log: one line of the current layout for each entry that is not deleted.

@@ -65,6 +65,8 @@ QByteArray updateLogLine(
     for (qsizetype c = 0; c < columns.size(); ++c) {
         line += QString::number(c) + u':' + columns[c] + u'\t';
     }
+    // A note of several lines is one record all the same.
+    line.replace("\r\n"_L1, "CRLF"_L1);
     line += u"\r\n"_s;
     return codePage.encode(line);
 }

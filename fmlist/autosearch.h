@@ -55,7 +55,7 @@ enum class Finding {
 [[nodiscard]] QString markedField(const QString &fmlist, Finding finding);
 
 /// One line of the update log: the time, the stage ("BEFORE" or "AFTER") and each column's text after its
-/// number and ":", all ended by tabs, then CR LF.
+/// number and ":", all ended by tabs, then CR LF. A line break inside a text is written as "CRLF".
 [[nodiscard]] QByteArray updateLogLine(
     DateTime now, const QString &stage, const QStringList &columns, const CodePage &codePage);
 

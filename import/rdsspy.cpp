@@ -13,7 +13,7 @@ namespace {
 
 constexpr qint64 secondsPerHour = 3600;
 
-QString trimmedOfBlanks(QString text)
+QString trimmedOfBlanks(const QString &text)
 {
     const auto isNoBlank = [](QChar c) { return c != u' '; };
     const auto last = std::find_if(text.crbegin(), text.crend(), isNoBlank).base();

@@ -100,7 +100,13 @@ void CodePage::appendEncoded(QByteArray &bytes, QStringView text) const
 {
     const qsizetype start = bytes.size();
     bytes.resize(start + text.size());
-    char *out = bytes.data() + start;
+    const char *end = encodeTo(bytes.data() + start, text);
+    bytes.resize(end - bytes.constData());
+}
+
+char *CodePage::encodeTo(char *out, QStringView text) const
+{
+    const char *const begin = out;
     for (qsizetype i = 0; i < text.size(); ++i) {
         const char16_t c = text[i].unicode();
         if (c < 0x80) {
@@ -115,17 +121,14 @@ void CodePage::appendEncoded(QByteArray &bytes, QStringView text) const
                                        .toString()
                                        .normalized(QString::NormalizationForm_C);
             const int composed = letter.size() == 1 ? exactByte(letter.at(0).unicode()) : -1;
-            if (composed >= 0 && i > 0) {
+            if (composed >= 0 && out != begin) {
                 out[-1] = static_cast<char>(composed);
             }
             continue;
         }
         *out++ = static_cast<char>(byteOf(QChar(c)));
     }
-    // Nearly always every character gives one byte.
-    if (const qsizetype size = out - bytes.constData(); size != bytes.size()) {
-        bytes.resize(size);
-    }
+    return out;
 }
 
 uchar CodePage::byteOf(QChar character) const

@@ -26,6 +26,9 @@ public:
     /// "l"), otherwise "?".
     [[nodiscard]] QByteArray encode(QStringView text) const;
 
+    /// encode, written to `out`, which has room for text.size() bytes. Returns the end of what was written.
+    char *encodeTo(char *out, QStringView text) const;
+
     /// encode, added to the end of `bytes`.
     void appendEncoded(QByteArray &bytes, QStringView text) const;
 

@@ -17,18 +17,13 @@ namespace {
 constexpr int lowestYear = 100;
 constexpr int highestYear = 9999;
 
-void putNumber(QChar *at, int value, int digits)
-{
-    for (int i = digits - 1; i >= 0; --i) {
-        at[i] = QChar(u'0' + value % 10);
-        value /= 10;
-    }
-}
-
 void appendNumber(QString &text, int value, int digits)
 {
     QChar buffer[4];
-    putNumber(buffer, value, digits);
+    for (int i = digits - 1; i >= 0; --i) {
+        buffer[i] = QChar(u'0' + value % 10);
+        value /= 10;
+    }
     text.append(buffer, digits);
 }
 
@@ -113,18 +108,28 @@ CivilTime civil(DateTime moment)
         static_cast<int>(static_cast<unsigned>(date.day())), rest / 3600, rest / 60 % 60, rest % 60};
 }
 
-QString generalText(DateTime moment)
+std::array<char, 19> generalCharacters(DateTime moment)
 {
     const CivilTime parts = civil(moment);
-    QString text = u"00/00/0000 00:00:00"_s;
-    QChar *const at = text.data();
-    putNumber(at, parts.day, 2);
-    putNumber(at + 3, parts.month, 2);
-    putNumber(at + 6, parts.year, 4);
-    putNumber(at + 11, parts.hour, 2);
-    putNumber(at + 14, parts.minute, 2);
-    putNumber(at + 17, parts.second, 2);
+    std::array<char, 19> text {"00/00/0000 00:00:0"};
+    const auto put = [&text](std::size_t at, int value) {
+        text[at] = static_cast<char>('0' + value / 10);
+        text[at + 1] = static_cast<char>('0' + value % 10);
+    };
+    put(0, parts.day);
+    put(3, parts.month);
+    put(6, parts.year / 100);
+    put(8, parts.year % 100);
+    put(11, parts.hour);
+    put(14, parts.minute);
+    put(17, parts.second);
     return text;
+}
+
+QString generalText(DateTime moment)
+{
+    const std::array<char, 19> text = generalCharacters(moment);
+    return QString::fromLatin1(text.data(), text.size());
 }
 
 QString dateText(DateTime moment)

@@ -48,7 +48,9 @@ struct MonthNames
 /// The parts of a moment.
 [[nodiscard]] CivilTime civil(DateTime moment);
 
-/// `dd/mm/yyyy hh:nn:ss`, the one text form of a moment.
+/// The characters of `dd/mm/yyyy hh:nn:ss`, the one text form of a moment.
+[[nodiscard]] std::array<char, 19> generalCharacters(DateTime moment);
+/// The same as a text.
 [[nodiscard]] QString generalText(DateTime moment);
 
 /// `dd/mm/yyyy`, as offered in input boxes.

@@ -48,7 +48,7 @@ public:
     // The separator of a date, or nothing.
     QChar takeSeparator()
     {
-        if (m_rest.isEmpty() || !QStringView(u"/-. ").contains(m_rest.front())) {
+        if (m_rest.isEmpty() || !QStringView(u"/-.").contains(m_rest.front())) {
             return {};
         }
         const QChar separator = m_rest.front();
@@ -92,7 +92,7 @@ bool sameWord(QStringView left, QStringView right)
 
 int monthOfName(QStringView word, const MonthNames &months)
 {
-    for (std::size_t i = 0; i < 12; ++i) {
+    for (std::size_t i = 0; i < 12 && !word.isEmpty(); ++i) {
         if (sameWord(word, englishMonths[i]) || sameWord(word, englishMonths[i].left(3))
             || sameWord(word, months.abbreviated[i]) || sameWord(word, months.full[i])) {
             return static_cast<int>(i) + 1;
@@ -123,15 +123,14 @@ bool readDate(Reader &reader, const MonthNames &months, CivilTime &parts)
     const QChar separator = reader.takeSeparator();
     int monthDigits = 0;
     parts.month = reader.takeNumber(monthDigits);
-    const bool named = monthDigits == 0;
-    if (named) {
+    if (monthDigits == 0) {
         parts.month = monthOfName(reader.takeWord(), months);
         // A locale's abbreviation may be typed with its full stop.
         if (separator != u'.') {
             reader.take(u'.');
         }
     }
-    if (separator.isNull() || (separator == u' ' && !named) || monthDigits > 2 || !reader.take(separator)) {
+    if (separator.isNull() || monthDigits > 2 || !reader.take(separator)) {
         return false;
     }
     int lastDigits = 0;

@@ -46,7 +46,7 @@ std::optional<QString> findFile(const QString &directory, const QString &name)
     if (QFileInfo(exact).isFile()) {
         return exact;
     }
-    const QStringList all = QDir(directory).entryList(QDir::Files | QDir::Hidden | QDir::System, QDir::Name);
+    const QStringList all = QDir(directory).entryList(QDir::Files | QDir::Hidden, QDir::Name);
     for (const QString &other : all) {
         if (other.compare(name, Qt::CaseInsensitive) == 0) {
             return filePath(directory, other);

@@ -7,6 +7,7 @@
 
 #include <cerrno>
 #include <fcntl.h>
+#include <optional>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -69,9 +70,7 @@ public:
             throw errno == ENOENT ? RuntimeError(ErrorName::PathNotFound, m_doing)
                                   : systemError(errno, m_doing);
         }
-        if (exists) {
-            check(m_calls.setMode(m_file, old.st_mode & permissionBits));
-        }
+        m_oldMode = exists ? std::optional(old.st_mode & permissionBits) : std::nullopt;
     }
 
     NewFile(const NewFile &) = delete;
@@ -89,6 +88,9 @@ public:
 
     void write(QByteArrayView bytes)
     {
+        if (m_oldMode) {
+            check(m_calls.setMode(m_file, *m_oldMode));
+        }
         while (!bytes.isEmpty()) {
             const ssize_t written = m_calls.write(m_file, bytes);
             if (written < 0 && errno == EINTR) {
@@ -135,6 +137,7 @@ private:
     QByteArray m_target;
     QByteArray m_directory;
     QByteArray m_name;
+    std::optional<mode_t> m_oldMode;
     int m_file = -1;
     bool m_named = false;
 };

@@ -32,7 +32,7 @@ QString below(const QString &directory, const QString &name)
 // The folder of this name in `directory`, whatever the case of its name; as spelled when there is none.
 QString folderBelow(const QString &directory, const QString &name)
 {
-    const QString exact = below(directory, name);
+    QString exact = below(directory, name);
     if (QFileInfo(exact).isDir()) {
         return exact;
     }

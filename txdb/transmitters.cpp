@@ -80,13 +80,14 @@ bool readTransmitters(
         const QStringList pieces = codePage.decode(line).split(u'|');
         if (pieces.size() < fieldCount) {
             throw RuntimeError(ErrorName::SubscriptOutOfRange,
-                u"Reading %1, line %2: the line has %3 pieces instead of 6: \"%4\""_s.arg(fileName)
-                    .arg(number)
-                    .arg(pieces.size())
-                    .arg(codePage.decode(line)));
+                u"Reading %1, line %2: the line has %3 pieces instead of 6: \"%4\""_s.arg(fileName,
+                    QString::number(number), QString::number(pieces.size()), codePage.decode(line)));
         }
-        const bool added = list.add({pieces[0], pieces[1], pieces[2], pieces[3], pieces[4]});
-        whole = whole && added && pieces.size() == fieldCount + 1 && pieces.last().isEmpty();
+        const Transmitter read {pieces[0], pieces[1], pieces[2], pieces[3], pieces[4]};
+        const auto known = list.find(read.name, read.country);
+        const bool replaces = known && list.row(*known) != read;
+        const bool added = list.add(read);
+        whole = whole && added && !replaces && pieces.size() == fieldCount + 1 && pieces.last().isEmpty();
     }
     return whole;
 }

@@ -60,7 +60,7 @@ private:
 
 /// Adds the transmitters of a tx.lst. Throws "Subscript out of range" for a line with fewer than five pieces,
 /// naming `fileName`, the line number and the line; the lines before it are in the list. Returns true when
-/// every field of the file is in the list now.
+/// every field of the file is in the list now, those of a site that stands twice in it included.
 bool readTransmitters(
     TransmitterList &list, QByteArrayView file, const CodePage &codePage, const QString &fileName);
 

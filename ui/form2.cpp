@@ -48,6 +48,7 @@ Form2::Form2(QWidget *parent, Config &config)
     for (const QLineEdit *field : {m_ui->latitude, m_ui->longitude, m_ui->rdsdir, m_ui->rdsspydir}) {
         connect(field, &QLineEdit::textChanged, this, [this] { showHints(); });
     }
+    alignLabels();
     fill();
     showHints();
 }
@@ -68,12 +69,29 @@ void Form2::fill()
     (settings.inMiles() ? m_ui->Option2 : m_ui->Option1)->setChecked(true);
 }
 
+// The fields of all frames begin below each other.
+void Form2::alignLabels()
+{
+    const QList<QLabel *> labels {m_ui->Label1, m_ui->Label2, m_ui->LabelLat, m_ui->LabelLon, m_ui->LabelOmid,
+        m_ui->LabelEmail, m_ui->LabelRdsdx, m_ui->LabelRdsSpy};
+    int widest = 0;
+    for (const QLabel *label : labels) {
+        widest = qMax(widest, label->sizeHint().width());
+    }
+    for (QLabel *label : labels) {
+        label->setMinimumWidth(widest);
+    }
+}
+
 void Form2::showHints()
 {
     showNumberHint(m_ui->latitudeHint, m_ui->latitude->text());
     showNumberHint(m_ui->longitudeHint, m_ui->longitude->text());
     showDirectoryHint(m_ui->rdsdirHint, m_ui->rdsdir->text());
     showDirectoryHint(m_ui->rdsspydirHint, m_ui->rdsspydir->text());
+    // Hints that came up need room, and a wrapped one does not ask for it by itself.
+    layout()->activate();
+    resize(width(), qMax(height(), layout()->totalHeightForWidth(width())));
 }
 
 void Form2::browse(QLineEdit *field)

@@ -37,6 +37,7 @@ private:
     void Form2_Command1_Click();
     void Form2_Command2_Click();
     void Form2_rdsdir_LostFocus();
+    void alignLabels();
     void showHints();
     void browse(QLineEdit *field);
 

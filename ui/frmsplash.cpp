@@ -27,17 +27,28 @@ frmSplash::frmSplash(QWidget *parent, Use use, const QString &propagationUrl)
     m_ui->Frame1->installEventFilter(this);
     m_ui->Label2->installEventFilter(this);
     connect(m_ui->Command1, &QPushButton::clicked, this, [this] { Command1_Click(); });
+    connect(m_ui->openDirectory, &QPushButton::clicked, this, [this] { openDirectory_Click(); });
     if (use == Use::WhileLoading) {
         setWindowFlags(Qt::SplashScreen | Qt::FramelessWindowHint);
         m_ui->Command1->hide();
+        m_ui->libraries->hide();
     }
     // The button would keep some keys for itself.
     m_ui->Command1->setFocus();
     m_ui->Command1->installEventFilter(this);
+    tellDirectory({});
     Form_Load();
 }
 
 frmSplash::~frmSplash() = default;
+
+void frmSplash::tellDirectory(const QString &directory)
+{
+    m_directory = directory;
+    m_ui->directory->setText(u"Your files are in "_s + directory);
+    m_ui->directory->setHidden(directory.isEmpty());
+    m_ui->openDirectory->setHidden(directory.isEmpty());
+}
 
 void frmSplash::Form_Load()
 {
@@ -46,10 +57,11 @@ void frmSplash::Form_Load()
     m_ui->Image1->setPixmap(picture);
     QFont typewriter(u"Courier New"_s);
     typewriter.setStyleHint(QFont::Monospace);
-    typewriter.setPointSize(font().pointSize() + 3);
+    typewriter.setPixelSize(fontInfo().pixelSize() * 4 / 3);
     typewriter.setBold(true);
     m_ui->Label1->setFont(typewriter);
     m_ui->Label1->setText(versionLabel());
+    m_ui->libraries->setText(u"With Qt and Qt Charts "_s + QLatin1StringView(qVersion()));
     m_ui->Label2->setText(m_propagationUrl);
     QFont link = m_ui->Label2->font();
     link.setUnderline(true);
@@ -79,6 +91,13 @@ void frmSplash::Frame1_Click()
 void frmSplash::Label2_Click()
 {
     HyperJump(m_propagationUrl);
+    close();
+}
+
+// Open Folder: the folder with the user's files.
+void frmSplash::openDirectory_Click()
+{
+    openFile(m_directory);
     close();
 }
 

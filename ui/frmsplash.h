@@ -25,6 +25,9 @@ public:
     frmSplash(QWidget *parent, Use use, const QString &propagationUrl);
     ~frmSplash() override;
 
+    /// Tells where the user's files are, with a button that opens the folder.
+    void tellDirectory(const QString &directory);
+
 protected:
     void keyPressEvent(QKeyEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -35,9 +38,11 @@ private:
     void Form_KeyPress();
     void Frame1_Click();
     void Label2_Click();
+    void openDirectory_Click();
 
     std::unique_ptr<Ui::frmSplash> m_ui;
     QString m_propagationUrl;
+    QString m_directory;
 };
 
 /// "Quillon V" and the program's version, major.minor.revision.

@@ -1,6 +1,5 @@
 #include "ui/grid.h"
 
-#include "platform/datetime.h"
 #include "platform/runtimeerror.h"
 #include "ui/gridmodel.h"
 #include "ui/tablelook.h"
@@ -149,13 +148,12 @@ void Grid::sortGridByColumn(int column)
     permute(genericSort(texts));
 }
 
-void Grid::sortByDate()
+void Grid::sortByDate(const MonthNames &months)
 {
     std::vector<std::pair<DateTime, int>> keys;
     keys.reserve(m_model->rows().size());
-    const MonthNames english = MonthNames::of(QLocale::c());
     for (const GridRow &row : m_model->rows()) {
-        keys.emplace_back(toDateTime(row.text(GridColumn::DateTime), english, u"Sorting the grid by date"_s),
+        keys.emplace_back(toDateTime(row.text(GridColumn::DateTime), months, u"Sorting the grid by date"_s),
             static_cast<int>(keys.size()));
     }
     std::ranges::stable_sort(keys, {}, &std::pair<DateTime, int>::first);

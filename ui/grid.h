@@ -2,6 +2,7 @@
 
 #include "core/cellsource.h"
 #include "core/gridrows.h"
+#include "platform/datetime.h"
 
 #include <QString>
 #include <QTableView>
@@ -53,8 +54,8 @@ public:
     /// Sorts ascending by the texts of a column, numbers as numbers; the current row stays the same
     /// reception.
     void sortGridByColumn(int column);
-    /// Sorts ascending by Date/Time.
-    void sortByDate();
+    /// Sorts ascending by Date/Time; a cell may hold a date as it was typed, with one of `months`.
+    void sortByDate(const MonthNames &months);
 
     /// What an empty grid says.
     void setEmptyText(const QString &text);

@@ -2,9 +2,10 @@
 
 #include "fmlist/answertext.h"
 #include "platform/runtimeerror.h"
+#include "ui/httpclient.h"
 
 #include <QEventLoop>
-#include <QLoggingCategory>
+#include <QFile>
 #include <QPointer>
 
 #include <utility>
@@ -14,8 +15,6 @@ namespace quillon {
 using namespace Qt::StringLiterals;
 
 namespace {
-
-Q_LOGGING_CATEGORY(trace, "quillon.inet1", QtWarningMsg)
 
 void checkStatus(const HttpAnswer &answer, const QString &doing)
 {
@@ -31,15 +30,19 @@ void checkStatus(const HttpAnswer &answer, const QString &doing)
 Inet1::Inet1(CodePage codePage, QObject *parent)
     : QObject(parent)
     , m_codePage(codePage)
+    , m_client(std::make_shared<HttpClient>())
 {
     setObjectName(u"Inet1"_s);
-    connect(
-        this, &Inet1::stateChanged, this, [](TransferState state) { qCDebug(trace) << stateText(state); });
 }
 
 Inet1::~Inet1()
 {
     abort();
+}
+
+void Inet1::setAuthorities(const QString &pemFile)
+{
+    m_client->setAuthorities(QFile::encodeName(pemFile));
 }
 
 QString Inet1::openUrl(const QByteArray &url)
@@ -62,16 +65,14 @@ void Inet1::execute(
 {
     requireIdle(u"Opening "_s + QString::fromLatin1(url));
     m_text.clear();
-    m_transfer.reset();
-    const auto transfer = std::make_shared<HttpTransfer>(HttpRequest {method, url, body, headerBlock});
-    connect(transfer.get(), &HttpTransfer::stateChanged, this, &Inet1::stateChanged);
-    transfer->start();
-    m_transfer = transfer;
+    m_isAsked = false;
+    m_client->start({.method = method, .url = url, .body = body, .headerBlock = headerBlock});
+    m_isAsked = true;
 }
 
 bool Inet1::stillExecuting() const
 {
-    return m_isWaitedFor || (m_transfer && !m_transfer->isFinished());
+    return m_isWaitedFor || !m_client->isFinished();
 }
 
 void Inet1::requireIdle(const QString &doing) const
@@ -83,31 +84,29 @@ void Inet1::requireIdle(const QString &doing) const
 
 void Inet1::wait()
 {
-    // Both held here: this object may be gone when the loop returns.
-    const auto transfer = m_transfer;
-    const QPointer<Inet1> self(this);
-    if (!transfer) {
+    if (!std::exchange(m_isAsked, false)) {
         return;
     }
-    if (!transfer->isFinished()) {
+    // Both held here: this object may be gone when the loop returns.
+    const auto client = m_client;
+    const QPointer<Inet1> self(this);
+    if (!client->isFinished()) {
         QEventLoop loop;
-        connect(transfer.get(), &HttpTransfer::finished, &loop, &QEventLoop::quit);
+        connect(client.get(), &HttpClient::finished, &loop, &QEventLoop::quit);
         m_isWaitedFor = true;
         loop.exec();
     }
     // The loop also returns when the program is ending.
-    transfer->abort();
+    client->abort();
     if (self) {
         m_isWaitedFor = false;
-        m_transfer.reset();
     }
-    if (transfer->isAborted()) {
+    if (client->isAborted()) {
         throw RequestAborted();
     }
-    const HttpAnswer &answer = transfer->answer();
-    qCDebug(trace) << "ResponseCode" << answer.status << "ResponseInfo" << answer.reason;
-    checkStatus(answer, transfer->doing());
-    m_text = answerText(answer.body, answer.header("content-type"), m_codePage);
+    const HttpAnswer answer = client->takeAnswer();
+    checkStatus(answer, client->doing());
+    m_text = answerText(answer.body, answer.contentType, m_codePage);
 }
 
 QString Inet1::getChunk(qsizetype maximum)
@@ -121,9 +120,7 @@ QString Inet1::getChunk(qsizetype maximum)
 
 void Inet1::abort()
 {
-    if (m_transfer) {
-        m_transfer->abort();
-    }
+    m_client->abort();
 }
 
 } // namespace quillon

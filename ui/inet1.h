@@ -1,7 +1,6 @@
 #pragma once
 
 #include "platform/codepage.h"
-#include "ui/httptransfer.h"
 #include "ui/requestaborted.h"
 
 #include <QByteArray>
@@ -12,8 +11,11 @@
 
 namespace quillon {
 
+class HttpClient;
+
 /// Transfer control: one HTTP request at a time, waited for in a nested event loop. Every call that begins or
 /// reads a request throws "Still executing last request" while one is under way, which goes on undisturbed.
+/// The states of a transfer are traced in the logging category "quillon.inet1".
 class Inet1 : public QObject
 {
     Q_OBJECT
@@ -23,6 +25,9 @@ public:
     explicit Inet1(CodePage codePage, QObject *parent = nullptr);
     ~Inet1() override;
 
+    /// Trusts the authorities in this PEM file instead of the system's, from the next request on.
+    void setAuthorities(const QString &pemFile);
+
     /// The body of what stands at the address, as text. Throws what `wait` throws.
     [[nodiscard]] QString openUrl(const QByteArray &url);
 
@@ -30,8 +35,9 @@ public:
     [[nodiscard]] QString post(
         const QByteArray &url, const QByteArray &body, const QByteArray &headerBlock, qsizetype maximum);
 
-    /// Begins a request, which runs in the background. Throws "Invalid procedure call" for an address that is
-    /// none; the address goes out byte for byte. `headerBlock` has CR LF between its lines, none at its end.
+    /// Begins a GET or POST, which runs in the background. Throws "Invalid procedure call" for an address
+    /// that is none; the address goes out byte for byte. `headerBlock` has CR LF between its lines, none at
+    /// its end.
     void execute(const QByteArray &url, const QByteArray &method = "GET", const QByteArray &body = {},
         const QByteArray &headerBlock = {});
     /// True until the request is answered and whoever waits for it has got the answer.
@@ -49,12 +55,10 @@ public:
     /// Ends the request under way; whoever waits for it gets RequestAborted.
     void abort();
 
-Q_SIGNALS:
-    void stateChanged(quillon::TransferState state);
-
 private:
     CodePage m_codePage;
-    std::shared_ptr<HttpTransfer> m_transfer;
+    std::shared_ptr<HttpClient> m_client;
+    bool m_isAsked = false; ///< a request was begun whose answer nobody has got yet
     bool m_isWaitedFor = false;
     QString m_text; ///< what getChunk has not given away yet
 };

@@ -91,7 +91,9 @@ void ResultList::setEmptyText(const QString &text)
 
 void ResultList::sortByColumn(int column)
 {
+    const QString highlighted = listIndex() < 0 ? QString() : text(listIndex());
     m_model->sortLines(column);
+    setListIndex(static_cast<int>(m_model->lines().indexOf(highlighted)));
 }
 
 void ResultList::keyPressEvent(QKeyEvent *event)

@@ -93,6 +93,9 @@ void Form1::addStatusBar()
     m_ui->statusbar->addPermanentWidget(m_progress);
     m_ui->statusbar->addPermanentWidget(m_version);
     m_status->setMinimumWidth(1);
+    // What the service answers can have many lines: the first is shown, and the window keeps its size.
+    m_status->setFixedHeight(m_version->sizeHint().height());
+    m_status->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     m_proclogs->hide();
     m_progress->hide();
     m_applicationDir = label(u"applicationDir"_s, u"Application directory"_s);
@@ -157,7 +160,7 @@ void Form1::loadLogbookFile()
         }
     } catch (const RuntimeError &) {
         m_status->setText(
-            u"The logbook %1 was not loaded whole: %2 entries were read"_s.arg(path).arg(m_log.count()));
+            u"The logbook %1 was not loaded whole: %2 entries were read"_s.arg(path, QString::number(m_log.count())));
         throw;
     }
 }

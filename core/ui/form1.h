@@ -27,8 +27,8 @@ class Form1;
 }
 
 class Inet1;
-class ScratchPad;
 struct RdsSpyReception;
+class ScratchPad;
 
 /// What the main window is given at start.
 struct Form1Options
@@ -133,6 +133,7 @@ private:
 
     // form1_fmlist.cpp: search, upload, web pages
     void Command11_Click();
+    void searchForStation(const SearchRequest &request);
     void searchFmlist(const SearchRequest &request);
     void List2_DblClick(int line);
     void menuFMListUploadLogs_Click();
@@ -156,21 +157,24 @@ private:
     void autoSearch(SearchMode mode);
     [[nodiscard]] std::vector<qint32> entriesToSearch(const DayWindow &window);
     void searchEntries(SearchMode mode, const std::vector<qint32> &entries, AutoSearchTally &tally);
-    void searchCurrentEntry(SearchMode mode, AutoSearchTally &tally);
-    void treatFinding(int row, AutoSearchTally &tally);
+    void searchEntry(SearchMode mode, qint32 entry, AutoSearchTally &tally);
+    void searchForForm(SearchMode mode, AutoSearchTally &tally);
+    [[nodiscard]] bool isLoaded(int row, qint32 entry);
+    void updateFromResult(int row);
+    void markEntry(int row, qint32 number, Finding finding);
     void writeUpdateLogRecord(int row, const QString &stage);
-
-    // form1_import.cpp: receptions recorded by other programs
-    void menuImportRDSSpyLog_Click();
-    void addReception(const RdsSpyReception &reception);
-    void menuImportRDSDXLogCnv_Click();
-    void importRDSDXLogCnv(const QString &selectedFile);
 
     // form1_export.cpp: KML, web pages, text
     void menuExportGoogleTX_Click();
     void menuExportGoogleLog_Click();
     void menuExportWebPage_Click();
     void menuExportEmail_Click();
+
+    // form1_import.cpp: receptions recorded by other programs
+    void menuImportRDSSpyLog_Click();
+    void addReception(const RdsSpyReception &reception);
+    void menuImportRDSDXLogCnv_Click();
+    void importRDSDXLogCnv(const QString &selectedFile);
 
     // form1_tools.cpp: distances and the other windows
     void Command10_Click();

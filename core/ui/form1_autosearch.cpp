@@ -66,8 +66,8 @@ void Form1::autoSearch(SearchMode mode)
     AutoSearchTally tally;
     try {
         searchEntries(mode, entriesToSearch(window), tally);
-    } catch (const RequestAborted &) {
-        // The program is ending. What was found until now is kept.
+    } catch (...) {
+        // The program is ending, or a file cannot be written. What was found until now is kept.
         saveLogbook();
         throw;
     }
@@ -102,55 +102,70 @@ void Form1::searchEntries(SearchMode mode, const std::vector<qint32> &entries, A
     int done = 0;
     for (const qint32 entry : entries) {
         m_progress->setValue(++done);
-        if (const int row = m_ui->Grid1->rowOfEntry(entry); row > 0) {
-            makeCurrent(row);
-            // A row without a frequency is not loaded, so there is nothing to search for.
-            if (m_loadedRow == row) {
-                searchCurrentEntry(mode, tally);
-                treatFinding(m_ui->Grid1->rowOfEntry(entry), tally);
-            }
-        }
+        searchEntry(mode, entry, tally);
+    }
+}
+
+void Form1::searchEntry(SearchMode mode, qint32 entry, AutoSearchTally &tally)
+{
+    const int row = m_ui->Grid1->rowOfEntry(entry);
+    makeCurrent(row);
+    if (m_ui->Grid1->text(row, GridColumn::Freq).isEmpty()) {
+        // Such a row is not loaded, and there is nothing to ask for.
+        markEntry(row, entry, Finding::None);
+        return;
+    }
+    const qint32 loaded = m_selected;
+    searchForForm(mode, tally);
+    // A row can have moved, and another entry been chosen, while the request ran: the answer is for this one.
+    const int rowNow = m_ui->Grid1->rowOfEntry(entry);
+    const Finding finding = findingOf(m_matchCount);
+    if (finding != Finding::Exact) {
+        markEntry(rowNow, loaded, finding);
+    } else if (m_log.entry(loaded).piCode != deletedPiCode && isLoaded(rowNow, loaded)) {
+        updateFromResult(rowNow);
+        ++tally.updated;
     }
 }
 
 // Searches for the entry in the form. A failed request counts as no match.
-void Form1::searchCurrentEntry(SearchMode mode, AutoSearchTally &tally)
+void Form1::searchForForm(SearchMode mode, AutoSearchTally &tally)
 {
-    const QString name = m_ui->Text8->text();
-    m_ui->Text8->setText(searchedName(mode, name));
     try {
-        Command11_Click();
+        searchForStation({m_ui->Text9->text(), m_ui->Text1->text(), searchedName(mode, m_ui->Text8->text())});
     } catch (const RuntimeError &error) {
         m_matchCount = 0;
         ++tally.failed;
-        tally.failure = error.text().section(u'\n', 1);
+        tally.failure = error.doing();
         m_status->setText(tally.failure);
     }
-    m_ui->Text8->setText(name);
 }
 
-void Form1::treatFinding(int row, AutoSearchTally &tally)
+// Makes sure that the form holds that entry, fit to be stored. False when it cannot be loaded any more.
+bool Form1::isLoaded(int row, qint32 entry)
 {
-    if (row == 0) {
-        return;
-    }
-    if (m_loadedRow != row) {
-        // Another entry was chosen while the request ran; the answer is still for this one.
+    const auto holdsIt = [&] { return m_selected == entry && m_loadedRow == row; };
+    if (!holdsIt() || !parseDateTime(m_ui->Text2->text(), m_options.regional.months)) {
         makeCurrent(row);
     }
-    const Finding finding = findingOf(m_matchCount);
-    if (finding == Finding::Exact) {
-        writeUpdateLogRecord(row, u"BEFORE"_s);
-        m_ui->List2->setListIndex(0);
-        List2_DblClick(0);
-        Command3_Click();
-        writeUpdateLogRecord(row, u"AFTER"_s);
-        Pause(2);
-        ++tally.updated;
-        return;
-    }
+    return holdsIt();
+}
+
+void Form1::updateFromResult(int row)
+{
+    writeUpdateLogRecord(row, u"BEFORE"_s);
+    m_ui->List2->setListIndex(0);
+    List2_DblClick(0);
+    Command3_Click();
+    writeUpdateLogRecord(row, u"AFTER"_s);
+    Pause(2);
+}
+
+// "None" or "Multi".
+void Form1::markEntry(int row, qint32 number, Finding finding)
+{
     m_ui->Grid1->setText(row, GridColumn::FMList, findingText(finding));
-    LogEntry &entry = m_log.entry(m_selected);
+    LogEntry &entry = m_log.entry(number);
     entry.fmlist = markedField(entry.fmlist, finding);
 }
 

@@ -16,6 +16,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+constexpr QStringView newCaption = u"Ne&w";
+
 // The texts of a multi-line box end their lines with CR LF in the log.
 QString withLineEnds(QString text)
 {
@@ -47,12 +49,12 @@ void Form1::addTransmitterOfForm()
 // New, or Cancel while a new entry is typed.
 void Form1::Command2_Click()
 {
-    if (m_ui->Command2->text() != u"&New") {
-        m_ui->Command2->setText(u"&New"_s);
+    if (m_ui->Command2->text() != newCaption) {
+        m_ui->Command2->setText(newCaption.toString());
         lockEntryForm();
         return;
     }
-    m_ui->Command2->setText(u"&Cancel"_s);
+    m_ui->Command2->setText(u"Cancel"_s);
     m_selected = -1;
     m_ui->Text2->setText(utcNowText());
     // Freq, Country and Prop stay, so that a run of stations needs little typing.
@@ -82,10 +84,19 @@ void Form1::Command1_Click()
         showMessage(this, u"Country Empty"_s);
         return;
     }
-    m_log.AddEntry(entryOfForm());
+    std::exception_ptr failure;
+    const qint32 before = m_log.count();
+    try {
+        m_log.AddEntry(entryOfForm());
+    } catch (const RuntimeError &) {
+        if (m_log.count() == before) {
+            throw;
+        }
+        // The log could not grow behind the entry, which is in it.
+        failure = std::current_exception();
+    }
     addTransmitterOfForm();
     lockEntryForm();
-    std::exception_ptr failure;
     try {
         saveLogbook();
         saveTransmitterList();
@@ -94,7 +105,7 @@ void Form1::Command1_Click()
         failure = std::current_exception();
     }
     populateGrid();
-    m_ui->Command2->setText(u"&New"_s);
+    m_ui->Command2->setText(newCaption.toString());
     normalEntryForm();
     m_ui->Grid1->setTopRow(m_ui->Grid1->rows() - 1);
     if (failure) {
@@ -109,6 +120,10 @@ void Form1::Command3_Click()
     LogEntry &entry = m_log.entry(m_selected);
     changed.dist = entry.dist;
     changed.fmlist = entry.fmlist;
+    if (!m_ui->Text3->document()->isModified()) {
+        // The text box knows one kind of line end and of blank: notes that nobody touched keep theirs.
+        changed.notes = entry.notes;
+    }
     entry = changed;
     rewriteRow(rowOfLoadedEntry());
     addTransmitterOfForm();
@@ -161,7 +176,7 @@ void Form1::Command14_Click()
 
 void Form1::quickAdd(const QString &freq, const QString &piCode, const QString &rdsName)
 {
-    m_ui->Command2->setText(u"&New"_s);
+    m_ui->Command2->setText(newCaption.toString());
     Command2_Click();
     QApplication::processEvents();
     m_ui->Text9->setText(freq.trimmed());

@@ -2,6 +2,7 @@
 
 #include "fmlist/upload.h"
 #include "fmlist/weblinks.h"
+#include "platform/runtimeerror.h"
 #include "ui/busypointer.h"
 #include "ui/desktop.h"
 #include "ui/inet1.h"
@@ -11,6 +12,8 @@
 
 #include <QLabel>
 
+#include <exception>
+
 namespace quillon {
 
 using namespace Qt::StringLiterals;
@@ -18,11 +21,16 @@ using namespace Qt::StringLiterals;
 // Search FMList.
 void Form1::Command11_Click()
 {
+    searchForStation({m_ui->Text9->text(), m_ui->Text1->text(), m_ui->Text8->text()});
+}
+
+void Form1::searchForStation(const SearchRequest &request)
+{
     m_inet->requireIdle(u"Searching FMList"_s);
     showList2();
     const BusyPointer busy;
     const Disabled disabled(*m_ui->Command11);
-    searchFmlist({m_ui->Text9->text(), m_ui->Text1->text(), m_ui->Text8->text()});
+    searchFmlist(request);
 }
 
 void Form1::searchFmlist(const SearchRequest &request)
@@ -96,10 +104,15 @@ void Form1::uploadToFmlist()
             m_progress->setValue(done);
         });
     // What was accepted is on the disk before a failure is told, so that nothing is sent twice.
-    saveLogbook();
+    std::exception_ptr failure = upload.failure;
+    try {
+        saveLogbook();
+    } catch (const RuntimeError &) {
+        failure = std::current_exception();
+    }
     populateGrid();
-    if (upload.failure) {
-        std::rethrow_exception(upload.failure);
+    if (failure) {
+        std::rethrow_exception(failure);
     }
 }
 

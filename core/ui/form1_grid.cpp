@@ -104,7 +104,7 @@ void Form1::Grid1_HeaderClick(int column)
     const qint32 loaded = m_loadedRow > 0 ? m_selected : -1;
     const bool sameRow = m_loadedRow == m_ui->Grid1->row();
     if (column == static_cast<int>(GridColumn::DateTime)) {
-        m_ui->Grid1->sortByDate();
+        m_ui->Grid1->sortByDate(m_options.regional.months);
     } else {
         m_ui->Grid1->sortGridByColumn(column);
     }

@@ -82,9 +82,12 @@ void Form1::Command12_Click()
 // About.
 void Form1::menuAbout_Click()
 {
-    if (!openWindow<frmSplash>(*this)) {
-        (new frmSplash(this, frmSplash::Use::About, m_config.settings().propagationUrl))->show();
+    if (openWindow<frmSplash>(*this)) {
+        return;
     }
+    auto *window = new frmSplash(this, frmSplash::Use::About, m_config.settings().propagationUrl);
+    window->tellDirectory(m_config.applicationDir());
+    window->show();
 }
 
 // Exit: every change was saved when it was made.

@@ -66,8 +66,6 @@ void Form1::wireMenus()
 {
     on(m_ui->MenuFileExit, &Form1::MenuFileExit_Click);
     on(m_ui->menuToolsFind, &Form1::menuToolsFind_Click);
-    on(m_ui->menuImportRDSSpyLog, &Form1::menuImportRDSSpyLog_Click);
-    on(m_ui->menuImportRDSDXLogCnv, &Form1::menuImportRDSDXLogCnv_Click);
     on(m_ui->menuFMListUploadLogs, &Form1::menuFMListUploadLogs_Click);
     on(m_ui->menuFMListAutoSearch, &Form1::menuFMListAutoSearch_Click);
     on(m_ui->menuFMLSearchPI, &Form1::menuFMLSearchPI_Click);
@@ -75,6 +73,8 @@ void Form1::wireMenus()
     on(m_ui->menuFMLPropMap, &Form1::menuFMLPropMap_Click);
     on(m_ui->menuFMLYouProp, &Form1::menuFMLYouProp_Click);
     on(m_ui->menuHelpOnlineHelp, &Form1::menuHelpOnlineHelp_Click);
+    on(m_ui->menuImportRDSSpyLog, &Form1::menuImportRDSSpyLog_Click);
+    on(m_ui->menuImportRDSDXLogCnv, &Form1::menuImportRDSDXLogCnv_Click);
     on(m_ui->menuExportGoogleTX, &Form1::menuExportGoogleTX_Click);
     on(m_ui->menuExportGoogleLog, &Form1::menuExportGoogleLog_Click);
     on(m_ui->menuExportWebPage, &Form1::menuExportWebPage_Click);

@@ -2,62 +2,21 @@
 
 #include "import/ui/foldertext.h"
 #include "platform/windowspath.h"
-#include "ui/busypointer.h"
 #include "ui/guard.h"
 #include "ui/messages.h"
 
 #include "ui_importrdsspy.h"
 
-#include <QCoreApplication>
-#include <QElapsedTimer>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QScrollBar>
 
 #include <algorithm>
-#include <initializer_list>
 #include <utility>
 
 namespace quillon {
 
 using namespace Qt::StringLiterals;
-
-// The progress shown in place of the list, every control disabled and the window kept open, as long as it
-// lives.
-class importRDSSpy::Importing
-{
-public:
-    explicit Importing(importRDSSpy &window)
-        : m_window(window)
-        , m_ui(*window.ui)
-    {
-        m_window.m_importing = true;
-        enable(false);
-        QCoreApplication::processEvents();
-        m_ui.pages->setCurrentWidget(m_ui.progressPage);
-    }
-    ~Importing()
-    {
-        m_ui.pages->setCurrentWidget(m_ui.listPage);
-        enable(true);
-        m_ui.List1->setFocus();
-        m_window.m_importing = false;
-    }
-    Importing(const Importing &) = delete;
-    Importing &operator=(const Importing &) = delete;
-
-private:
-    void enable(bool enabled)
-    {
-        for (QWidget *control :
-            std::initializer_list<QWidget *> {m_ui.fields, m_ui.choices, m_ui.Command3, m_ui.Command4}) {
-            control->setEnabled(enabled);
-        }
-    }
-
-    importRDSSpy &m_window;
-    Ui::importRDSSpy &m_ui;
-};
 
 importRDSSpy::importRDSSpy(Config &config, const Regional &regional, AddEntry addEntry, QWidget *parent)
     : QDialog(parent)
@@ -192,19 +151,6 @@ void importRDSSpy::Command2_Click()
     ui->List1->setListIndex(ui->List1->count() - 1);
 }
 
-// Import: adds the selected rows to the log.
-void importRDSSpy::Command3_Click()
-{
-    {
-        const BusyPointer busy;
-        m_config.changeConfig(u"TIME_OFFSET="_s, ui->Text2->text());
-        const Importing importing(*this);
-        importSelected();
-    }
-    showMessage(this, u"Imported"_s);
-    close();
-}
-
 // Cancel: closes the window.
 void importRDSSpy::Command4_Click()
 {
@@ -243,58 +189,6 @@ void importRDSSpy::replaceRow(int row, const QString &line)
     setLines(all);
     ui->List1->verticalScrollBar()->setValue(top);
     ui->List1->setListIndex(row);
-}
-
-void importRDSSpy::importSelected()
-{
-    constexpr qint64 responsiveMs = 50;
-    const int total = selectedCount();
-    int done = 0;
-    ui->progressBar->setRange(0, std::max(total, 1));
-    ui->progressBar->setValue(0);
-    QElapsedTimer sinceEvents;
-    sinceEvents.start();
-    for (int row = 0; row < ui->List1->count(); ++row) {
-        ui->List1->setListIndex(row);
-        if (isMarked(ui->List1->text(row))) {
-            continue;
-        }
-        try {
-            importRow(row);
-        } catch (const RuntimeError &error) {
-            throw failedAt(row, done, total, error);
-        }
-        ++done;
-        ui->progressBar->setValue(done);
-        Q_EMIT progress(done, total);
-        if (sinceEvents.elapsed() >= responsiveMs) {
-            QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
-            sinceEvents.restart();
-        }
-    }
-}
-
-void importRDSSpy::importRow(int row)
-{
-    m_addEntry(
-        rdsSpyReception(ui->List1->text(row), ui->Text1->text(), ui->Text2->text(), m_regional.months));
-}
-
-// The rows that are in the log already are deselected, so that Import can go on with the rest.
-RuntimeError importRDSSpy::failedAt(int row, int done, int total, const RuntimeError &error)
-{
-    const QString line = ui->List1->text(row);
-    QString doing = u"Importing reception %1 of %2, \"%3\": %4"_s.arg(
-        QString::number(done + 1), QString::number(total), QString(line).replace(u'\t', u' '), error.doing());
-    if (done > 0) {
-        QStringList all = lines();
-        std::transform(all.begin(), all.begin() + row, all.begin(), marked);
-        std::ranges::sort(all);
-        setLines(all);
-        ui->List1->setListIndex(static_cast<int>(all.indexOf(line)));
-        doing += u"\nThe %1 before it are in the log, and not selected any more."_s.arg(done);
-    }
-    return {error.name(), doing};
 }
 
 QStringList importRDSSpy::lines() const

@@ -102,6 +102,13 @@ private Q_SLOTS:
             "05/07/2010 01:02:03\tBEFORE\t0:a\t1:b\t2:c\t3:d\t4:e\t5:f\t6:\xE9\t7:h\t8:i\t9:j\t10:\t11:l\t\r\n"_ba);
     }
 
+    void aNoteOfTwoLinesStaysOneRecord()
+    {
+        QCOMPARE(
+            updateLogLine(at(u"5/7/2010 1:02:03"_s), u"AFTER"_s, {u"a"_s, u"one\r\ntwo"_s}, CodePage(1252)),
+            "05/07/2010 01:02:03\tAFTER\t0:a\t1:oneCRLFtwo\t\r\n"_ba);
+    }
+
     void theLastWord()
     {
         QCOMPARE(updatedText(0), u"Updated 0 entries"_s);

@@ -171,6 +171,11 @@ void MainWindow::click(QAnyStringView button)
 
 void MainWindow::key(Qt::Key key, Qt::KeyboardModifiers modifiers)
 {
+    if (!QApplication::activeWindow()) {
+        // No window manager brings it back when a message box has closed.
+        m_form->activateWindow();
+        QTRY_VERIFY(QApplication::activeWindow() == m_form.get());
+    }
     QWidget *target = QApplication::focusWidget();
     QTest::keyClick(target ? target : m_form.get(), key, modifiers);
 }

@@ -5,6 +5,7 @@
 #include "ui/inet1.h"
 
 #include <QElapsedTimer>
+#include <QLoggingCategory>
 #include <QTcpServer>
 #include <QTest>
 #include <QTimer>
@@ -32,6 +33,19 @@ QString errorText(const std::function<void()> &work)
         return u"aborted"_s;
     }
     return u"no error"_s;
+}
+
+QStringList &traced()
+{
+    static QStringList texts;
+    return texts;
+}
+
+void keepTrace(QtMsgType, const QMessageLogContext &context, const QString &text)
+{
+    if (QLatin1StringView(context.category) == "quillon.inet1"_L1) {
+        traced() += text;
+    }
 }
 
 } // namespace
@@ -106,6 +120,33 @@ private Q_SLOTS:
         QCOMPARE(request.body, QByteArray());
     }
 
+    void anAddressOnTheWireByteForByte_data()
+    {
+        QTest::addColumn<QByteArray>("target");
+        QTest::newRow("path with dots") << "/a/../b/./c%5F%9?x=../y&%"_ba;
+        QTest::newRow("slashes") << "//a//b"_ba;
+        QTest::newRow("marks") << "/!$&'()*+,;=:@-._~[]?a?b"_ba;
+        QTest::newRow("root") << "/"_ba;
+    }
+
+    void anAddressOnTheWireByteForByte()
+    {
+        QFETCH(QByteArray, target);
+        (void)opened(m_service->url().toLatin1() + target);
+        QCOMPARE(m_service->requests().size(), 1);
+        QCOMPARE(m_service->requests().first().line, "GET " + target + " HTTP/1.1");
+    }
+
+    void aBodyOnTheWireByteForByte()
+    {
+        QByteArray body(300'000, 'x');
+        body.prepend(QByteArray("\0\xFF\r\n%\n", 6));
+        (void)m_inet->post(
+            uploadUrl(m_service->url(), CodePage(1252)), body, uploadHeaders.toByteArray(), 1024);
+        QCOMPARE(m_service->requests().first().body, body);
+        QVERIFY(!m_service->requests().first().headers.contains("Expect"));
+    }
+
     void theUploadOnTheWireByteForByte()
     {
         const QByteArray body =
@@ -154,6 +195,77 @@ private Q_SLOTS:
     {
         m_service->behave({.fault = Fault::NoLf});
         QCOMPARE(opened(search()), QString::fromLatin1(line.chopped(1)));
+    }
+
+    void answersOfEveryShape_data()
+    {
+        QTest::addColumn<QByteArray>("raw");
+        QTest::addColumn<QString>("expected");
+        const QString missing =
+            u"Cannot reach the service\nOpening URL: the connection ended before the answer was complete"_s;
+        const QString service = u"The service answered with an error\nOpening URL: "_s;
+        QTest::newRow("length") << "HTTP/1.1 200 OK\r\ncontent-LENGTH:3\r\n\r\nabc"_ba << u"abc"_s;
+        QTest::newRow("empty") << "HTTP/1.1 200 OK\r\nContent-Length: 0\r\n\r\n"_ba << u""_s;
+        QTest::newRow("up to the end") << "HTTP/1.0 200\r\n\r\nabc\r\n\r\n"_ba << u"abc\r\n\r\n"_s;
+        QTest::newRow("no content") << "HTTP/1.1 204 No Content\r\n\r\n"_ba << u""_s;
+        QTest::newRow("chunks and a trailer") << "HTTP/1.1 200 OK\r\nTransfer-Encoding: "
+                                                 "Chunked\r\n\r\n3;x=y\r\nabc\r\nA\r\n0123456789\r\n0\r\nX: "
+                                                 "y\r\n\r\n"_ba
+                                              << u"abc0123456789"_s;
+        QTest::newRow("an interim answer first")
+            << "HTTP/1.1 100 Continue\r\n\r\nHTTP/1.1 200 OK\r\nContent-Length: 1\r\n\r\na"_ba << u"a"_s;
+        QTest::newRow("packed unasked")
+            << "HTTP/1.1 200 OK\r\nContent-Encoding: deflate\r\n\r\n"_ba + qCompress("abc").mid(4)
+            << u"abc"_s;
+        QTest::newRow("status without words")
+            << "HTTP/1.1 500\r\n\r\n"_ba << QString(service + u"the service answered 500"_s);
+        QTest::newRow("half a head") << "HTTP/1.1 200 OK\r\nContent-"_ba << missing;
+        QTest::newRow("half a body") << "HTTP/1.1 200 OK\r\nContent-Length: 3\r\n\r\nab"_ba << missing;
+        QTest::newRow("half a chunk")
+            << "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n3\r\nab"_ba << missing;
+        QTest::newRow("no last chunk")
+            << "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n1\r\na\r\n"_ba << missing;
+        QTest::newRow("another protocol")
+            << "SSH-2.0-x\r\n\r\n"_ba << QString(service + u"the answer is not HTTP"_s);
+        QTest::newRow("status is no number")
+            << "HTTP/1.1 2x0 OK\r\n\r\n"_ba << QString(service + u"the answer is not HTTP"_s);
+        QTest::newRow("a head without end") << "HTTP/1.1 200 OK\r\nX: "_ba + QByteArray(700'000, 'x')
+                                            << QString(service + u"the answer is not HTTP"_s);
+        QTest::newRow("chunk length is no number")
+            << "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\nxyz\r\n"_ba
+            << u"Cannot reach the service\nOpening URL: Illegal or missing hexadecimal sequence in "
+               "chunked-encoding"_s;
+        QTest::newRow("length is no number") << "HTTP/1.1 200 OK\r\nContent-Length: -1\r\n\r\n"_ba
+                                             << QString(service + u"the answer is not HTTP"_s);
+        QTest::newRow("length above 16 MiB") << "HTTP/1.1 200 OK\r\nContent-Length: 16777217\r\n\r\n"_ba
+                                             << QString(service + u"the answer is larger than 16 MiB"_s);
+    }
+
+    void answersOfEveryShape()
+    {
+        QFETCH(QByteArray, raw);
+        QFETCH(QString, expected);
+        answerRaw(raw);
+        const QByteArray url = search();
+        QCOMPARE(opened(url), expected.replace(u"URL"_s, QString::fromLatin1(url)));
+    }
+
+    void whatCannotBeUnpacked_data()
+    {
+        QTest::addColumn<QByteArray>("coding");
+        QTest::newRow("a coding that nobody knows") << "zoo"_ba;
+        QTest::newRow("not what it says") << "gzip"_ba;
+    }
+
+    void whatCannotBeUnpacked()
+    {
+        QFETCH(QByteArray, coding);
+        answerRaw("HTTP/1.1 200 OK\r\nContent-Encoding: " + coding + "\r\n\r\nabcdefghijkl");
+        const QByteArray url = search();
+        const QString error = opened(url);
+        const QString start =
+            u"The service answered with an error\nOpening "_s + QString::fromLatin1(url) + u": "_s;
+        QVERIFY2(error.startsWith(start) && error.contains(u"encoding"_s), qPrintable(error));
     }
 
     void failures_data()
@@ -236,6 +348,13 @@ private Q_SLOTS:
         QTest::newRow("line end") << "http://127.0.0.1/a\r\nX: y"_ba;
         QTest::newRow("file") << "file:///etc/passwd"_ba;
         QTest::newRow("ftp") << "ftp://127.0.0.1/"_ba;
+        QTest::newRow("angle bracket") << "http://127.0.0.1/<"_ba;
+        QTest::newRow("fragment") << "http://127.0.0.1/#a"_ba;
+        QTest::newRow("eight bits") << "http://127.0.0.1/\xE9"_ba;
+        QTest::newRow("no scheme") << "127.0.0.1/a"_ba;
+        QTest::newRow("no host") << "http://"_ba;
+        QTest::newRow("port is no number") << "http://127.0.0.1:x/"_ba;
+        QTest::newRow("user name") << "http://me@127.0.0.1/"_ba;
         QTest::newRow("empty") << ""_ba;
     }
 
@@ -363,20 +482,26 @@ private Q_SLOTS:
     void aRedirectToAFileIsRefused()
     {
         answerRaw("HTTP/1.1 302 Found\r\nLocation: file:///etc/passwd\r\nContent-Length: 0\r\n\r\n");
-        QVERIFY(opened(search()).startsWith(u"Invalid procedure call\nOpening \"file:///etc/passwd\""_s));
+        const QString error = opened(search());
+        QVERIFY2(error.startsWith(u"The service answered with an error\nOpening http://127.0.0.1:"_s),
+            qPrintable(error));
+        QVERIFY2(error.endsWith(u": the service leads to what is no web address, file:///etc/passwd"_s),
+            qPrintable(error));
     }
 
-    void theStatesAreTold()
+    void theStatesAreTraced()
     {
-        QStringList states;
-        connect(
-            m_inet.get(), &Inet1::stateChanged, this, [&states](TransferState s) { states += stateText(s); });
+        QLoggingCategory::setFilterRules(u"quillon.inet1.debug=true"_s);
+        const QtMessageHandler before = qInstallMessageHandler(keepTrace);
+        traced().clear();
         (void)m_inet->openUrl(search());
-        states.removeDuplicates();
-        QCOMPARE(states,
+        qInstallMessageHandler(before);
+        QLoggingCategory::setFilterRules({});
+        QCOMPARE(traced(),
             (QStringList {u" Looking up IP address of host computer"_s, u"IP address found"_s,
                 u"Attempting to connect to Host"_s, u"Connected"_s, u"Making Request"_s, u"Request sent"_s,
-                u"Chatting with Host..."_s, u"Response received"_s, u"Disconnecting"_s, u"Disconnected"_s}));
+                u"Chatting with Host..."_s, u"Response received"_s, u"ResponseCode 200 ResponseInfo \"OK\""_s,
+                u"Disconnecting"_s, u"Disconnected"_s}));
     }
 
     void aThousandSearchesInARow()

@@ -1,3 +1,4 @@
+#include "fmlist-standin/standin.h"
 #include "platform/runtimeerror.h"
 #include "ui/inet1.h"
 
@@ -14,22 +15,20 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+QString path(const QString &name)
+{
+    return QStringLiteral(QUILLON_TEST_DATA) + u"/tls/"_s + name;
+}
+
 QByteArray fileBytes(const QString &name)
 {
-    QFile file(QStringLiteral(QUILLON_TEST_DATA) + u"/tls/"_s + name);
+    QFile file(path(name));
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 QSslCertificate certificate()
 {
     return QSslCertificate(fileBytes(u"loopback.pem"_s));
-}
-
-void trust(const QList<QSslCertificate> &authorities)
-{
-    QSslConfiguration configuration = QSslConfiguration::defaultConfiguration();
-    configuration.setCaCertificates(authorities);
-    QSslConfiguration::setDefaultConfiguration(configuration);
 }
 
 } // namespace
@@ -82,7 +81,7 @@ private Q_SLOTS:
     {
         m_request.clear();
         m_answer = "HTTP/1.1 200 OK\r\nContent-Length: 5\r\n\r\nabcd\n";
-        trust({certificate()});
+        m_inet.setAuthorities(path(u"loopback.pem"_s));
     }
 
     void anEncryptedAnswer()
@@ -105,7 +104,7 @@ private Q_SLOTS:
 
     void aCertificateThatNobodyTrusts()
     {
-        trust({});
+        m_inet.setAuthorities({});
         const QString error = opened();
         QVERIFY2(
             error.startsWith(u"Run-time error: Cannot reach the service\nOpening "_s), qPrintable(error));
@@ -118,6 +117,26 @@ private Q_SLOTS:
         m_answer = "HTTP/1.1 302 Found\r\nLocation: http://127.0.0.1:1/\r\nContent-Length: 0\r\n\r\n";
         QVERIFY(opened().endsWith(
             u": the service leads to an address without encryption, http://127.0.0.1:1/"_s));
+    }
+
+    void noWayBackFromEncryptionOverSeveralRedirects()
+    {
+        standin::StandIn open {QByteArray()};
+        QVERIFY(open.listen());
+        open.behave({.fault = standin::Fault::Raw,
+            .raw = "HTTP/1.1 302 Found\r\nLocation: " + url() + "\r\nContent-Length: 0\r\n\r\n"});
+        const QString back = open.url() + u"/back"_s;
+        m_answer = "HTTP/1.1 302 Found\r\nLocation: " + back.toLatin1() + "\r\nContent-Length: 0\r\n\r\n";
+        QString error;
+        try {
+            (void)m_inet.openUrl(open.url().toLatin1() + "/start");
+        } catch (const RuntimeError &refusal) {
+            error = refusal.text();
+        }
+        QVERIFY2(error.endsWith(u": the service leads to an address without encryption, "_s + back),
+            qPrintable(error));
+        QVERIFY(m_request.startsWith("GET /x?ps=%5F%9 HTTP/1.1\r\n"));
+        QCOMPARE(open.requests().size(), 1);
     }
 };
 

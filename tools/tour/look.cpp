@@ -52,7 +52,7 @@ void setLook()
 {
     QApplication::setStyle(QStyleFactory::create(u"Fusion"_s));
     QFont font(u"DejaVu Sans"_s);
-    font.setPixelSize(12);
+    font.setPointSize(9);
     QApplication::setFont(font);
     QApplication::setCursorFlashTime(0);
     for (const Qt::UIEffect effect : {Qt::UI_AnimateMenu, Qt::UI_FadeMenu, Qt::UI_AnimateCombo}) {

@@ -17,7 +17,7 @@ void showRdsSpy(Walk &walk)
         walk.picture(u"rds-spy-day"_s, *box);
         QTest::keyClick(box, Qt::Key_Return);
     });
-    QTest::keyClick(&walk.mainWindow(), Qt::Key_I, Qt::ControlModifier);
+    walk.key(Qt::Key_I, Qt::ControlModifier);
     QWidget &window = walk.window(u"importRDSSpy"_s);
     auto &list = walk.control<QAbstractItemView>(u"List1"_s, &window);
     const QModelIndex third = list.model()->index(2, 0);

@@ -24,7 +24,7 @@ void showEntryAndSearch(Walk &walk)
 
 void showNewEntry(Walk &walk)
 {
-    QTest::keyClick(&walk.mainWindow(), Qt::Key_N, Qt::ControlModifier);
+    walk.key(Qt::Key_N, Qt::ControlModifier);
     walk.type(u"Text9"_s, u"95.3"_s);
     walk.type(u"Text1"_s, u"E4B3"_s);
     walk.type(u"Text8"_s, u"GAZTEA"_s);
@@ -40,7 +40,7 @@ void showNewEntry(Walk &walk)
 
 void showMessageBox(Walk &walk)
 {
-    QTest::keyClick(&walk.mainWindow(), Qt::Key_N, Qt::ControlModifier);
+    walk.key(Qt::Key_N, Qt::ControlModifier);
     walk.type(u"Text9"_s, {});
     QTest::keyClick(&walk.control(u"Text9"_s), Qt::Key_Delete);
     walk.pictureOfBox(u"message"_s, Qt::Key_Return);
@@ -62,9 +62,9 @@ void showFind(Walk &walk)
 
 QList<Stop> mainStops()
 {
-    return {{u"the log as it opens"_s, showStart},
-        {u"a reception, and what was heard on its PI code before"_s, showEntryAndSearch},
-        {u"a new entry"_s, showNewEntry}, {u"a message"_s, showMessageBox}, {u"Find"_s, showFind}};
+    return {{u"the log as it opens"_s, showStart}, {u"a new entry"_s, showNewEntry},
+        {u"a message"_s, showMessageBox}, {u"Find"_s, showFind},
+        {u"a reception, and what was heard on its PI code before"_s, showEntryAndSearch}};
 }
 
 } // namespace quillon::tour

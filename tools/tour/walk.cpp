@@ -53,6 +53,15 @@ void Walk::type(const QString &name, const QString &text, QWidget *window) const
     QTest::keyClicks(&field, text);
 }
 
+void Walk::key(Qt::Key key, Qt::KeyboardModifiers modifiers) const
+{
+    m_mainWindow.activateWindow();
+    if (!QTest::qWaitForWindowActive(&m_mainWindow)) {
+        fail(u"the main window does not get the focus"_s);
+    }
+    QTest::keyClick(&m_mainWindow, key, modifiers);
+}
+
 void Walk::menu(const QString &action) const
 {
     auto &chosen = control<QAction>(action);
@@ -103,8 +112,7 @@ void Walk::picture(const QString &name, QWidget &of, QSize size)
         setShade(shade);
         // What follows the palette, a chart for one, redraws when the event has reached it.
         QTest::qWait(20);
-        const QString path
-            = m_pictures + u'/' + name + (shade == Shade::Dark ? u"-dark.png"_s : u".png"_s);
+        const QString path = m_pictures + u'/' + name + (shade == Shade::Dark ? u"-dark.png"_s : u".png"_s);
         if (!of.grab().toImage().convertToFormat(QImage::Format_RGB888).save(path)) {
             fail(u"cannot write " + path);
         }

@@ -33,6 +33,8 @@ public:
     void click(const QString &name, QWidget *window = nullptr) const;
     /// Types a text into a field, over what stands there.
     void type(const QString &name, const QString &text, QWidget *window = nullptr) const;
+    /// Presses a key in the main window, after giving it the focus.
+    void key(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) const;
     /// Opens the menu that the action stands in and clicks the action.
     void menu(const QString &action) const;
     /// The open window of that name.

@@ -1,7 +1,5 @@
 #include "support/mainwindow.h"
 
-#include <QAbstractItemModelTester>
-#include <QHeaderView>
 #include <QScrollBar>
 
 using namespace Qt::StringLiterals;
@@ -22,13 +20,6 @@ QByteArray logOf(int entries)
     return log;
 }
 
-QByteArray threeMonths()
-{
-    return logLine("AAA1", "20/01/2010 10:00:00", "101.1", "BETA")
-        + logLine("AAA2", "03/02/2010 10:00:00", "87.6", "alpha")
-        + logLine("AAA3", "11/12/2009 10:00:00", "99.9", "Gamma");
-}
-
 } // namespace
 
 class TestGrid : public QObject
@@ -44,8 +35,6 @@ private Q_SLOTS:
     void theFMListColumnShowsWhatIsKnown();
     void anEmptyLogIsOnlyTheHeader();
     void anEmptyGridSaysWhatToDo();
-    void rowsAreSortedByDateNotByText();
-    void rowsOfEqualDateStayInLogOrder();
     void theLastRowIsCurrentAndLoadsNothing_data();
     void theLastRowIsCurrentAndLoadsNothing();
     void aFullLogShowsItsLastRow();
@@ -57,12 +46,7 @@ private Q_SLOTS:
     void ofTwoAlikeTheLowerIndexIsLoaded();
     void aRowWithoutAFrequencyLoadsNothing();
     void loadingClearsThePositionOfAnUnknownTransmitter();
-    void aHeadingSortsByItsColumn_data();
-    void aHeadingSortsByItsColumn();
-    void theLoadedEntryStaysMarkedThroughSorting();
-    void updateAfterSortingRewritesTheRightRow();
     void aRowIsMarkedAsAWhole();
-    void theModelKeepsTheRules();
 };
 
 void TestGrid::theHeaderHasTwelveCaptions()
@@ -149,27 +133,6 @@ void TestGrid::anEmptyGridSaysWhatToDo()
     const QImage list = window.list().grab().toImage();
     window.list().setEmptyText({});
     QVERIFY(window.list().grab().toImage() != list);
-}
-
-void TestGrid::rowsAreSortedByDateNotByText()
-{
-    MainWindow window;
-    window.start(threeMonths());
-    QCOMPARE(window.piCodes(), (QStringList {u"AAA3"_s, u"AAA1"_s, u"AAA2"_s}));
-}
-
-void TestGrid::rowsOfEqualDateStayInLogOrder()
-{
-    QByteArray log;
-    QStringList expected;
-    for (int i = 0; i < 40; ++i) {
-        const QByteArray code = QByteArray::number(0xB000 + (i * 7) % 40, 16).toUpper();
-        log += logLine(code, "12/06/2010 18:22:05", "87.6", "NAME");
-        expected += QString::fromLatin1(code);
-    }
-    MainWindow window;
-    window.start(log);
-    QCOMPARE(window.piCodes(), expected);
 }
 
 void TestGrid::theLastRowIsCurrentAndLoadsNothing_data()
@@ -313,56 +276,6 @@ void TestGrid::loadingClearsThePositionOfAnUnknownTransmitter()
     QCOMPARE(window.text("Text7") + window.text("Text10"), u""_s);
 }
 
-void TestGrid::aHeadingSortsByItsColumn_data()
-{
-    QTest::addColumn<int>("column");
-    QTest::addColumn<QStringList>("codes");
-    QTest::newRow("Date/Time, as dates") << 0 << QStringList {u"AAA3"_s, u"AAA1"_s, u"AAA2"_s};
-    QTest::newRow("PI Code, as text") << 1 << QStringList {u"AAA1"_s, u"AAA2"_s, u"AAA3"_s};
-    QTest::newRow("Freq, as numbers") << 2 << QStringList {u"AAA2"_s, u"AAA3"_s, u"AAA1"_s};
-    QTest::newRow("RDS Name, whatever the case") << 3 << QStringList {u"AAA2"_s, u"AAA1"_s, u"AAA3"_s};
-    QTest::newRow("all equal, order kept") << 4 << QStringList {u"AAA3"_s, u"AAA1"_s, u"AAA2"_s};
-}
-
-void TestGrid::aHeadingSortsByItsColumn()
-{
-    QFETCH(int, column);
-    QFETCH(QStringList, codes);
-    MainWindow window;
-    window.start(threeMonths());
-    window.clickHeading(column);
-    QCOMPARE(window.piCodes(), codes);
-    QCOMPARE(window.form().selected(), -1);
-    QCOMPARE(window.grid().text(window.grid().row(), GridColumn::PiCode), u"AAA2"_s);
-}
-
-void TestGrid::theLoadedEntryStaysMarkedThroughSorting()
-{
-    MainWindow window;
-    window.start(threeMonths());
-    window.clickRow(2);
-    QCOMPARE(window.text("Text1"), u"AAA1"_s);
-    for (const int column : {2, 3, 1, 0, 2}) {
-        window.clickHeading(column);
-        QCOMPARE(window.grid().text(window.grid().row(), GridColumn::PiCode), u"AAA1"_s);
-        QCOMPARE(window.text("Text1"), u"AAA1"_s);
-        QCOMPARE(window.form().selected(), 0);
-    }
-}
-
-void TestGrid::updateAfterSortingRewritesTheRightRow()
-{
-    MainWindow window;
-    window.start(threeMonths());
-    window.clickRow(2);
-    window.clickHeading(2);
-    window.type("Text8", u"NEWNAME"_s);
-    window.click("Command3");
-    QCOMPARE(window.grid().text(3, GridColumn::RdsName), u"NEWNAME"_s);
-    QCOMPARE(window.grid().text(1, GridColumn::RdsName), u"alpha"_s);
-    QCOMPARE(window.grid().text(2, GridColumn::RdsName), u"Gamma"_s);
-}
-
 void TestGrid::aRowIsMarkedAsAWhole()
 {
     MainWindow window;
@@ -374,30 +287,6 @@ void TestGrid::aRowIsMarkedAsAWhole()
     QTest::mouseClick(window.grid().viewport(), Qt::LeftButton, Qt::ControlModifier,
         window.grid().visualRect(window.grid().model()->index(1, 1)).center());
     QCOMPARE(window.grid().selectionModel()->selectedRows().first().row(), 1);
-}
-
-void TestGrid::theModelKeepsTheRules()
-{
-    MainWindow window;
-    window.start(threeMonths());
-    const QAbstractItemModelTester grid(
-        window.grid().model(), QAbstractItemModelTester::FailureReportingMode::QtTest);
-    const QAbstractItemModelTester list(
-        window.list().model(), QAbstractItemModelTester::FailureReportingMode::QtTest);
-    window.clickRow(1);
-    window.type("Text8", u"OTHER"_s);
-    window.click("Command3");
-    window.clickHeading(2);
-    window.clickRow(2);
-    window.click("Command15");
-    window.click("Command4");
-    window.list().addItem(u"D3C3\t1\t2\t3\t4\t5\t6\t7\t"_s);
-    window.list().setListIndex(0);
-    window.list().horizontalHeader()->sectionClicked(3);
-    window.click("Command7");
-    window.form().populateGrid();
-    QCOMPARE(window.grid().rows(), 4);
-    QCOMPARE(window.list().count(), 1);
 }
 
 QTEST_MAIN(TestGrid)

@@ -47,6 +47,7 @@ private Q_SLOTS:
     void aLogbookOfAnotherNameIsLoaded();
     void theLogbookIsFoundInAnyCaseAndKeepsIt();
     void startingAndEndingChangesNoFile();
+    void theSplashIsShownWhileLoading();
     void theSplashIsGoneAfterStart();
     void theSplashShowsTheVersion();
     void theSplashClosesOn_data();
@@ -240,6 +241,25 @@ void TestStartup::startingAndEndingChangesNoFile()
     QCOMPARE(window.transmitterFile(), transmitters);
     QCOMPARE(window.directory.names(),
         (QStringList {u"LOGBOOK.INI"_s, u"RDSLog.log"_s, u"country.lst"_s, u"tx.lst"_s}));
+}
+
+void TestStartup::theSplashIsShownWhileLoading()
+{
+    MainWindow window;
+    QString label;
+    bool button = true;
+    window.answers.doing([&](QWidget *box) {
+        const auto *splash = qobject_cast<frmSplash *>(box->parentWidget());
+        if (splash && splash->isVisible()) {
+            label = splash->findChild<QLabel *>(u"Label1"_s)->text();
+            button = splash->findChild<QPushButton *>(u"Command1"_s)->isVisible();
+        }
+        QTest::keyClick(box, Qt::Key_Escape);
+    });
+    window.start({}, "a line that is broken\r\n");
+    QCOMPARE(window.answers.takeTexts().size(), 1);
+    QCOMPARE(label, versionLabel());
+    QVERIFY(!button);
 }
 
 void TestStartup::theSplashIsGoneAfterStart()

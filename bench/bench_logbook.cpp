@@ -1,0 +1,152 @@
+// Load, save, show and search a log of full size, each beside the plain loop that it is held to.
+
+#include "bench/logfile.h"
+#include "core/gridrows.h"
+#include "core/logbookfile.h"
+#include "platform/files.h"
+#include "txdb/pisearch.h"
+
+#include <QFile>
+
+#include <benchmark/benchmark.h>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+using namespace quillon;
+using namespace quillon::bench;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString logPath()
+{
+    static const QString path = [] {
+        const QString name = filePath(directory(), u"RDSLog.log"_s);
+        writeFile(name, fullLogbookFile());
+        return name;
+    }();
+    return path;
+}
+
+// The plain loop: the file read and every line split at "|" into strings.
+void loadPlain(benchmark::State &state)
+{
+    const QByteArray path = logPath().toLocal8Bit();
+    for (auto _ : state) {
+        QFile file(QString::fromLocal8Bit(path));
+        if (!file.open(QIODevice::ReadOnly)) {
+            state.SkipWithError("cannot read");
+            break;
+        }
+        std::vector<QStringList> lines;
+        const QString text = QString::fromLatin1(file.readAll());
+        for (const QStringView line : QStringView(text).split(u'\n')) {
+            QStringList pieces;
+            for (const QStringView piece : line.split(u'|')) {
+                pieces += piece.toString();
+            }
+            lines.push_back(std::move(pieces));
+        }
+        benchmark::DoNotOptimize(lines);
+    }
+}
+BENCHMARK(loadPlain)->Unit(benchmark::kMillisecond);
+
+void load(benchmark::State &state)
+{
+    const QString path = logPath();
+    double megabytes = 0;
+    for (auto _ : state) {
+        const double before = usedMegabytes();
+        Logbook log;
+        readFullLogbook(log, readFile(path));
+        benchmark::DoNotOptimize(log);
+        megabytes = usedMegabytes() - before;
+    }
+    state.counters["MB"] = megabytes;
+}
+BENCHMARK(load)->Unit(benchmark::kMillisecond);
+
+// The plain way: the same bytes written beside the file, synced and renamed over it.
+void savePlain(benchmark::State &state)
+{
+    const QByteArray path = filePath(directory(), u"plain.log"_s).toLocal8Bit();
+    const QByteArray beside = path + ".new";
+    const QByteArray &bytes = fullLogbookFile();
+    for (auto _ : state) {
+        const int file = ::open(beside.constData(), O_CREAT | O_TRUNC | O_WRONLY | O_CLOEXEC, 0666);
+        if (::write(file, bytes.constData(), static_cast<std::size_t>(bytes.size())) != bytes.size()
+            || ::fsync(file) != 0 || ::close(file) != 0
+            || ::rename(beside.constData(), path.constData()) != 0) {
+            state.SkipWithError("cannot write");
+            break;
+        }
+    }
+}
+BENCHMARK(savePlain)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+void save(benchmark::State &state)
+{
+    const Logbook log = fullLogbook();
+    const QString path = filePath(directory(), u"save.log"_s);
+    const CodePage page = regional().codePage;
+    KeptFile kept;
+    for (auto _ : state) {
+        kept.save(path, directory(), logbookBytes(log, page));
+    }
+}
+BENCHMARK(save)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+void serialise(benchmark::State &state)
+{
+    const Logbook log = fullLogbook();
+    const CodePage page = regional().codePage;
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(logbookBytes(log, page));
+    }
+}
+BENCHMARK(serialise)->Unit(benchmark::kMillisecond);
+
+void rowsOfTheGrid(benchmark::State &state)
+{
+    const Logbook log = fullLogbook();
+    double megabytes = 0;
+    for (auto _ : state) {
+        const double before = usedMegabytes();
+        const std::vector<GridRow> rows = gridRows(log);
+        benchmark::DoNotOptimize(rows.data());
+        megabytes = usedMegabytes() - before;
+    }
+    state.counters["MB"] = megabytes;
+}
+BENCHMARK(rowsOfTheGrid)->Unit(benchmark::kMillisecond);
+
+void search(benchmark::State &state, LogSearch field, const QString &text)
+{
+    const Logbook log = fullLogbook();
+    qsizetype found = 0;
+    for (auto _ : state) {
+        const QStringList lines = searchLog(log, field, text);
+        found = lines.size();
+    }
+    state.counters["found"] = static_cast<double>(found);
+}
+BENCHMARK_CAPTURE(search, emptyText, LogSearch::PiCodeContains, QString())->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(search, piCode, LogSearch::PiCodeContains, u"D3"_s)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(search, rdsName, LogSearch::RdsNameContains, u"IO_4"_s)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(search, freq, LogSearch::FreqEquals, u"87.6"_s)->Unit(benchmark::kMillisecond);
+
+// The entry that stands last, and one that is not there.
+void find(benchmark::State &state)
+{
+    const Logbook log = fullLogbook();
+    const LogEntry &last = log.entry(log.count() - 1);
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(log.FindEntry(last.piCode, last.dateTime, last.rdsName, last.freq));
+        benchmark::DoNotOptimize(log.FindEntry(u"FFFF", last.dateTime, u"none", last.freq));
+    }
+}
+BENCHMARK(find)->Unit(benchmark::kMillisecond);
+
+} // namespace

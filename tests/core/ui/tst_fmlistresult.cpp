@@ -1,0 +1,147 @@
+#include "fmlistwindow.h"
+
+using namespace Qt::StringLiterals;
+using namespace quillon;
+using namespace quillon::test;
+
+namespace {
+
+const QString question = u"Update record with search results?"_s;
+
+} // namespace
+
+/// What becomes of a result that the user chooses.
+class TestFmlistResult : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { m_window = std::make_unique<FmlistWindow>(); }
+    void cleanup() { m_window.reset(); }
+
+    void theQuestionHasNoAsDefault();
+    void noLeavesEverythingAsItIs();
+    void yesUpdatesTheChosenEntry();
+    void yesAddsTheEntryThatIsBeingTyped();
+    void enterOnAResultTakesItToo();
+    void withNothingSelectedOnlyTheFormIsFilled();
+    void aDeletedRowCanStillBeWrittenOver();
+
+private:
+    // Searches for the only or last entry.
+    void search()
+    {
+        m_window->clickRow(m_window->grid().rows() - 1);
+        m_window->click("Command11");
+    }
+
+    std::unique_ptr<FmlistWindow> m_window;
+};
+
+void TestFmlistResult::theQuestionHasNoAsDefault()
+{
+    m_window->open(oneEntry);
+    search();
+    m_window->doubleClickResult(0);
+    QCOMPARE(m_window->answers.seen().size(), 1);
+    const SeenDialog &box = m_window->answers.seen().first();
+    QCOMPARE(box.text, question);
+    QCOMPARE(box.title, u"Update Record"_s);
+    QCOMPARE(box.icon, QMessageBox::Information);
+    QCOMPARE(box.defaultButton, QMessageBox::No);
+}
+
+void TestFmlistResult::noLeavesEverythingAsItIs()
+{
+    m_window->open(oneEntry);
+    search();
+    const QStringList fields = m_window->fields();
+    m_window->answers.press(QMessageBox::No);
+    m_window->doubleClickResult(0);
+    m_window->doubleClickResult(0);
+    QCOMPARE(m_window->answers.takeTexts(), QStringList({question, question}));
+    QCOMPARE(m_window->fields(), fields);
+    QCOMPARE(m_window->logbook(), oneEntry);
+    QVERIFY(m_window->transmitterFile().isNull());
+}
+
+void TestFmlistResult::yesUpdatesTheChosenEntry()
+{
+    m_window->open("D3C1|12/06/2010 18:22:05|Es|87.6||TBD|goodCRLFday|R 1|5|7.5|fml=multi#||\r\n"
+        + logLine("F201", "12/06/2010 18:30:00", "90.0", "FIP", "F", ""));
+    m_window->clickRow(1);
+    m_window->type("Text8", {});
+    m_window->click("Command11");
+    QCOMPARE(m_window->resultRows(), QStringList {berlin});
+    m_window->answers.press(QMessageBox::Yes);
+    m_window->doubleClickResult(0);
+    QCOMPARE(m_window->answers.takeTexts(), QStringList {question});
+    QCOMPARE(m_window->fields(),
+        QStringList({u"Text9=87.6"_s, u"Text1=D3C1"_s, u"Text8=RADIO_1"_s, u"Text2=12/06/2010 18:22:05"_s,
+            u"Combo2=Es"_s, u"Text3=good\nday"_s, u"uid=4711"_s, u"Combo3=D"_s, u"Text5=Berlin (Alex)"_s,
+            u"Text6=100"_s, u"Text7=52.5208"_s, u"Text10=13.4094"_s}));
+    QCOMPARE(m_window->logbook(),
+        "D3C1|12/06/2010 18:22:05|Es|87.6|Berlin (Alex)|D|goodCRLFday|RADIO_1|100|7.5|fml=multi#|4711|\r\n"
+            + logLine("F201", "12/06/2010 18:30:00", "90.0", "FIP", "F", ""));
+    QCOMPARE(m_window->transmitterFile(), "Berlin (Alex)|D|52.5208|13.4094||\r\n"_ba);
+    QCOMPARE(m_window->row(1).section(u'|', 9), u"Es|Multi|4711"_s);
+}
+
+void TestFmlistResult::yesAddsTheEntryThatIsBeingTyped()
+{
+    m_window->open(oneEntry);
+    m_window->click("Command2");
+    m_window->fill({u"Text9"_s, u"90"_s, u"Text1"_s, u"f201"_s, u"Text2"_s, u"13/06/2010 08:00:00"_s});
+    m_window->click("Command11");
+    m_window->answers.press(QMessageBox::Yes);
+    m_window->doubleClickResult(1);
+    QCOMPARE(m_window->answers.takeTexts(), QStringList {question});
+    QCOMPARE(m_window->logbook(), oneEntry + "F201|13/06/2010 08:00:00||90|Paris|F||FIP|5.2|||502|\r\n");
+    QCOMPARE(m_window->grid().rows(), 3);
+    QCOMPARE(m_window->caption("Command2"), u"New"_s);
+}
+
+void TestFmlistResult::enterOnAResultTakesItToo()
+{
+    m_window->open(oneEntry);
+    search();
+    m_window->results().setFocus();
+    m_window->answers.press(QMessageBox::Yes);
+    m_window->key(Qt::Key_Return);
+    QCOMPARE(m_window->answers.takeTexts(), QStringList {question});
+    QCOMPARE(m_window->text("uid"), u"4711"_s);
+    QVERIFY(m_window->logbook().endsWith("|4711|\r\n"));
+}
+
+void TestFmlistResult::withNothingSelectedOnlyTheFormIsFilled()
+{
+    m_window->open(oneEntry);
+    m_window->click("Command2");
+    m_window->fill({u"Text9"_s, u"87.6"_s, u"Text1"_s, u"D3C1"_s});
+    m_window->click("Command11");
+    m_window->click("Command2");
+    m_window->answers.press(QMessageBox::Yes);
+    m_window->doubleClickResult(0);
+    QCOMPARE(m_window->answers.takeTexts(), QStringList {question});
+    QCOMPARE(m_window->text("uid"), u"4711"_s);
+    QCOMPARE(m_window->text("Text5"), u"Berlin (Alex)"_s);
+    QCOMPARE(m_window->logbook(), oneEntry);
+    QCOMPARE(m_window->grid().rows(), 2);
+}
+
+void TestFmlistResult::aDeletedRowCanStillBeWrittenOver()
+{
+    m_window->open(twoEntries);
+    m_window->clickRow(1);
+    m_window->click("Command11");
+    m_window->click("Command15");
+    m_window->form().populateGrid();
+    m_window->answers.press(QMessageBox::Yes);
+    m_window->doubleClickResult(0);
+    QCOMPARE(m_window->answers.takeTexts(), QStringList {question});
+    QVERIFY(m_window->logbook().startsWith("D3C1|12/06/2010 18:22:05|Es|87.6|Berlin (Alex)|D|"));
+    QCOMPARE(m_window->piCodes(), QStringList({u"D3C1"_s, u"F201"_s}));
+}
+
+QTEST_MAIN(TestFmlistResult)
+#include "tst_fmlistresult.moc"

@@ -1,0 +1,93 @@
+#include "platform/applicationdirectory.h"
+#include "platform/runtimeerror.h"
+#include "support/testfiles.h"
+
+#include <QDir>
+#include <QTest>
+
+using namespace quillon;
+using namespace quillon::test;
+using namespace Qt::StringLiterals;
+
+class TestApplicationDirectory : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void theOrderOfTheChoice()
+    {
+        const TestDirectory program;
+        DirectoryChoice choice {u"/a/option"_s, u"/a/variable"_s, program.path(), u"/a/data"_s};
+        program.write(u"Logbook.Ini"_s, "x");
+        QCOMPARE(applicationDirectory(choice), u"/a/option"_s);
+        choice.option.clear();
+        QCOMPARE(applicationDirectory(choice), u"/a/variable"_s);
+        choice.variable.clear();
+        QCOMPARE(applicationDirectory(choice), program.path());
+        QVERIFY(QFile::remove(program.file(u"Logbook.Ini"_s)));
+        QCOMPARE(applicationDirectory(choice), u"/a/data/quillon"_s);
+    }
+
+    void theResultIsAbsoluteWithoutASlashAtItsEnd()
+    {
+        const QString here = QDir::currentPath();
+        QCOMPARE(applicationDirectory({u"logs/"_s, {}, {}, {}}), QString(here + u"/logs"_s));
+        QCOMPARE(applicationDirectory({{}, u"/a/../b//"_s, {}, {}}), u"/b"_s);
+        QCOMPARE(applicationDirectory({u"."_s, {}, {}, {}}), here);
+    }
+
+    void theProcessSaysWhatItKnows()
+    {
+        qputenv("QUILLON_DIR", "/some/where");
+        qputenv("XDG_DATA_HOME", "/my/data");
+        const DirectoryChoice choice = directoryChoiceOfProcess(u"given"_s);
+        qunsetenv("QUILLON_DIR");
+        qunsetenv("XDG_DATA_HOME");
+        QCOMPARE(choice.option, u"given"_s);
+        QCOMPARE(choice.variable, u"/some/where"_s);
+        QCOMPARE(choice.programDirectory, QCoreApplication::applicationDirPath());
+        QCOMPARE(choice.dataHome, u"/my/data"_s);
+    }
+
+    void aNewDirectoryGetsTheSuppliedFiles()
+    {
+        const TestDirectory supplied;
+        supplied.write(u"country.lst"_s, "D\r\nAUT\r\n");
+        supplied.write(u"page.htm"_s, "<html>");
+        const TestDirectory home;
+        const QString directory = home.file(u"deep/down"_s);
+        prepareApplicationDirectory(directory, supplied.path());
+        QCOMPARE(QDir(directory).entryList(QDir::Files, QDir::Name),
+            (QStringList {u"country.lst"_s, u"page.htm"_s}));
+        QCOMPARE(home.read(u"deep/down/country.lst"_s), "D\r\nAUT\r\n"_ba);
+        QCOMPARE(home.read(u"deep/down/page.htm"_s), "<html>"_ba);
+    }
+
+    void anExistingDirectoryGetsNothing()
+    {
+        const TestDirectory supplied;
+        supplied.write(u"country.lst"_s, "D\r\n");
+        const TestDirectory home;
+        prepareApplicationDirectory(home.path(), supplied.path());
+        QCOMPARE(home.names(), QStringList());
+    }
+
+    void aFileInItsPlaceIsRefused()
+    {
+        const TestDirectory home;
+        home.write(u"quillon"_s, "mine");
+        for (const QString &path : {u"quillon"_s, u"quillon/below"_s}) {
+            try {
+                prepareApplicationDirectory(home.file(path), home.path());
+                QFAIL("nothing was thrown");
+            } catch (const RuntimeError &error) {
+                QCOMPARE(error.name(), ErrorName::PathNotFound);
+                QVERIFY(error.doing().contains(home.file(path)));
+            }
+        }
+        QCOMPARE(home.read(u"quillon"_s), "mine"_ba);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestApplicationDirectory)
+#include "tst_applicationdirectory.moc"
