@@ -23,7 +23,7 @@
 #include <cstdio>
 #include <ctime>
 #include <functional>
-#include <memory>
+#include <sys/resource.h>
 #include <vector>
 
 using namespace quillon;
@@ -33,11 +33,21 @@ namespace {
 
 constexpr int repetitions = 7;
 
-double processorMs()
+// Milliseconds of processor time of the whole process, and how many of them the kernel took.
+struct Times
+{
+    double all = 0;
+    double kernel = 0;
+};
+
+Times processorTimes()
 {
     timespec now {};
     clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
-    return static_cast<double>(now.tv_sec) * 1e3 + static_cast<double>(now.tv_nsec) / 1e6;
+    rusage usage {};
+    getrusage(RUSAGE_SELF, &usage);
+    return {static_cast<double>(now.tv_sec) * 1e3 + static_cast<double>(now.tv_nsec) / 1e6,
+        static_cast<double>(usage.ru_stime.tv_sec) * 1e3 + static_cast<double>(usage.ru_stime.tv_usec) / 1e3};
 }
 
 // Everything that is due, drawing included, is done.
@@ -49,13 +59,14 @@ void settle()
     }
 }
 
-double measured(const std::function<void()> &work)
+Times measured(const std::function<void()> &work)
 {
     settle();
-    const double before = processorMs();
+    const Times before = processorTimes();
     work();
     settle();
-    return processorMs() - before;
+    const Times after = processorTimes();
+    return {after.all - before.all, after.kernel - before.kernel};
 }
 
 double memoryMb()
@@ -143,18 +154,24 @@ private:
 class Table
 {
 public:
-    void head() const { std::printf("%-52s %10s %10s %8s\n", "command", "median ms", "worst ms", "bar ms"); }
-    void row(const char *name, std::vector<double> times, double bar)
+    void head() const
     {
-        std::ranges::sort(times);
-        const double median = times[times.size() / 2];
         std::printf(
-            "%-52s %10.1f %10.1f %8.0f%s\n", name, median, times.back(), bar, median > bar ? "  MISSED" : "");
-        m_missed = m_missed || median > bar;
+            "%-52s %10s %10s %10s %8s\n", "processor time", "median ms", "worst ms", "kernel ms", "bar ms");
+    }
+    // A bar of 0 is none.
+    void row(const char *name, std::vector<Times> times, double bar = 0)
+    {
+        std::ranges::sort(times, {}, &Times::all);
+        const Times median = times[times.size() / 2];
+        const bool missed = bar > 0 && median.all > bar;
+        std::printf("%-52s %10.1f %10.1f %10.1f %8s%s\n", name, median.all, times.back().all, median.kernel,
+            bar > 0 ? qPrintable(QString::number(bar)) : "-", missed ? "  MISSED" : "");
+        m_missed = m_missed || missed;
     }
     void memory(const char *name, double megabytes, double bar)
     {
-        std::printf("%-52s %7.0f MB %21.0f MB%s\n", name, megabytes, bar, megabytes > bar ? "  MISSED" : "");
+        std::printf("%-52s %7.0f MB %32.0f MB%s\n", name, megabytes, bar, megabytes > bar ? "  MISSED" : "");
         m_missed = m_missed || megabytes > bar;
     }
     [[nodiscard]] bool missed() const { return m_missed; }
@@ -163,9 +180,9 @@ private:
     bool m_missed = false;
 };
 
-std::vector<double> repeated(const std::function<void()> &prepare, const std::function<void()> &work)
+std::vector<Times> repeated(const std::function<void()> &prepare, const std::function<void()> &work)
 {
-    std::vector<double> times;
+    std::vector<Times> times;
     for (int i = 0; i < repetitions; ++i) {
         prepare();
         times.push_back(measured(work));
@@ -193,19 +210,19 @@ QByteArray logWithRoom(const QByteArray &full)
     return full.first(end + 2);
 }
 
-std::vector<double> startTimes(const QString &directory)
+std::vector<Times> startTimes(const QString &directory)
 {
     return repeated([] {}, [&directory] { const Window window(directory); });
 }
 
 void measureStart(Table &table, const QString &full, const QString &empty)
 {
-    const std::vector<double> filled = startTimes(full);
-    std::vector<double> emptyOnes = startTimes(empty);
-    std::ranges::sort(emptyOnes);
-    std::vector<double> more;
-    for (const double time : filled) {
-        more.push_back(time - emptyOnes[emptyOnes.size() / 2]);
+    std::vector<Times> emptyOnes = startTimes(empty);
+    std::ranges::sort(emptyOnes, {}, &Times::all);
+    const Times emptyOne = emptyOnes[emptyOnes.size() / 2];
+    std::vector<Times> more = startTimes(full);
+    for (Times &time : more) {
+        time = {time.all - emptyOne.all, time.kernel - emptyOne.kernel};
     }
     table.row("start to a filled grid, more than with an empty log", more, 150);
 }
@@ -273,13 +290,34 @@ void measureSearches(Table &table, Window &window, Answering &answering)
     answering.text.clear();
 }
 
+// What the pages are held to: as many files with the same bytes. Making them is the kernel's work.
+void measureSameFiles(Table &table, const QString &directory)
+{
+    const QString pages = filePath(directory, u"html"_s);
+    std::vector<std::pair<QString, QByteArray>> files;
+    for (const QString &name : QDir(pages).entryList(QDir::Files)) {
+        files.emplace_back(name, readFile(filePath(pages, name)));
+    }
+    int copies = 0;
+    table.row("  writing the same files",
+        repeated([&] { QDir(directory).mkpath(u"copy %1"_s.arg(++copies)); },
+            [&] {
+                for (const auto &[name, bytes] : files) {
+                    writeFile(filePath(directory, u"copy %1/"_s.arg(copies) + name), bytes);
+                }
+            }));
+}
+
 void measureWholeLog(Table &table, Window &window, const QString &directory)
 {
+    int exported = 0;
     table.row("re-calculate distances", repeated([] {}, [&window] { window.click(u"Command10"_s); }), 60);
     table.row("web pages of 20 years",
-        repeated([&directory] { QDir(filePath(directory, u"html"_s)).removeRecursively(); },
+        // Every file is new, and no file has just been deleted: the file system would search for a place.
+        repeated([&] { QDir(directory).rename(u"html"_s, u"html before %1"_s.arg(++exported)); },
             [&window] { window.trigger(u"menuExportWebPage"_s); }),
         400);
+    measureSameFiles(table, directory);
     int column = 0;
     table.row(
         "sort by a heading", repeated([] {}, [&] { Q_EMIT window.grid().headerClicked(++column); }), 150);

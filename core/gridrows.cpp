@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <numeric>
 #include <optional>
+#include <utility>
 
 namespace quillon {
 
@@ -67,12 +68,20 @@ std::span<const GridColumnFormat, gridColumnCount> gridColumnFormats()
 
 std::vector<GridRow> gridRows(const Logbook &log)
 {
-    std::vector<qint32> numbers(static_cast<std::size_t>(log.count()));
-    std::iota(numbers.begin(), numbers.end(), 0);
-    std::ranges::stable_sort(numbers, {}, [&](qint32 number) { return log.entry(number).dateTime; });
+    std::vector<std::pair<DateTime, qint32>> numbers;
+    numbers.reserve(static_cast<std::size_t>(log.count()));
+    qint32 next = 0;
+    for (const LogEntry &entry : log) {
+        numbers.emplace_back(entry.dateTime, next++);
+    }
+    // Most logs are in the order of time already. The number is part of what is compared, so entries of one
+    // Date/Time stay in log order.
+    if (!std::ranges::is_sorted(numbers)) {
+        std::ranges::sort(numbers);
+    }
     std::vector<GridRow> rows;
     rows.reserve(numbers.size());
-    for (const qint32 number : numbers) {
+    for (const auto &[dateTime, number] : numbers) {
         rows.push_back(rowOf(log.entry(number), number));
     }
     return rows;

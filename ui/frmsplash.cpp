@@ -33,6 +33,9 @@ frmSplash::frmSplash(QWidget *parent, Use use, const QString &propagationUrl)
         m_ui->Command1->hide();
         m_ui->libraries->hide();
     }
+    // The button would keep some keys for itself.
+    m_ui->Command1->setFocus();
+    m_ui->Command1->installEventFilter(this);
     tellDirectory({});
     Form_Load();
 }
@@ -104,15 +107,13 @@ void frmSplash::keyPressEvent(QKeyEvent *event)
     Form_KeyPress();
 }
 
-// Tab closes the window as any key does.
-bool frmSplash::focusNextPrevChild(bool)
-{
-    return false;
-}
-
 bool frmSplash::eventFilter(QObject *watched, QEvent *event)
 {
-    if (event->type() == QEvent::MouseButtonRelease) {
+    if (event->type() == QEvent::KeyPress) {
+        Form_KeyPress();
+        return true;
+    }
+    if (event->type() == QEvent::MouseButtonRelease && watched != m_ui->Command1) {
         if (watched == m_ui->Label2) {
             Label2_Click();
             return true;

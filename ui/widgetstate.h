@@ -6,21 +6,29 @@
 
 namespace quillon {
 
-/// Keeps a widget hidden, as long as it lives.
+/// Keeps a widget hidden, as long as it lives. One that had the focus gets it back.
 class Hidden
 {
 public:
     explicit Hidden(QWidget &widget)
         : m_widget(widget)
+        , m_hadFocus(widget.hasFocus())
     {
         m_widget.hide();
     }
-    ~Hidden() { m_widget.show(); }
+    ~Hidden()
+    {
+        m_widget.show();
+        if (m_hadFocus) {
+            m_widget.setFocus();
+        }
+    }
     Hidden(const Hidden &) = delete;
     Hidden &operator=(const Hidden &) = delete;
 
 private:
     QWidget &m_widget;
+    bool m_hadFocus;
 };
 
 /// Keeps a widget shown, as long as it lives.

@@ -50,35 +50,327 @@ class TestForm2 : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void cleanup();
+    void cleanup()
+    {
+        delete m_window.data();
+        m_answers.reset();
+    }
 
-    void theControlsAreThere();
-    void theFieldsShowTheSettings();
-    void theUnitIsMilesForTrueAlone_data();
-    void theUnitIsMilesForTrueAlone();
-    void savingWritesTheKeysInOrder();
-    void savingKeepsTheOtherLines();
-    void savingTellsAndCloses();
-    void aFileNameWithAPathIsRefused_data();
-    void aFileNameWithAPathIsRefused();
-    void whatIsTypedIsSavedAsItStands();
-    void closingLeavesTheFileUntouched_data();
-    void closingLeavesTheFileUntouched();
-    void oneBackslashAtTheEndIsDropped_data();
-    void oneBackslashAtTheEndIsDropped();
-    void enterInTheDirectoryDropsTheBackslashToo();
-    void theRdsSpyDirectoryStaysAsTyped();
-    void hintsTellWhatIsNoNumber_data();
-    void hintsTellWhatIsNoNumber();
-    void hintsTellWhereADirectoryIs();
-    void aFailingSaveKeepsTheWindow();
+    void theControlsAreThere()
+    {
+        open(settings);
+        QCOMPARE(m_window->objectName(), u"Form2"_s);
+        QCOMPARE(m_window->windowTitle(), u"Setup"_s);
+        QVERIFY(!m_window->isModal());
+        QStringList frames;
+        for (const QGroupBox *frame : m_window->findChildren<QGroupBox *>()) {
+            frames += frame->title();
+        }
+        QCOMPARE(frames,
+            (QStringList {u"General"_s, u"Home Location"_s, u"Distance"_s, u"FMList"_s, u"Directories"_s}));
+        const QStringList labelled {u"Text1"_s, u"Full Name or Callsign"_s, u"Text2"_s, u"LogBook FileName"_s,
+            u"latitude"_s, u"Decimal Latitude"_s, u"longitude"_s, u"Decimal Longitude"_s, u"omid"_s,
+            u"OMID"_s, u"email"_s, u"Your E-Mail address"_s, u"rdsdir"_s, u"RDSDX"_s, u"rdsspydir"_s,
+            u"RDS Spy"_s};
+        for (qsizetype i = 0; i < labelled.size(); i += 2) {
+            QString caption;
+            for (const QLabel *label : m_window->findChildren<QLabel *>()) {
+                if (label->buddy() == &field(labelled.at(i))) {
+                    caption = label->text().remove(u'&');
+                }
+            }
+            QCOMPARE(caption, labelled.at(i + 1));
+            QVERIFY(!field(labelled.at(i)).accessibleName().isEmpty());
+        }
+        QCOMPARE(m_window->findChild<QRadioButton *>(u"Option1"_s)->text().remove(u'&'), u"Kilometres"_s);
+        QCOMPARE(m_window->findChild<QRadioButton *>(u"Option2"_s)->text().remove(u'&'), u"Miles"_s);
+        QCOMPARE(m_window->findChild<QPushButton *>(u"Command1"_s)->text().remove(u'&'), u"Save"_s);
+        QCOMPARE(m_window->findChild<QPushButton *>(u"Command2"_s)->text().remove(u'&'), u"Close"_s);
+        bool hinted = false;
+        for (const QLabel *label : m_window->findChildren<QLabel *>()) {
+            hinted = hinted
+                || label->text()
+                    == u"OMID can be found in brackets next to your listening location settings in FMList"_s;
+        }
+        QVERIFY(hinted);
+    }
+
+    void theFieldsShowTheSettings()
+    {
+        open(settings);
+        QCOMPARE(field(u"Text1"_s).text(), u"José, DX"_s);
+        QCOMPARE(field(u"Text2"_s).text(), u"2010.log"_s);
+        QCOMPARE(field(u"latitude"_s).text(), u"51.5"_s);
+        QCOMPARE(field(u"longitude"_s).text(), u"-0.1"_s);
+        QCOMPARE(field(u"omid"_s).text(), u"77"_s);
+        QCOMPARE(field(u"email"_s).text(), u"me@example.org"_s);
+        QCOMPARE(field(u"rdsdir"_s).text(), u"/dx"_s);
+        QCOMPARE(field(u"rdsspydir"_s).text(), u"/spy"_s);
+    }
+
+    void theUnitIsMilesForTrueAlone_data()
+    {
+        QTest::addColumn<QByteArray>("line");
+        QTest::addColumn<bool>("miles");
+        QTest::newRow("nothing set") << ""_ba << true;
+        QTest::newRow("TRUE") << "AS_MILES=TRUE\r\n"_ba << true;
+        QTest::newRow("FALSE") << "AS_MILES=FALSE\r\n"_ba << false;
+        QTest::newRow("true") << "AS_MILES=true\r\n"_ba << false;
+        QTest::newRow("empty") << "AS_MILES=\r\n"_ba << false;
+    }
+
+    void theUnitIsMilesForTrueAlone()
+    {
+        QFETCH(QByteArray, line);
+        QFETCH(bool, miles);
+        open(line);
+        QCOMPARE(m_window->findChild<QRadioButton *>(u"Option2"_s)->isChecked(), miles);
+        QCOMPARE(m_window->findChild<QRadioButton *>(u"Option1"_s)->isChecked(), !miles);
+    }
+
+    void savingWritesTheKeysInOrder()
+    {
+        open(""_ba);
+        type(u"Text1"_s, u"Ann, Bob"_s);
+        type(u"latitude"_s, u"51,5"_s);
+        type(u"longitude"_s, u"-0.1"_s);
+        type(u"Text2"_s, u"log.txt"_s);
+        type(u"omid"_s, u"12"_s);
+        type(u"email"_s, u"a@b.c"_s);
+        type(u"rdsdir"_s, u"C:\\dx"_s);
+        type(u"rdsspydir"_s, u"C:\\spy\\"_s);
+        m_window->findChild<QRadioButton *>(u"Option1"_s)->click();
+        click(u"Command1"_s);
+        QCOMPARE(ini(),
+            "LOG_BOOK_CALLSIGN=Ann| "
+            "Bob\r\nHOME_DEC_LAT=51|5\r\nHOME_DEC_LON=-0.1\r\nLOGBOOK_FILENAME=log.txt\r\n"
+            "OMID=12\r\nEMAIL=a@b.c\r\nRDSDX_LOG=C:\\dx\r\nRDSSPY_LOGS=C:\\spy\\\r\nAS_MILES=FALSE\r\n"_ba);
+        QCOMPARE(m_config->settings().callsign, u"Ann, Bob"_s);
+        QCOMPARE(m_config->settings().homeLatitude, u"51,5"_s);
+        QVERIFY(!m_config->settings().inMiles());
+        QCOMPARE(m_directory->names(), QStringList {u"LOGBOOK.INI"_s});
+    }
+
+    void savingKeepsTheOtherLines()
+    {
+        open("unknown\r\nOMID=1\r\nSCRATCH_PAD=a| bCRLFc\r\nTIME_OFFSET=-1\r\nFMLIST_URL=http://127.0.0.1\r\n"
+             "OMID=2\r\n"_ba);
+        type(u"omid"_s, u"3"_s);
+        m_window->findChild<QRadioButton *>(u"Option2"_s)->click();
+        click(u"Command1"_s);
+        QCOMPARE(ini(),
+            "unknown\r\nOMID=3\r\nSCRATCH_PAD=a| bCRLFc\r\nTIME_OFFSET=-1\r\nFMLIST_URL=http://127.0.0.1\r\n"
+            "OMID=3\r\nLOG_BOOK_CALLSIGN=NOCALL\r\nHOME_DEC_LAT=0\r\nHOME_DEC_LON=0\r\n"
+            "LOGBOOK_FILENAME=RDSLog.log\r\nEMAIL=\r\nRDSDX_LOG=C:\\RDSDX\\Loggings\r\n"
+            "RDSSPY_LOGS=C:\\RDSSpy\r\nAS_MILES=TRUE\r\n"_ba);
+    }
+
+    void savingTellsAndCloses()
+    {
+        open(settings);
+        QSignalSpy saved(m_window, &Form2::saved);
+        type(u"Text1"_s, u"DL1ABC"_s);
+        QTest::keyClick(&field(u"Text1"_s), Qt::Key_Return);
+        QCOMPARE(saved.count(), 1);
+        QVERIFY(!m_window || !m_window->isVisible());
+        QTRY_VERIFY(!m_window);
+        QCOMPARE(m_config->settings().callsign, u"DL1ABC"_s);
+    }
+
+    void aFileNameWithAPathIsRefused_data()
+    {
+        QTest::addColumn<QString>("name");
+        for (const char *name : {"C:log.txt", "sub\\log.txt", "C:\\log.txt", "sub/log.txt", "/log.txt", ":",
+                 "\\", "/", "../log.txt", "log.txt:"}) {
+            QTest::newRow(name) << QString::fromLatin1(name);
+        }
+    }
+
+    void aFileNameWithAPathIsRefused()
+    {
+        QFETCH(QString, name);
+        open(settings);
+        QSignalSpy saved(m_window, &Form2::saved);
+        type(u"Text1"_s, u"other"_s);
+        type(u"Text2"_s, name);
+        click(u"Command1"_s);
+        QCOMPARE(m_answers->seen().size(), 1);
+        QCOMPARE(m_answers->seen().first().title, u"Quillon"_s);
+        QCOMPARE(m_answers->takeTexts(), QStringList {u"Only FileName no Path "_s + name});
+        QVERIFY(m_window->isVisible());
+        QCOMPARE(field(u"Text1"_s).text(), u"other"_s);
+        QCOMPARE(field(u"Text2"_s).text(), name);
+        QCOMPARE(ini(), settings);
+        QCOMPARE(saved.count(), 0);
+    }
+
+    void whatIsTypedIsSavedAsItStands()
+    {
+        open(settings);
+        type(u"Text1"_s, {});
+        type(u"Text2"_s, {});
+        type(u"latitude"_s, u"north"_s);
+        type(u"longitude"_s, u" 7 "_s);
+        click(u"Command1"_s);
+        QCOMPARE(m_answers->takeTexts(), QStringList());
+        QCOMPARE(ini(),
+            "LOG_BOOK_CALLSIGN=\r\nHOME_DEC_LAT=north\r\nHOME_DEC_LON= 7 \r\nLOGBOOK_FILENAME=\r\nOMID=77\r\n"
+            "EMAIL=me@example.org\r\nRDSDX_LOG=/dx\r\nRDSSPY_LOGS=/spy\r\nAS_MILES=FALSE\r\n"_ba);
+    }
+
+    void closingLeavesTheFileUntouched_data()
+    {
+        QTest::addColumn<bool>("button");
+        QTest::newRow("Close") << true;
+        QTest::newRow("Esc") << false;
+    }
+
+    void closingLeavesTheFileUntouched()
+    {
+        QFETCH(bool, button);
+        // Quotes and commas would not survive a rewriting.
+        const QByteArray bytes = settings + "\"quoted\", item\n";
+        open(bytes);
+        QSignalSpy saved(m_window, &Form2::saved);
+        type(u"Text1"_s, u"other"_s);
+        type(u"rdsdir"_s, u"C:\\x\\"_s);
+        if (button) {
+            click(u"Command2"_s);
+        } else {
+            QTest::keyClick(m_window, Qt::Key_Escape);
+        }
+        QCOMPARE(saved.count(), 0);
+        QTRY_VERIFY(!m_window);
+        QCOMPARE(ini(), bytes);
+        QCOMPARE(m_config->settings().callsign, u"José, DX"_s);
+        QCOMPARE(m_answers->takeTexts(), QStringList());
+    }
+
+    void oneBackslashAtTheEndIsDropped_data()
+    {
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("kept");
+        QTest::newRow("one") << u"C:\\RDSDX\\"_s << u"C:\\RDSDX"_s;
+        QTest::newRow("two") << u"C:\\RDSDX\\\\"_s << u"C:\\RDSDX\\"_s;
+        QTest::newRow("none") << u"C:\\RDSDX"_s << u"C:\\RDSDX"_s;
+        QTest::newRow("nothing else") << u"\\"_s << u""_s;
+        QTest::newRow("a slash") << u"/dx/"_s << u"/dx/"_s;
+        QTest::newRow("empty") << u""_s << u""_s;
+    }
+
+    void oneBackslashAtTheEndIsDropped()
+    {
+        QFETCH(QString, typed);
+        QFETCH(QString, kept);
+        open(settings);
+        type(u"rdsdir"_s, typed);
+        QCOMPARE(field(u"rdsdir"_s).text(), typed);
+        QTest::keyClick(&field(u"rdsdir"_s), Qt::Key_Tab);
+        QCOMPARE(field(u"rdsdir"_s).text(), kept);
+        click(u"Command1"_s);
+        QCOMPARE(m_config->settings().rdsdxDirectory, kept);
+    }
+
+    void enterInTheDirectoryDropsTheBackslashToo()
+    {
+        open(settings);
+        type(u"rdsdir"_s, u"C:\\dx\\"_s);
+        QTest::keyClick(&field(u"rdsdir"_s), Qt::Key_Return);
+        QCOMPARE(m_config->settings().rdsdxDirectory, u"C:\\dx"_s);
+    }
+
+    void hintsTellWhatIsNoNumber_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<bool>("hinted");
+        QTest::newRow("a number") << u"51.5"_s << false;
+        QTest::newRow("west") << u"-0.1"_s << false;
+        QTest::newRow("empty") << u""_s << false;
+        QTest::newRow("words") << u"north"_s << true;
+        QTest::newRow("degrees and minutes") << u"51 30 N"_s << true;
+    }
+
+    void hintsTellWhatIsNoNumber()
+    {
+        QFETCH(QString, text);
+        QFETCH(bool, hinted);
+        for (const QString &name : {u"latitude"_s, u"longitude"_s}) {
+            open(settings);
+            QCOMPARE(hint(name + u"Hint"_s), QString());
+            type(name, text);
+            QCOMPARE(hint(name + u"Hint"_s), hinted ? u"This is not a number: 51.34 is one."_s : QString());
+            cleanup();
+        }
+    }
+
+    void hintsTellWhereADirectoryIs()
+    {
+        TestDirectory prefix;
+        prefix.write(u"dosdevices/c:/RDSDX/Loggings/x.txt"_s, {});
+        qputenv("WINEPREFIX", prefix.path().toLocal8Bit());
+        open(settings);
+        QCOMPARE(hint(u"rdsdirHint"_s), QString());
+        QCOMPARE(hint(u"rdsspydirHint"_s), QString());
+        type(u"rdsdir"_s, u"C:\\rdsdx\\LOGGINGS"_s);
+        QCOMPARE(hint(u"rdsdirHint"_s), u"Looked for as "_s + prefix.file(u"dosdevices/c:/RDSDX/Loggings"_s));
+        type(u"rdsspydir"_s, u"~/spy"_s);
+        QCOMPARE(hint(u"rdsspydirHint"_s), u"Looked for as "_s + QDir::homePath() + u"/spy"_s);
+        qunsetenv("WINEPREFIX");
+    }
+
+    void aFailingSaveKeepsTheWindow()
+    {
+        open(settings);
+        QSignalSpy saved(m_window, &Form2::saved);
+        type(u"Text1"_s, u"DL1ABC"_s);
+        type(u"email"_s, u"new@example.org"_s);
+        m_calls->left = 1;
+        click(u"Command1"_s);
+        const QStringList texts = m_answers->takeTexts();
+        QCOMPARE(texts.size(), 1);
+        QVERIFY2(texts.first().startsWith(u"Run-time error: Disk full\n"_s), qPrintable(texts.first()));
+        QVERIFY2(texts.first().contains(m_directory->file(u"LOGBOOK.INI"_s)), qPrintable(texts.first()));
+        QVERIFY(m_window->isVisible());
+        QCOMPARE(field(u"email"_s).text(), u"new@example.org"_s);
+        QCOMPARE(ini(), QByteArray(settings).replace("Jos\xE9| DX", "DL1ABC"));
+        QCOMPARE(saved.count(), 0);
+        m_calls->left = 1000;
+        click(u"Command1"_s);
+        QCOMPARE(m_config->settings().email, u"new@example.org"_s);
+        QCOMPARE(saved.count(), 1);
+    }
 
 private:
-    void open(const QByteArray &ini);
+    void open(const QByteArray &ini)
+    {
+        m_directory = std::make_unique<TestDirectory>();
+        m_answers = std::make_unique<DialogAnswers>();
+        m_calls = std::make_unique<FailingRename>();
+        m_directory->write(u"LOGBOOK.INI"_s, ini);
+        m_config = std::make_unique<Config>(m_directory->path(), CodePage(1252), *m_calls);
+        m_config->readConfig();
+        m_window = new Form2(nullptr, *m_config);
+        m_window->show();
+        QVERIFY(QTest::qWaitForWindowActive(m_window));
+    }
     [[nodiscard]] QLineEdit &field(const QString &name) { return *m_window->findChild<QLineEdit *>(name); }
-    void type(const QString &name, const QString &text);
-    void click(const QString &button);
-    [[nodiscard]] QString hint(const QString &name);
+    void type(const QString &name, const QString &text)
+    {
+        QLineEdit &edit = field(name);
+        edit.setFocus();
+        edit.selectAll();
+        QTest::keyClick(&edit, Qt::Key_Delete);
+        QTest::keyClicks(&edit, text);
+    }
+    void click(const QString &button)
+    {
+        QTest::mouseClick(m_window->findChild<QPushButton *>(button), Qt::LeftButton);
+    }
+    [[nodiscard]] QString hint(const QString &name)
+    {
+        const auto *label = m_window->findChild<QLabel *>(name);
+        return label->isVisible() ? label->text() : QString();
+    }
     [[nodiscard]] QByteArray ini() const { return m_directory->read(u"LOGBOOK.INI"_s); }
 
     std::unique_ptr<TestDirectory> m_directory;
@@ -87,336 +379,6 @@ private:
     std::unique_ptr<Config> m_config;
     QPointer<Form2> m_window;
 };
-
-void TestForm2::cleanup()
-{
-    delete m_window.data();
-    m_answers.reset();
-}
-
-void TestForm2::open(const QByteArray &ini)
-{
-    m_directory = std::make_unique<TestDirectory>();
-    m_answers = std::make_unique<DialogAnswers>();
-    m_calls = std::make_unique<FailingRename>();
-    m_directory->write(u"LOGBOOK.INI"_s, ini);
-    m_config = std::make_unique<Config>(m_directory->path(), CodePage(1252), *m_calls);
-    m_config->readConfig();
-    m_window = new Form2(nullptr, *m_config);
-    m_window->show();
-    QVERIFY(QTest::qWaitForWindowActive(m_window));
-}
-
-void TestForm2::type(const QString &name, const QString &text)
-{
-    QLineEdit &edit = field(name);
-    edit.setFocus();
-    edit.selectAll();
-    QTest::keyClick(&edit, Qt::Key_Delete);
-    QTest::keyClicks(&edit, text);
-}
-
-void TestForm2::click(const QString &button)
-{
-    QTest::mouseClick(m_window->findChild<QPushButton *>(button), Qt::LeftButton);
-}
-
-QString TestForm2::hint(const QString &name)
-{
-    const auto *label = m_window->findChild<QLabel *>(name);
-    return label->isVisible() ? label->text() : QString();
-}
-
-void TestForm2::theControlsAreThere()
-{
-    open(settings);
-    QCOMPARE(m_window->objectName(), u"Form2"_s);
-    QCOMPARE(m_window->windowTitle(), u"Setup"_s);
-    QVERIFY(!m_window->isModal());
-    QStringList frames;
-    for (const QGroupBox *frame : m_window->findChildren<QGroupBox *>()) {
-        frames += frame->title();
-    }
-    QCOMPARE(frames,
-        (QStringList {u"General"_s, u"Home Location"_s, u"Distance"_s, u"FMList"_s, u"Directories"_s}));
-    const QStringList labelled {u"Text1"_s, u"Full Name or Callsign"_s, u"Text2"_s, u"LogBook FileName"_s,
-        u"latitude"_s, u"Decimal Latitude"_s, u"longitude"_s, u"Decimal Longitude"_s, u"omid"_s, u"OMID"_s,
-        u"email"_s, u"Your E-Mail address"_s, u"rdsdir"_s, u"RDSDX"_s, u"rdsspydir"_s, u"RDS Spy"_s};
-    for (qsizetype i = 0; i < labelled.size(); i += 2) {
-        QString caption;
-        for (const QLabel *label : m_window->findChildren<QLabel *>()) {
-            if (label->buddy() == &field(labelled.at(i))) {
-                caption = label->text().remove(u'&');
-            }
-        }
-        QCOMPARE(caption, labelled.at(i + 1));
-        QVERIFY(!field(labelled.at(i)).accessibleName().isEmpty());
-    }
-    QCOMPARE(m_window->findChild<QRadioButton *>(u"Option1"_s)->text().remove(u'&'), u"Kilometres"_s);
-    QCOMPARE(m_window->findChild<QRadioButton *>(u"Option2"_s)->text().remove(u'&'), u"Miles"_s);
-    QCOMPARE(m_window->findChild<QPushButton *>(u"Command1"_s)->text().remove(u'&'), u"Save"_s);
-    QCOMPARE(m_window->findChild<QPushButton *>(u"Command2"_s)->text().remove(u'&'), u"Close"_s);
-    bool hinted = false;
-    for (const QLabel *label : m_window->findChildren<QLabel *>()) {
-        hinted = hinted
-            || label->text()
-                == u"OMID can be found in brackets next to your listening location settings in FMList"_s;
-    }
-    QVERIFY(hinted);
-}
-
-void TestForm2::theFieldsShowTheSettings()
-{
-    open(settings);
-    QCOMPARE(field(u"Text1"_s).text(), u"José, DX"_s);
-    QCOMPARE(field(u"Text2"_s).text(), u"2010.log"_s);
-    QCOMPARE(field(u"latitude"_s).text(), u"51.5"_s);
-    QCOMPARE(field(u"longitude"_s).text(), u"-0.1"_s);
-    QCOMPARE(field(u"omid"_s).text(), u"77"_s);
-    QCOMPARE(field(u"email"_s).text(), u"me@example.org"_s);
-    QCOMPARE(field(u"rdsdir"_s).text(), u"/dx"_s);
-    QCOMPARE(field(u"rdsspydir"_s).text(), u"/spy"_s);
-}
-
-void TestForm2::theUnitIsMilesForTrueAlone_data()
-{
-    QTest::addColumn<QByteArray>("line");
-    QTest::addColumn<bool>("miles");
-    QTest::newRow("nothing set") << ""_ba << true;
-    QTest::newRow("TRUE") << "AS_MILES=TRUE\r\n"_ba << true;
-    QTest::newRow("FALSE") << "AS_MILES=FALSE\r\n"_ba << false;
-    QTest::newRow("true") << "AS_MILES=true\r\n"_ba << false;
-    QTest::newRow("empty") << "AS_MILES=\r\n"_ba << false;
-}
-
-void TestForm2::theUnitIsMilesForTrueAlone()
-{
-    QFETCH(QByteArray, line);
-    QFETCH(bool, miles);
-    open(line);
-    QCOMPARE(m_window->findChild<QRadioButton *>(u"Option2"_s)->isChecked(), miles);
-    QCOMPARE(m_window->findChild<QRadioButton *>(u"Option1"_s)->isChecked(), !miles);
-}
-
-void TestForm2::savingWritesTheKeysInOrder()
-{
-    open(""_ba);
-    type(u"Text1"_s, u"Ann, Bob"_s);
-    type(u"latitude"_s, u"51,5"_s);
-    type(u"longitude"_s, u"-0.1"_s);
-    type(u"Text2"_s, u"log.txt"_s);
-    type(u"omid"_s, u"12"_s);
-    type(u"email"_s, u"a@b.c"_s);
-    type(u"rdsdir"_s, u"C:\\dx"_s);
-    type(u"rdsspydir"_s, u"C:\\spy\\"_s);
-    m_window->findChild<QRadioButton *>(u"Option1"_s)->click();
-    click(u"Command1"_s);
-    QCOMPARE(ini(),
-        "LOG_BOOK_CALLSIGN=Ann| Bob\r\nHOME_DEC_LAT=51|5\r\nHOME_DEC_LON=-0.1\r\nLOGBOOK_FILENAME=log.txt\r\n"
-        "OMID=12\r\nEMAIL=a@b.c\r\nRDSDX_LOG=C:\\dx\r\nRDSSPY_LOGS=C:\\spy\\\r\nAS_MILES=FALSE\r\n"_ba);
-    QCOMPARE(m_config->settings().callsign, u"Ann, Bob"_s);
-    QCOMPARE(m_config->settings().homeLatitude, u"51,5"_s);
-    QVERIFY(!m_config->settings().inMiles());
-    QCOMPARE(m_directory->names(), QStringList {u"LOGBOOK.INI"_s});
-}
-
-void TestForm2::savingKeepsTheOtherLines()
-{
-    open("unknown\r\nOMID=1\r\nSCRATCH_PAD=a| bCRLFc\r\nTIME_OFFSET=-1\r\nFMLIST_URL=http://127.0.0.1\r\n"
-         "OMID=2\r\n"_ba);
-    type(u"omid"_s, u"3"_s);
-    m_window->findChild<QRadioButton *>(u"Option2"_s)->click();
-    click(u"Command1"_s);
-    QCOMPARE(ini(),
-        "unknown\r\nOMID=3\r\nSCRATCH_PAD=a| bCRLFc\r\nTIME_OFFSET=-1\r\nFMLIST_URL=http://127.0.0.1\r\n"
-        "OMID=3\r\nLOG_BOOK_CALLSIGN=NOCALL\r\nHOME_DEC_LAT=0\r\nHOME_DEC_LON=0\r\n"
-        "LOGBOOK_FILENAME=RDSLog.log\r\nEMAIL=\r\nRDSDX_LOG=C:\\RDSDX\\Loggings\r\n"
-        "RDSSPY_LOGS=C:\\RDSSpy\r\nAS_MILES=TRUE\r\n"_ba);
-}
-
-void TestForm2::savingTellsAndCloses()
-{
-    open(settings);
-    QSignalSpy saved(m_window, &Form2::saved);
-    type(u"Text1"_s, u"DL1ABC"_s);
-    QTest::keyClick(&field(u"Text1"_s), Qt::Key_Return);
-    QCOMPARE(saved.count(), 1);
-    QVERIFY(!m_window || !m_window->isVisible());
-    QTRY_VERIFY(!m_window);
-    QCOMPARE(m_config->settings().callsign, u"DL1ABC"_s);
-}
-
-void TestForm2::aFileNameWithAPathIsRefused_data()
-{
-    QTest::addColumn<QString>("name");
-    for (const char *name : {"C:log.txt", "sub\\log.txt", "C:\\log.txt", "sub/log.txt", "/log.txt", ":", "\\",
-             "/", "../log.txt", "log.txt:"}) {
-        QTest::newRow(name) << QString::fromLatin1(name);
-    }
-}
-
-void TestForm2::aFileNameWithAPathIsRefused()
-{
-    QFETCH(QString, name);
-    open(settings);
-    QSignalSpy saved(m_window, &Form2::saved);
-    type(u"Text1"_s, u"other"_s);
-    type(u"Text2"_s, name);
-    click(u"Command1"_s);
-    QCOMPARE(m_answers->seen().size(), 1);
-    QCOMPARE(m_answers->seen().first().title, u"Quillon"_s);
-    QCOMPARE(m_answers->takeTexts(), QStringList {u"Only FileName no Path "_s + name});
-    QVERIFY(m_window->isVisible());
-    QCOMPARE(field(u"Text1"_s).text(), u"other"_s);
-    QCOMPARE(field(u"Text2"_s).text(), name);
-    QCOMPARE(ini(), settings);
-    QCOMPARE(saved.count(), 0);
-}
-
-void TestForm2::whatIsTypedIsSavedAsItStands()
-{
-    open(settings);
-    type(u"Text1"_s, {});
-    type(u"Text2"_s, {});
-    type(u"latitude"_s, u"north"_s);
-    type(u"longitude"_s, u" 7 "_s);
-    click(u"Command1"_s);
-    QCOMPARE(m_answers->takeTexts(), QStringList());
-    QCOMPARE(ini(),
-        "LOG_BOOK_CALLSIGN=\r\nHOME_DEC_LAT=north\r\nHOME_DEC_LON= 7 \r\nLOGBOOK_FILENAME=\r\nOMID=77\r\n"
-        "EMAIL=me@example.org\r\nRDSDX_LOG=/dx\r\nRDSSPY_LOGS=/spy\r\nAS_MILES=FALSE\r\n"_ba);
-}
-
-void TestForm2::closingLeavesTheFileUntouched_data()
-{
-    QTest::addColumn<bool>("button");
-    QTest::newRow("Close") << true;
-    QTest::newRow("Esc") << false;
-}
-
-void TestForm2::closingLeavesTheFileUntouched()
-{
-    QFETCH(bool, button);
-    // Quotes and commas would not survive a rewriting.
-    const QByteArray bytes = settings + "\"quoted\", item\n";
-    open(bytes);
-    QSignalSpy saved(m_window, &Form2::saved);
-    type(u"Text1"_s, u"other"_s);
-    type(u"rdsdir"_s, u"C:\\x\\"_s);
-    if (button) {
-        click(u"Command2"_s);
-    } else {
-        QTest::keyClick(m_window, Qt::Key_Escape);
-    }
-    QCOMPARE(saved.count(), 0);
-    QTRY_VERIFY(!m_window);
-    QCOMPARE(ini(), bytes);
-    QCOMPARE(m_config->settings().callsign, u"José, DX"_s);
-    QCOMPARE(m_answers->takeTexts(), QStringList());
-}
-
-void TestForm2::oneBackslashAtTheEndIsDropped_data()
-{
-    QTest::addColumn<QString>("typed");
-    QTest::addColumn<QString>("kept");
-    QTest::newRow("one") << u"C:\\RDSDX\\"_s << u"C:\\RDSDX"_s;
-    QTest::newRow("two") << u"C:\\RDSDX\\\\"_s << u"C:\\RDSDX\\"_s;
-    QTest::newRow("none") << u"C:\\RDSDX"_s << u"C:\\RDSDX"_s;
-    QTest::newRow("nothing else") << u"\\"_s << u""_s;
-    QTest::newRow("a slash") << u"/dx/"_s << u"/dx/"_s;
-    QTest::newRow("empty") << u""_s << u""_s;
-}
-
-void TestForm2::oneBackslashAtTheEndIsDropped()
-{
-    QFETCH(QString, typed);
-    QFETCH(QString, kept);
-    open(settings);
-    type(u"rdsdir"_s, typed);
-    QCOMPARE(field(u"rdsdir"_s).text(), typed);
-    QTest::keyClick(&field(u"rdsdir"_s), Qt::Key_Tab);
-    QCOMPARE(field(u"rdsdir"_s).text(), kept);
-    click(u"Command1"_s);
-    QCOMPARE(m_config->settings().rdsdxDirectory, kept);
-}
-
-void TestForm2::enterInTheDirectoryDropsTheBackslashToo()
-{
-    open(settings);
-    type(u"rdsdir"_s, u"C:\\dx\\"_s);
-    QTest::keyClick(&field(u"rdsdir"_s), Qt::Key_Return);
-    QCOMPARE(m_config->settings().rdsdxDirectory, u"C:\\dx"_s);
-}
-
-void TestForm2::theRdsSpyDirectoryStaysAsTyped()
-{
-    open(settings);
-    type(u"rdsspydir"_s, u"C:\\spy\\"_s);
-    QTest::keyClick(&field(u"rdsspydir"_s), Qt::Key_Tab);
-    click(u"Command1"_s);
-    QCOMPARE(m_config->settings().rdsSpyDirectory, u"C:\\spy\\"_s);
-}
-
-void TestForm2::hintsTellWhatIsNoNumber_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<bool>("hinted");
-    QTest::newRow("a number") << u"51.5"_s << false;
-    QTest::newRow("west") << u"-0.1"_s << false;
-    QTest::newRow("empty") << u""_s << false;
-    QTest::newRow("words") << u"north"_s << true;
-    QTest::newRow("degrees and minutes") << u"51 30 N"_s << true;
-}
-
-void TestForm2::hintsTellWhatIsNoNumber()
-{
-    QFETCH(QString, text);
-    QFETCH(bool, hinted);
-    for (const QString &name : {u"latitude"_s, u"longitude"_s}) {
-        open(settings);
-        QCOMPARE(hint(name + u"Hint"_s), QString());
-        type(name, text);
-        QCOMPARE(hint(name + u"Hint"_s), hinted ? u"This is not a number: 51.34 is one."_s : QString());
-        cleanup();
-    }
-}
-
-void TestForm2::hintsTellWhereADirectoryIs()
-{
-    TestDirectory prefix;
-    prefix.write(u"dosdevices/c:/RDSDX/Loggings/x.txt"_s, {});
-    qputenv("WINEPREFIX", prefix.path().toLocal8Bit());
-    open(settings);
-    QCOMPARE(hint(u"rdsdirHint"_s), QString());
-    QCOMPARE(hint(u"rdsspydirHint"_s), QString());
-    type(u"rdsdir"_s, u"C:\\rdsdx\\LOGGINGS"_s);
-    QCOMPARE(hint(u"rdsdirHint"_s), u"Looked for as "_s + prefix.file(u"dosdevices/c:/RDSDX/Loggings"_s));
-    type(u"rdsspydir"_s, u"~/spy"_s);
-    QCOMPARE(hint(u"rdsspydirHint"_s), u"Looked for as "_s + QDir::homePath() + u"/spy"_s);
-    qunsetenv("WINEPREFIX");
-}
-
-void TestForm2::aFailingSaveKeepsTheWindow()
-{
-    open(settings);
-    QSignalSpy saved(m_window, &Form2::saved);
-    type(u"Text1"_s, u"DL1ABC"_s);
-    type(u"email"_s, u"new@example.org"_s);
-    m_calls->left = 1;
-    click(u"Command1"_s);
-    const QStringList texts = m_answers->takeTexts();
-    QCOMPARE(texts.size(), 1);
-    QVERIFY2(texts.first().startsWith(u"Run-time error: Disk full\n"_s), qPrintable(texts.first()));
-    QVERIFY2(texts.first().contains(m_directory->file(u"LOGBOOK.INI"_s)), qPrintable(texts.first()));
-    QVERIFY(m_window->isVisible());
-    QCOMPARE(field(u"email"_s).text(), u"new@example.org"_s);
-    QCOMPARE(ini(), QByteArray(settings).replace("Jos\xE9| DX", "DL1ABC"));
-    QCOMPARE(saved.count(), 0);
-    m_calls->left = 1000;
-    click(u"Command1"_s);
-    QCOMPARE(m_config->settings().email, u"new@example.org"_s);
-    QCOMPARE(saved.count(), 1);
-}
 
 QTEST_MAIN(TestForm2)
 #include "tst_form2.moc"

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "import/ui/importrdsspy.h"
+#include "import/ui/rdsdxlist.h"
+#include "support/mainwindow.h"
+
+#include <QPushButton>
+
+namespace quillon::test {
+
+inline const QByteArray oldEntry =
+    "D3C3|12/06/2010 18:22:05|Tropo|100.5|Bilbao|E||RNE_1|10|812.4|fml=sent#|4711|\r\n";
+
+/// A main window that knows both folders of the outside programs.
+class ImportingWindow : public MainWindow
+{
+public:
+    explicit ImportingWindow(const QByteArray &settings = {})
+    {
+        directory.write(QStringLiteral("LOGBOOK.INI"),
+            "RDSSPY_LOGS=" + directory.file(QStringLiteral("spy")).toLocal8Bit()
+                + "\r\nRDSDX_LOG=" + directory.file(QStringLiteral("dx")).toLocal8Bit() + "\r\n" + settings);
+    }
+    void spy(const QString &name) { directory.write(QStringLiteral("spy/") + name, {}); }
+    /// Opens the RDS Spy import on that day.
+    importRDSSpy *openSpy(const QString &day)
+    {
+        settle();
+        answers.type(day);
+        trigger("menuImportRDSSpyLog");
+        return find<importRDSSpy>("importRDSSpy");
+    }
+    rdsdxlist *openDx()
+    {
+        settle();
+        trigger("menuImportRDSDXLogCnv");
+        return find<rdsdxlist>("rdsdxlist");
+    }
+    /// What was closed is gone.
+    static void settle() { QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); }
+    static void press(const QWidget *dialog, const QString &button)
+    {
+        QTest::mouseClick(dialog->findChild<QPushButton *>(button), Qt::LeftButton);
+    }
+};
+
+} // namespace quillon::test
