@@ -16,6 +16,17 @@ namespace quillon {
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+// Held for the mnemonic of a button; no key by itself.
+bool isModifier(int key)
+{
+    return key == Qt::Key_Shift || key == Qt::Key_Control || key == Qt::Key_Alt || key == Qt::Key_AltGr
+        || key == Qt::Key_Meta;
+}
+
+} // namespace
+
 frmSplash::frmSplash(QWidget *parent, Use use, const QString &propagationUrl)
     : QDialog(parent)
     , m_ui(std::make_unique<Ui::frmSplash>())
@@ -75,7 +86,7 @@ void frmSplash::Command1_Click()
     close();
 }
 
-// Any key closes the window.
+// Any key closes the window, but for Tab where there is another button to go to.
 void frmSplash::Form_KeyPress()
 {
     close();
@@ -104,12 +115,18 @@ void frmSplash::openDirectory_Click()
 void frmSplash::keyPressEvent(QKeyEvent *event)
 {
     event->accept();
-    Form_KeyPress();
+    if (!isModifier(event->key())) {
+        Form_KeyPress();
+    }
 }
 
 bool frmSplash::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() == QEvent::KeyPress) {
+        const int key = static_cast<QKeyEvent *>(event)->key();
+        if (key == Qt::Key_Tab || key == Qt::Key_Backtab || isModifier(key)) {
+            return false;
+        }
         Form_KeyPress();
         return true;
     }

@@ -55,6 +55,7 @@ private Q_SLOTS:
     void theScratchPadIsSavedAndCancelled();
     void theAboutWindowOpensItsLink();
     void theAboutWindowClosesOnAnyKey();
+    void theAboutWindowStaysForTabAndModifiers();
     void theProgramEndsWithTheMainWindow();
 };
 
@@ -338,7 +339,7 @@ void TestWindows::theAboutWindowClosesOnAnyKey()
     MainWindow main;
     main.start();
     settle();
-    for (const Qt::Key key : {Qt::Key_Tab, Qt::Key_F5, Qt::Key_Left, Qt::Key_Return}) {
+    for (const Qt::Key key : {Qt::Key_A, Qt::Key_F5, Qt::Key_Left, Qt::Key_Return, Qt::Key_Space}) {
         main.trigger("menuAbout");
         const QPointer<frmSplash> about = main.find<frmSplash>("frmSplash");
         about->activateWindow();
@@ -347,6 +348,23 @@ void TestWindows::theAboutWindowClosesOnAnyKey()
         settle();
         QVERIFY2(!about, qPrintable(QVariant::fromValue(key).toString()));
     }
+}
+
+void TestWindows::theAboutWindowStaysForTabAndModifiers()
+{
+    MainWindow main;
+    main.start();
+    settle();
+    main.trigger("menuAbout");
+    const QPointer<frmSplash> about = main.find<frmSplash>("frmSplash");
+    about->activateWindow();
+    QTRY_VERIFY(about->isActiveWindow());
+    const QWidget *first = about->focusWidget();
+    for (const Qt::Key key : {Qt::Key_Alt, Qt::Key_Shift, Qt::Key_Tab}) {
+        QTest::keyClick(about->focusWidget(), key);
+        QVERIFY(about->isVisible());
+    }
+    QVERIFY(about->focusWidget() != first);
 }
 
 void TestWindows::theProgramEndsWithTheMainWindow()
