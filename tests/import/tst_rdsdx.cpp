@@ -6,8 +6,6 @@
 #include <QStringList>
 #include <QTest>
 
-#include <ctime>
-
 using namespace quillon;
 using namespace Qt::StringLiterals;
 
@@ -366,21 +364,16 @@ private Q_SLOTS:
             QByteArray("D3C3|12/06/2010 14:30:22||87.6| Berlin|D|x|BAYERN3|||||\r\n"));
     }
 
-    void tenThousandLinesAreImportedFast()
+    void tenThousandLinesAreImported()
     {
         QByteArray file = header;
         for (int i = 0; i < 10'000; ++i) {
             file += lineAt("D, Berlin|x");
         }
-        const std::clock_t before = std::clock();
         const Imported result = imported(file);
         const QByteArray bytes = logbookBytes(result.log, western().codePage);
-        const auto milliseconds = (std::clock() - before) * 1000 / CLOCKS_PER_SEC;
         QCOMPARE(result.count, 10'000);
         QCOMPARE(bytes.count('\n'), 10'000);
-#if !defined(__SANITIZE_ADDRESS__)
-        QVERIFY2(milliseconds < 150, qPrintable(u"%1 ms"_s.arg(milliseconds)));
-#endif
     }
 };
 

@@ -4,8 +4,6 @@
 #include <QDir>
 #include <QTest>
 
-#include <ctime>
-
 using namespace quillon;
 using namespace quillon::test;
 using namespace Qt::StringLiterals;
@@ -195,7 +193,7 @@ private Q_SLOTS:
         QVERIFY(!result.failure);
     }
 
-    void aFolderOfTwentyThousandFilesIsListedFast()
+    void aFolderOfTwentyThousandFilesIsListed()
     {
         const TestDirectory directory;
         for (int i = 0; i < 20'000; ++i) {
@@ -208,14 +206,9 @@ private Q_SLOTS:
             QVERIFY(file.open(QIODevice::WriteOnly));
         }
         const Regional regional {CodePage(), NumberFormat(), months};
-        const std::clock_t before = std::clock();
         const RdsSpyListing result = listRdsSpyFolder(directory.path(), day(u"12/06/2010"_s), regional);
-        const auto milliseconds = (std::clock() - before) * 1000 / CLOCKS_PER_SEC;
         QCOMPARE(result.lines.size(), 714);
         QVERIFY(!result.failure);
-#if !defined(__SANITIZE_ADDRESS__)
-        QVERIFY2(milliseconds < 200, qPrintable(u"%1 ms"_s.arg(milliseconds)));
-#endif
     }
 
     void marksStandBeforeTheLine()

@@ -4,7 +4,6 @@
 #include "platform/runtimeerror.h"
 #include "ui/inet1.h"
 
-#include <QElapsedTimer>
 #include <QLoggingCategory>
 #include <QTcpServer>
 #include <QTest>
@@ -406,11 +405,8 @@ private Q_SLOTS:
     void abortedWhileTheServiceHangs()
     {
         m_service->behave({.fault = Fault::Hang, .times = 1});
-        QElapsedTimer clock;
-        clock.start();
         QTimer::singleShot(100, m_inet.get(), &Inet1::abort);
         QCOMPARE(opened(search()), u"aborted"_s);
-        QVERIFY(clock.elapsed() < 2000);
         QVERIFY(!m_inet->stillExecuting());
         QCOMPARE(opened(search()), QString::fromLatin1(line));
     }

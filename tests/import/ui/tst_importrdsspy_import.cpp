@@ -3,8 +3,6 @@
 #include <QProgressBar>
 #include <QSignalSpy>
 
-#include <ctime>
-
 using namespace quillon;
 using namespace quillon::test;
 using namespace Qt::StringLiterals;
@@ -216,18 +214,13 @@ private Q_SLOTS:
                          .arg(i, 5, 10, QChar(u'0'));
         }
         listedDay(names);
-        const std::clock_t before = std::clock();
         for (int i = 0; i < 10; ++i) {
             click(u"Command2"_s);
             click(u"Command1"_s);
             QTest::keyClick(list(), Qt::Key_Space);
         }
         importAndAnswer();
-        const auto milliseconds = (std::clock() - before) * 1000 / CLOCKS_PER_SEC;
         QCOMPARE(m_added.size(), std::size_t(rows - 1));
-#if !defined(__SANITIZE_ADDRESS__)
-        QVERIFY2(milliseconds < 3'000, qPrintable(u"%1 ms"_s.arg(milliseconds)));
-#endif
     }
 };
 
