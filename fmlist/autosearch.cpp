@@ -23,7 +23,8 @@ DayWindow dayWindow(const QString &answer, const MonthNames &months)
 
 bool isToBeSearched(const LogEntry &entry, DayWindow window)
 {
-    return window.contains(entry.dateTime) && QStringView(entry.uid).trimmed().isEmpty();
+    return entry.piCode != deletedPiCode && window.contains(entry.dateTime)
+        && QStringView(entry.uid).trimmed().isEmpty();
 }
 
 QString searchedName(SearchMode mode, const QString &rdsName)

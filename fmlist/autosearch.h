@@ -32,7 +32,7 @@ struct DayWindow
 /// The window of the day that the user typed. Throws "Type mismatch" when it is no date.
 [[nodiscard]] DayWindow dayWindow(const QString &answer, const MonthNames &months);
 
-/// True for an entry in the window that has no UID but blanks.
+/// True for an entry in the window that is not deleted and has no UID but blanks.
 [[nodiscard]] bool isToBeSearched(const LogEntry &entry, DayWindow window);
 
 /// The RDS name that a search in that mode sends.

@@ -1,5 +1,7 @@
 #include "ui/desktop.h"
 
+#include "fmlist/weblinks.h"
+
 #include <QDesktopServices>
 #include <QUrl>
 
@@ -17,6 +19,11 @@ void HyperJump(const QString &url)
 void openFile(const QString &path)
 {
     QDesktopServices::openUrl(QUrl::fromLocalFile(path));
+}
+
+void callsignLookup(const QString &urlTemplate, const QString &callsign)
+{
+    HyperJump(callsignUrl(urlTemplate, callsign));
 }
 
 } // namespace quillon

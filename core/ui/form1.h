@@ -156,7 +156,8 @@ private:
     void runAutoSearch(SearchMode mode);
     void autoSearch(SearchMode mode);
     [[nodiscard]] std::vector<qint32> entriesToSearch(const DayWindow &window);
-    void searchEntries(SearchMode mode, const std::vector<qint32> &entries, AutoSearchTally &tally);
+    void searchEntries(
+        SearchMode mode, const std::vector<qint32> &entries, const DayWindow &window, AutoSearchTally &tally);
     void searchEntry(SearchMode mode, qint32 entry, AutoSearchTally &tally);
     void searchForForm(SearchMode mode, AutoSearchTally &tally);
     [[nodiscard]] bool isLoaded(int row, qint32 entry);

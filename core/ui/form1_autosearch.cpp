@@ -65,13 +65,16 @@ void Form1::autoSearch(SearchMode mode)
     }
     AutoSearchTally tally;
     try {
-        searchEntries(mode, entriesToSearch(window), tally);
+        const std::vector<qint32> entries = entriesToSearch(window);
+        searchEntries(mode, entries, window, tally);
+        if (!entries.empty()) {
+            makeCurrent(m_ui->Grid1->rows() - 1);
+        }
     } catch (...) {
         // The program is ending, or a file cannot be written. What was found until now is kept.
         saveLogbook();
         throw;
     }
-    makeCurrent(m_ui->Grid1->rows() - 1);
     saveLogbook();
     if (tally.failed > 0) {
         m_status->setText(
@@ -80,29 +83,32 @@ void Form1::autoSearch(SearchMode mode)
     showMessage(this, updatedText(tally.updated));
 }
 
-// The entries of the window without UID, in the order of the grid's rows. Rows are told apart by their entry
-// from here on: the window stays usable, and a row can move while a request runs.
+// The entries of the window that are to be searched, in the order of the grid's rows. Rows are told apart by
+// their entry from here on: the window stays usable, and a row can move while a request runs.
 std::vector<qint32> Form1::entriesToSearch(const DayWindow &window)
 {
     std::vector<qint32> entries;
     for (int row = 1; row < m_ui->Grid1->rows(); ++row) {
-        const DateTime dateTime = toDateTime(m_ui->Grid1->text(row, GridColumn::DateTime),
-            m_options.regional.months, u"Reading row %1 of the grid"_s.arg(row));
-        if (window.contains(dateTime) && m_ui->Grid1->text(row, GridColumn::Uid).trimmed().isEmpty()) {
-            entries.push_back(m_ui->Grid1->entryOfRow(row));
+        const qint32 entry = m_ui->Grid1->entryOfRow(row);
+        if (isToBeSearched(m_log.entry(entry), window)) {
+            entries.push_back(entry);
         }
     }
     return entries;
 }
 
-void Form1::searchEntries(SearchMode mode, const std::vector<qint32> &entries, AutoSearchTally &tally)
+void Form1::searchEntries(
+    SearchMode mode, const std::vector<qint32> &entries, const DayWindow &window, AutoSearchTally &tally)
 {
     const ShownProgress progress(*m_progress, u"Searching %v of %m"_s);
     m_progress->setRange(0, static_cast<int>(entries.size()));
     int done = 0;
     for (const qint32 entry : entries) {
         m_progress->setValue(++done);
-        searchEntry(mode, entry, tally);
+        // The user can have changed or deleted it while another was searched.
+        if (isToBeSearched(m_log.entry(entry), window)) {
+            searchEntry(mode, entry, tally);
+        }
     }
 }
 

@@ -95,6 +95,9 @@ void Form1::Command1_Click()
         // The log could not grow behind the entry, which is in it.
         failure = std::current_exception();
     }
+    // The form shows no entry any more: what was loaded before must not be changed through it.
+    m_selected = -1;
+    m_loadedRow = 0;
     addTransmitterOfForm();
     lockEntryForm();
     try {

@@ -141,14 +141,12 @@ void Form1::menuFMLYouProp_Click()
     HyperJump(*url);
 }
 
-// Online Help: the manual, unless the settings name another page.
+// Online Help: the supplied manual, unless the settings name another page.
 void Form1::menuHelpOnlineHelp_Click()
 {
     const QString name = u"manual.html"_s;
     const QString &url = m_config.settings().helpUrl;
-    HyperJump(!url.isEmpty()
-            ? url
-            : findFile(m_config.applicationDir(), name).value_or(filePath(m_options.suppliedDir, name)));
+    HyperJump(!url.isEmpty() ? url : findFile(m_options.suppliedDir, name).value_or(m_config.path(name)));
 }
 
 } // namespace quillon

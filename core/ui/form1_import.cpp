@@ -2,6 +2,7 @@
 
 #include "import/rdsdx.h"
 #include "import/rdsspy.h"
+#include "import/ui/foldertext.h"
 #include "import/ui/importrdsspy.h"
 #include "import/ui/rdsdxlist.h"
 #include "platform/windowspath.h"
@@ -9,19 +10,39 @@
 #include "ui/guard.h"
 #include "ui/messages.h"
 #include "ui/openwindow.h"
+#include "ui/widgetstate.h"
 #include "ui_form1.h"
 
 #include <QFileInfo>
 #include <QLabel>
 #include <QProgressBar>
 
+#include <memory>
+#include <optional>
+
 namespace quillon {
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+RuntimeError withCount(const RuntimeError &error, qint32 count)
+{
+    return {error.name(),
+        error.doing() + u"\nReceptions of the file that are in the log in memory: "_s
+            + QString::number(count)};
+}
+
+} // namespace
+
 // RDS Spy Logs.
 void Form1::menuImportRDSSpyLog_Click()
 {
+    const QString missing = missingFolderText(
+        resolveDirectory(m_config.settings().rdsSpyDirectory, WindowsPlaces::ofProcess()), u"RDS Spy"_s);
+    if (!missing.isEmpty()) {
+        m_status->setText(missing);
+    }
     if (auto *open = openWindow<importRDSSpy>(*this)) {
         open->start();
         return;
@@ -29,13 +50,21 @@ void Form1::menuImportRDSSpyLog_Click()
     auto *window = new importRDSSpy(
         m_config, m_options.regional, [this](const RdsSpyReception &reception) { addReception(reception); },
         this);
-    connect(window, &importRDSSpy::progress, this, [this](int done, int total) {
-        m_progress->setFormat(u"Importing %v of %m"_s);
-        m_progress->setRange(0, total);
-        m_progress->setValue(done);
-        m_progress->show();
+    // The bar of an upload or an automatic search that runs stays theirs.
+    const auto bar = std::make_shared<std::unique_ptr<ShownProgress>>();
+    connect(window, &importRDSSpy::importing, this, [this, bar](bool runs) {
+        if (!runs) {
+            bar->reset();
+        } else if (m_progress->isHidden()) {
+            *bar = std::make_unique<ShownProgress>(*m_progress, u"Importing %v of %m"_s);
+        }
     });
-    connect(window, &QObject::destroyed, m_progress, &QWidget::hide);
+    connect(window, &importRDSSpy::progress, this, [this, bar](int done, int total) {
+        if (*bar) {
+            m_progress->setRange(0, total);
+            m_progress->setValue(done);
+        }
+    });
     window->start();
 }
 
@@ -47,21 +76,35 @@ void Form1::addReception(const RdsSpyReception &reception)
     m_ui->Text1->setText(reception.piCode);
     m_ui->Text8->setText(reception.rdsName);
     m_ui->Combo3->setEditText(reception.country);
-    for (QLineEdit *field : {m_ui->Text5, m_ui->Text6, m_ui->Text7, m_ui->Text10}) {
+    for (QLineEdit *field : {m_ui->Text5, m_ui->Text6, m_ui->Text7, m_ui->Text10, m_ui->uid}) {
         field->clear();
     }
-    Command1_Click();
+    m_ui->Text3->clear();
+    const qint32 before = m_log.count();
+    try {
+        Command1_Click();
+    } catch (const RuntimeError &error) {
+        if (m_log.count() == before) {
+            throw;
+        }
+        throw AddedNotSaved(error.name(), error.doing());
+    }
 }
 
 // RDSDX Log.
 void Form1::menuImportRDSDXLogCnv_Click()
 {
+    const QString folder = resolveDirectory(m_config.settings().rdsdxDirectory, WindowsPlaces::ofProcess());
+    const QString missing = missingFolderText(folder, u"RDSDX"_s);
+    if (!missing.isEmpty()) {
+        m_status->setText(missing);
+    }
     auto *window = openWindow<rdsdxlist>(*this);
     if (!window) {
         window = new rdsdxlist(
             m_options.regional.codePage, [this](const QString &file) { importRDSDXLogCnv(file); }, this);
     }
-    window->start(resolveDirectory(m_config.settings().rdsdxDirectory, WindowsPlaces::ofProcess()));
+    window->start(folder);
 }
 
 void Form1::importRDSDXLogCnv(const QString &selectedFile)
@@ -78,16 +121,33 @@ void Form1::importRDSDXLogCnv(const QString &selectedFile)
         return;
     }
     qint32 imported = 0;
+    std::optional<RuntimeError> notSaved;
     {
         const BusyPointer busy;
         const QString logbook = m_config.path(m_config.settings().logbookFileName);
         if (QFileInfo::exists(logbook)) {
             backupFile(logbook, m_config.applicationDir(), localNow(), *m_options.fileCalls);
         }
-        imported = importRdsdx(m_log, readFile(path), path, m_options.regional,
-            [this](const QString &text) { m_status->setText(text); });
-        saveLogbook();
+        const qint32 before = m_log.count();
+        try {
+            imported = importRdsdx(m_log, readFile(path), path, m_options.regional,
+                [this](const QString &text) { m_status->setText(text); });
+        } catch (const RuntimeError &error) {
+            // What was read until then is in the log: it is shown, and the next save writes it.
+            populateGrid();
+            throw withCount(error, m_log.count() - before);
+        }
+        try {
+            saveLogbook();
+        } catch (const RuntimeError &error) {
+            notSaved = withCount(error, m_log.count() - before);
+        }
         populateGrid();
+    }
+    if (notSaved) {
+        // Told here: the file is in the log, so that its window does not come back to offer it again.
+        showRuntimeError(this, *notSaved);
+        return;
     }
     showMessage(this, u"Imported %1 logs"_s.arg(imported));
     if (askYesNo(this, u"Perform FMList Auto Search?"_s, title)) {

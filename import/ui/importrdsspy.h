@@ -3,6 +3,7 @@
 #include "core/config.h"
 #include "import/rdsspy.h"
 #include "platform/regional.h"
+#include "platform/runtimeerror.h"
 
 #include <QDialog>
 
@@ -15,6 +16,13 @@ namespace Ui {
 class importRDSSpy;
 }
 
+/// A reception is in the log, but the log could not be saved.
+class AddedNotSaved : public RuntimeError
+{
+public:
+    using RuntimeError::RuntimeError;
+};
+
 /// Import RDS Spy Logs: lists the receptions that RDS Spy wrote on a day, and adds the selected ones to the
 /// log through the entry form.
 class importRDSSpy : public QDialog
@@ -23,7 +31,7 @@ class importRDSSpy : public QDialog
 
 public:
     /// Fills the entry form with a reception and presses Add; may throw a RuntimeError, which stops the
-    /// import.
+    /// import. An AddedNotSaved says that the reception is in the log all the same.
     using AddEntry = std::function<void(const RdsSpyReception &)>;
 
     /// `config` and `regional` must outlive the window.
@@ -39,6 +47,8 @@ public:
     void populateList1(const QString &folder);
 
 Q_SIGNALS:
+    /// An import begins or, whether it went well or not, is over.
+    void importing(bool runs);
     /// So many of the selected receptions are in the log.
     void progress(int done, int total);
 
@@ -66,7 +76,8 @@ private:
     void replaceRow(int row, const QString &line);
     void importSelected();
     void importRow(int row);
-    [[nodiscard]] RuntimeError failedAt(int row, int done, int total, const RuntimeError &error);
+    [[nodiscard]] RuntimeError failedAt(
+        int row, int done, int total, const RuntimeError &error, bool isInLog);
     [[nodiscard]] QStringList lines() const;
     [[nodiscard]] int selectedCount() const;
     void setLines(const QStringList &lines);

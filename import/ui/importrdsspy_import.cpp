@@ -26,11 +26,13 @@ public:
     {
         m_window.m_importing = true;
         enable(false);
-        QCoreApplication::processEvents();
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
         m_ui.pages->setCurrentWidget(m_ui.progressPage);
+        Q_EMIT m_window.importing(true);
     }
     ~Importing()
     {
+        Q_EMIT m_window.importing(false);
         m_ui.pages->setCurrentWidget(m_ui.listPage);
         enable(true);
         m_ui.List1->setFocus();
@@ -81,8 +83,10 @@ void importRDSSpy::importSelected()
         }
         try {
             importRow(row);
+        } catch (const AddedNotSaved &error) {
+            throw failedAt(row, done, total, error, true);
         } catch (const RuntimeError &error) {
-            throw failedAt(row, done, total, error);
+            throw failedAt(row, done, total, error, false);
         }
         ++done;
         ui->progressBar->setValue(done);
@@ -101,17 +105,22 @@ void importRDSSpy::importRow(int row)
 }
 
 // The rows that are in the log already are deselected, so that Import can go on with the rest.
-RuntimeError importRDSSpy::failedAt(int row, int done, int total, const RuntimeError &error)
+RuntimeError importRDSSpy::failedAt(int row, int done, int total, const RuntimeError &error, bool isInLog)
 {
     const QString line = ui->List1->text(row);
     QString doing = u"Importing reception %1 of %2, \"%3\": %4"_s.arg(
         QString::number(done + 1), QString::number(total), QString(line).replace(u'\t', u' '), error.doing());
-    if (done > 0) {
+    if (done > 0 || isInLog) {
         QStringList all = lines();
-        std::transform(all.begin(), all.begin() + row, all.begin(), marked);
+        std::transform(all.begin(), all.begin() + row + (isInLog ? 1 : 0), all.begin(), marked);
         std::ranges::sort(all);
         setLines(all);
-        ui->List1->setListIndex(static_cast<int>(all.indexOf(line)));
+        ui->List1->setListIndex(static_cast<int>(all.indexOf(isInLog ? marked(line) : line)));
+    }
+    if (isInLog) {
+        doing += u"\nIt is in the log, and not selected any more: the next save writes it."_s;
+    }
+    if (done > 0) {
         doing += u"\nThe %1 before it are in the log, and not selected any more."_s.arg(done);
     }
     return {error.name(), doing};

@@ -66,6 +66,10 @@ private Q_SLOTS:
         entry.uid = u"4711"_s;
         QVERIFY(!isToBeSearched(entry, window));
         entry.uid.clear();
+        entry.piCode = u"delete"_s;
+        QVERIFY(!isToBeSearched(entry, window));
+        entry.piCode = u"D3C1"_s;
+        QVERIFY(isToBeSearched(entry, window));
         entry.dateTime = at(u"14/06/2010 10:00:00"_s);
         QVERIFY(!isToBeSearched(entry, window));
     }

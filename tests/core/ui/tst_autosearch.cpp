@@ -47,6 +47,7 @@ private Q_SLOTS:
     void failedRequestsCountAsNoMatch();
     void anEntryWithoutAFrequencyIsMarkedWithoutAsking();
     void anEntryMarkedBeforeIsSearchedAgain();
+    void withNothingToSearchTheChosenRowStays();
 
 private:
     // Runs it for the 12th of June 2010 and answers its boxes.
@@ -304,6 +305,19 @@ void TestAutoSearch::anEntryMarkedBeforeIsSearchedAgain()
     QCOMPARE(m_window->asked().size(), 1);
     QCOMPARE(m_window->logbook(), QByteArray(severalAfter).replace("fml=multi#", "fml=none#"));
     QCOMPARE(m_window->grid().text(1, GridColumn::FMList), u"None"_s);
+}
+
+void TestAutoSearch::withNothingToSearchTheChosenRowStays()
+{
+    const QByteArray later = QByteArray(unknown).replace("12/06", "20/06");
+    m_window->open(identified + later);
+    m_window->clickRow(1);
+    run();
+    QCOMPARE(boxes(), QStringList {u"Updated 0 entries"_s});
+    QCOMPARE(m_window->asked(), QByteArrayList());
+    QCOMPARE(m_window->form().selected(), 0);
+    QCOMPARE(m_window->grid().row(), 1);
+    QCOMPARE(m_window->logbook(), identified + later);
 }
 
 QTEST_MAIN(TestAutoSearch)

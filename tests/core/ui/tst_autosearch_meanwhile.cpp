@@ -1,5 +1,7 @@
 #include "fmlistwindow.h"
 
+#include <QLineEdit>
+
 using namespace Qt::StringLiterals;
 using namespace quillon;
 using namespace quillon::standin;
@@ -21,6 +23,8 @@ private Q_SLOTS:
     void beginningANewEntryWhileARequestRuns_data();
     void beginningANewEntryWhileARequestRuns();
     void deletingTheEntryWhileItsRequestRuns();
+    void anEntryChangedBeforeItsTurnIsLookedAtAgain_data();
+    void anEntryChangedBeforeItsTurnIsLookedAtAgain();
     void updatingTheEntryWhileItsRequestRuns();
     void aHalfTypedDateDoesNotStopIt();
     void closingInTheMiddleKeepsWhatWasFound();
@@ -124,6 +128,38 @@ void TestAutoSearchMeanwhile::deletingTheEntryWhileItsRequestRuns()
     QCOMPARE(m_window->logbook(), unknownAfter);
     QCOMPARE(m_window->piCodes(), QStringList({u"delete"_s, u"AAAA"_s}));
     QVERIFY(m_window->directory.read(u"autoupdate.log"_s).isNull());
+}
+
+void TestAutoSearchMeanwhile::anEntryChangedBeforeItsTurnIsLookedAtAgain_data()
+{
+    QTest::addColumn<QString>("field");
+    QTest::addColumn<QString>("value");
+    QTest::addColumn<QString>("button");
+    QTest::addColumn<QByteArray>("after");
+    QTest::newRow("deleted") << u"Text8"_s << u"FIP"_s << u"Command15"_s << ""_ba;
+    QTest::newRow("identified") << u"uid"_s << u"501"_s << u"Command3"_s
+                                << "F201|12/06/2010 12:00:00|Es|90.0||TBD||FIP||||501|\r\n"_ba;
+    QTest::newRow("of another day") << u"Text2"_s << u"14/06/2010 12:00:00"_s << u"Command3"_s
+                                    << "F201|14/06/2010 12:00:00|Es|90.0||TBD||FIP|||||\r\n"_ba;
+}
+
+void TestAutoSearchMeanwhile::anEntryChangedBeforeItsTurnIsLookedAtAgain()
+{
+    QFETCH(QString, field);
+    QFETCH(QString, value);
+    QFETCH(QString, button);
+    QFETCH(QByteArray, after);
+    m_window->open(unknown + several);
+    m_window->answerSlowly();
+    m_window->duringRequest(1, [&] {
+        m_window->clickRow(2);
+        m_window->find<QLineEdit>(field)->setText(value);
+        m_window->click(button);
+    });
+    run();
+    QCOMPARE(m_window->asked().size(), 1);
+    QCOMPARE(boxes(), QStringList {u"Updated 0 entries"_s});
+    QCOMPARE(m_window->logbook(), unknownAfter + after);
 }
 
 void TestAutoSearchMeanwhile::updatingTheEntryWhileItsRequestRuns()

@@ -1,5 +1,9 @@
 #include "fmlistwindow.h"
 
+#include "import/ui/importrdsspy.h"
+
+#include <QPushButton>
+
 using namespace Qt::StringLiterals;
 using namespace quillon;
 using namespace quillon::test;
@@ -25,6 +29,7 @@ private Q_SLOTS:
     void yesAddsTheEntryThatIsBeingTyped();
     void enterOnAResultTakesItToo();
     void withNothingSelectedOnlyTheFormIsFilled();
+    void afterAnImportOnlyTheFormIsFilled();
     void aDeletedRowCanStillBeWrittenOver();
 
 private:
@@ -127,6 +132,26 @@ void TestFmlistResult::withNothingSelectedOnlyTheFormIsFilled()
     QCOMPARE(m_window->text("Text5"), u"Berlin (Alex)"_s);
     QCOMPARE(m_window->logbook(), oneEntry);
     QCOMPARE(m_window->grid().rows(), 2);
+}
+
+void TestFmlistResult::afterAnImportOnlyTheFormIsFilled()
+{
+    m_window->directory.write(u"spy/2010-06-13 08-00-00 1111 A.txt"_s, {});
+    m_window->open(oneEntry, "RDSSPY_LOGS=" + m_window->directory.file(u"spy"_s).toLocal8Bit() + "\r\n");
+    search();
+    m_window->answers.type(u"13/06/2010"_s);
+    m_window->trigger("menuImportRDSSpyLog");
+    QTest::mouseClick(m_window->find<importRDSSpy>("importRDSSpy")->findChild<QPushButton *>(u"Command3"_s),
+        Qt::LeftButton);
+    const QByteArray imported = m_window->logbook();
+    QVERIFY2(imported.startsWith(QByteArray(oneEntry + "1111|13/06/2010 08:00:00|")), imported.constData());
+    QCOMPARE(m_window->form().selected(), -1);
+    (void)m_window->answers.takeTexts();
+    m_window->answers.press(QMessageBox::Yes);
+    m_window->doubleClickResult(0);
+    QCOMPARE(m_window->answers.takeTexts(), QStringList {question});
+    QCOMPARE(m_window->text("uid"), u"4711"_s);
+    QCOMPARE(m_window->logbook(), imported);
 }
 
 void TestFmlistResult::aDeletedRowCanStillBeWrittenOver()

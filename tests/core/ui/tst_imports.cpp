@@ -27,7 +27,11 @@ private Q_SLOTS:
     void whatAddRefusesIsToldAndTheRestIsAdded();
     void aWrongOffsetIsStoredAndStopsTheImport();
     void aFailureHalfWayKeepsWhatWasImported();
+    void aFirstReceptionThatIsNotSavedIsNotImportedAgain();
     void theProgressBarShowsTheImport();
+    void theProgressBarIsHiddenAfterAFailure();
+    void theProgressBarOfAnotherRunStays();
+    void aMissingFolderIsToldInTheStatus();
 };
 
 void TestImports::theMenuOpensOneRdsSpyWindow()
@@ -87,11 +91,15 @@ void TestImports::theEntryFormIsAsAfterAdd()
 {
     ImportingWindow window;
     window.spy(u"2010-06-12 18-22-05 D3C3 RADIO 1.txt"_s);
-    window.start(oldEntry, "Bilbao|E|43.2630|-2.9350|812.4|\r\n");
+    const QByteArray loaded = QByteArray(oldEntry).replace("|E||RNE_1", "|E|heard well|RNE_1");
+    window.start(loaded, "Bilbao|E|43.2630|-2.9350|812.4|\r\n");
     window.clickRow(1);
     QCOMPARE(window.yellow().size(), 12);
     ImportingWindow::press(window.openSpy(u"12/06/2010"_s), u"Command3"_s);
-    for (const char *name : {"Text5", "Text6", "Text7", "Text10"}) {
+    // Only the propagation of the loaded entry stays.
+    QCOMPARE(window.logbook(), loaded + "D3C3|12/06/2010 18:22:05|Tropo|87.5||TBD||RADIO 1|||||\r\n");
+    QCOMPARE(window.form().selected(), -1);
+    for (const char *name : {"Text5", "Text6", "Text7", "Text10", "uid", "Text3"}) {
         QCOMPARE(window.text(name), u""_s);
     }
     QCOMPARE(window.text("Combo3"), u"TBD"_s);
@@ -176,9 +184,44 @@ void TestImports::aFailureHalfWayKeepsWhatWasImported()
     QVERIFY(dialog->isVisible());
 
     // What the file missed is written by the next save.
+    QVERIFY2(
+        texts.last().endsWith(u"\nIt is in the log, and not selected any more: the next save writes it.\n"
+                              u"The 2 before it are in the log, and not selected any more."_s),
+        qPrintable(texts.last()));
     window.calls.failSync = 0;
     window.form().saveLogbook();
-    QCOMPARE(window.logbook(), oldEntry + twoImported + "1112|12/06/2010 18:22:02||87.5||TBD||A|||||\r\n");
+    const QByteArray threeImported = twoImported + "1112|12/06/2010 18:22:02||87.5||TBD||A|||||\r\n";
+    QCOMPARE(window.logbook(), oldEntry + threeImported);
+
+    // Import goes on with the rest.
+    disconnect(dialog, &importRDSSpy::progress, dialog, nullptr);
+    ImportingWindow::press(dialog, u"Command3"_s);
+    QCOMPARE(window.answers.takeTexts(), QStringList {u"Imported"_s});
+    QCOMPARE(window.logbook(),
+        oldEntry + threeImported
+            + "1113|12/06/2010 18:22:03||87.5||TBD||A|||||\r\n"
+              "1114|12/06/2010 18:22:04||87.5||TBD||A|||||\r\n");
+}
+
+void TestImports::aFirstReceptionThatIsNotSavedIsNotImportedAgain()
+{
+    ImportingWindow window;
+    window.spy(u"2010-06-12 18-22-05 1111 A.txt"_s);
+    window.spy(u"2010-06-12 18-22-06 2222 B.txt"_s);
+    window.start(oldEntry);
+    auto *dialog = window.openSpy(u"12/06/2010"_s);
+    const auto diskFull = connect(dialog, &importRDSSpy::importing, dialog,
+        [&window](bool runs) { window.calls.failSync = runs ? ENOSPC : 0; });
+    ImportingWindow::press(dialog, u"Command3"_s);
+    disconnect(diskFull);
+    const auto *list = dialog->findChild<ResultList *>(u"List1"_s);
+    QCOMPARE(list->text(0), u"*2010/06/12 18:22:05\t1111\tA"_s);
+    QCOMPARE(list->text(1), u"2010/06/12 18:22:06\t2222\tB"_s);
+    ImportingWindow::press(dialog, u"Command3"_s);
+    QCOMPARE(window.logbook(),
+        oldEntry
+            + "1111|12/06/2010 18:22:05||87.5||TBD||A|||||\r\n"
+              "2222|12/06/2010 18:22:06||87.5||TBD||B|||||\r\n");
 }
 
 void TestImports::theProgressBarShowsTheImport()
@@ -191,11 +234,61 @@ void TestImports::theProgressBarShowsTheImport()
     auto *dialog = window.openSpy(u"12/06/2010"_s);
     const auto *bar = window.find<QProgressBar>("progress");
     QStringList shown;
+    bool atStart = false;
+    bool atEnd = true;
     connect(dialog, &importRDSSpy::progress, dialog,
         [&] { shown += bar->isVisible() ? bar->text() : u"hidden"_s; });
+    connect(dialog, &importRDSSpy::importing, dialog,
+        [&](bool runs) { (runs ? atStart : atEnd) = bar->isVisible(); });
     ImportingWindow::press(dialog, u"Command3"_s);
     QCOMPARE(shown, (QStringList {u"Importing 1 of 3"_s, u"Importing 2 of 3"_s, u"Importing 3 of 3"_s}));
-    QTRY_VERIFY(!bar->isVisible());
+    QVERIFY(atStart);
+    QVERIFY(!atEnd);
+    QVERIFY(!bar->isVisible());
+}
+
+void TestImports::theProgressBarIsHiddenAfterAFailure()
+{
+    ImportingWindow window;
+    window.spy(u"2010-06-12 18-22-05 1111 A.txt"_s);
+    window.spy(u"2010-06-12 18-22-06 2222 B.txt"_s);
+    window.start();
+    auto *dialog = window.openSpy(u"12/06/2010"_s);
+    connect(dialog, &importRDSSpy::progress, dialog, [&window] { window.calls.failSync = ENOSPC; });
+    ImportingWindow::press(dialog, u"Command3"_s);
+    QVERIFY(dialog->isVisible());
+    QVERIFY(!window.find<QProgressBar>("progress")->isVisible());
+}
+
+void TestImports::theProgressBarOfAnotherRunStays()
+{
+    ImportingWindow window;
+    window.spy(u"2010-06-12 18-22-05 1111 A.txt"_s);
+    window.start();
+    const QPointer<importRDSSpy> dialog = window.openSpy(u"12/06/2010"_s);
+    auto *bar = window.find<QProgressBar>("progress");
+    bar->setFormat(u"Uploading %v of %m"_s);
+    bar->setRange(0, 7);
+    bar->setValue(4);
+    bar->show();
+    ImportingWindow::press(dialog, u"Command3"_s);
+    QTRY_VERIFY(!dialog);
+    QVERIFY(bar->isVisible());
+    QCOMPARE(bar->text(), u"Uploading 4 of 7"_s);
+}
+
+void TestImports::aMissingFolderIsToldInTheStatus()
+{
+    ImportingWindow window;
+    window.start();
+    window.openSpy({});
+    QCOMPARE(window.text("status"),
+        u"There is no folder %1. Set the RDS Spy directory in the menu Setup, under Directories."_s.arg(
+            window.directory.file(u"spy"_s)));
+    window.openDx();
+    QCOMPARE(window.text("status"),
+        u"There is no folder %1. Set the RDSDX directory in the menu Setup, under Directories."_s.arg(
+            window.directory.file(u"dx"_s)));
 }
 
 QTEST_MAIN(TestImports)

@@ -42,6 +42,7 @@ private Q_SLOTS:
     void theQuestionStartsTheAutomaticSearch();
     void aFailingSearchDoesNotOfferTheImportAgain();
     void aFailingSaveIsTold();
+    void anImportThatIsNotSavedIsShownAndNotOfferedAgain();
 };
 
 void TestRdsdxImports::theMenuOpensOneRdsdxWindow()
@@ -205,8 +206,11 @@ void TestRdsdxImports::aFailingLineLeavesTheOldLogbookAndABackup()
         QCOMPARE(window.copies().size(), 1);
         QCOMPARE(window.directory.read(window.copies().first()), oldEntry);
         QCOMPARE(window.form().log().count(), 3);
+        QCOMPARE(window.piCodes(), (QStringList {u"C2A2"_s, u"5279"_s, u"D3C3"_s}));
+        QVERIFY(texts.last().endsWith(u"\nReceptions of the file that are in the log in memory: 2"_s));
     } else {
         QCOMPARE(window.form().log().count(), 1);
+        QVERIFY(texts.last().endsWith(u"\nReceptions of the file that are in the log in memory: 0"_s));
     }
     // The window is back, so that another file can be chosen.
     QVERIFY(dialog->isVisible());
@@ -261,6 +265,29 @@ void TestRdsdxImports::aFailingSaveIsTold()
     QVERIFY(window.answers.takeTexts().last().startsWith(u"Run-time error: Device"_s));
     QCOMPARE(window.logbook(), oldEntry);
     QCOMPARE(window.directory.names(), (QStringList {u"LOGBOOK.INI"_s, u"RDSLog.log"_s, u"dx"_s}));
+}
+
+void TestRdsdxImports::anImportThatIsNotSavedIsShownAndNotOfferedAgain()
+{
+    ImportingWindow window;
+    window.directory.write(u"dx/20100612.txt"_s, rdsdxHeader + rdsdxLines);
+    window.start();
+    window.answers.doing([&window](QWidget *box) {
+        window.calls.failSync = ENOSPC;
+        QTest::mouseClick(qobject_cast<QMessageBox *>(box)->button(QMessageBox::Yes), Qt::LeftButton);
+    });
+    const QPointer<rdsdxlist> dialog = window.openDx();
+    ImportingWindow::press(dialog, u"OKButton"_s);
+    const QStringList texts = window.answers.takeTexts();
+    QCOMPARE(texts.size(), 2);
+    QVERIFY2(texts.last().startsWith(u"Run-time error: Disk full\n"_s), qPrintable(texts.last()));
+    QVERIFY2(texts.last().endsWith(u"\nReceptions of the file that are in the log in memory: 2"_s),
+        qPrintable(texts.last()));
+    QCOMPARE(window.piCodes(), (QStringList {u"C2A2"_s, u"5279"_s}));
+    QVERIFY(!dialog || !dialog->isVisible());
+    window.calls.failSync = 0;
+    window.form().saveLogbook();
+    QCOMPARE(window.logbook(), rdsdxEntries);
 }
 
 QTEST_MAIN(TestRdsdxImports)
