@@ -1,6 +1,7 @@
 #include "core/config.h"
 
 #include "platform/files.h"
+#include "platform/runtimeerror.h"
 
 #include <QFile>
 
@@ -201,8 +202,10 @@ void Config::createDefaultConfig()
 
 void Config::readConfig()
 {
+    const QString ini = iniPath();
     setDefaults(m_settings);
-    readSettings(m_codePage.decode(readFile(iniPath())), m_settings);
+    readSettings(m_codePage.decode(readFile(ini)), m_settings);
+    removeLeftover(ini);
 }
 
 void Config::changeConfig(const QString &key, const QString &value, bool upCase)
@@ -214,7 +217,15 @@ void Config::changeConfig(const QString &key, const QString &value, bool upCase)
         m_codePage.appendEncoded(bytes, item);
         bytes += "\r\n";
     }
-    writeFile(ini, bytes, m_calls);
+    try {
+        writeFile(ini, bytes, m_calls);
+    } catch (const RuntimeError &) {
+        // The last step can fail when the new file already stands in its place.
+        if (fileHolds(ini, bytes)) {
+            readConfig();
+        }
+        throw;
+    }
     // An older version of the program may have left its temporary copy.
     if (const auto temporary = findFile(m_applicationDir, u"logbook.tmp"_s)) {
         QFile::remove(*temporary);

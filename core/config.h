@@ -75,10 +75,12 @@ public:
     [[nodiscard]] bool exists() const;
     /// Writes the default file of one line. Throws the run-time error of a failing write.
     void createDefaultConfig();
-    /// Sets the defaults, then reads the file. Throws when it cannot be read.
+    /// Sets the defaults, then reads the file, and removes what a writing that was killed left beside it.
+    /// Throws when it cannot be read.
     void readConfig();
     /// Rewrites one key, which includes its "=", and reads all settings again. Throws when the file cannot be
-    /// read or written; it then stands as it was.
+    /// read or written; file and settings then stand as they were, unless only the sync of the directory
+    /// failed: both then hold the change.
     void changeConfig(const QString &key, const QString &value, bool upCase = false);
 
     /// Stores nothing: the map directory stays at its default.

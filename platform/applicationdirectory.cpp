@@ -5,12 +5,69 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QStandardPaths>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <sys/stat.h>
+#include <system_error>
 
 namespace quillon {
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+// A directory that is filled before it gets its name; gone with all that is in it unless it was renamed.
+class NewDirectory
+{
+public:
+    explicit NewDirectory(const QString &target)
+        : m_doing(u"Creating the directory "_s + target)
+        , m_target(QFile::encodeName(target))
+    {
+        const QString above = QFileInfo(target).path();
+        std::error_code error;
+        std::filesystem::create_directories(QFile::encodeName(above).toStdString(), error);
+        if (error) {
+            throw systemError(error.value(), m_doing);
+        }
+        QByteArray name = QFile::encodeName(above + u"/.quillon-XXXXXX"_s);
+        check(::mkdtemp(name.data()) ? 0 : -1);
+        m_shelter = QFile::decodeName(name);
+        // The shelter is closed to others; what is filled gets the usual mode bits.
+        if (::mkdir(QFile::encodeName(path()).constData(), 0777) != 0) {
+            const int code = errno;
+            QDir(m_shelter).removeRecursively();
+            throw systemError(code, m_doing);
+        }
+    }
+    ~NewDirectory() { QDir(m_shelter).removeRecursively(); }
+    NewDirectory(const NewDirectory &) = delete;
+    NewDirectory &operator=(const NewDirectory &) = delete;
+
+    [[nodiscard]] QString path() const { return m_shelter + u"/new"_s; }
+
+    void commit() const { check(::rename(QFile::encodeName(path()).constData(), m_target.constData())); }
+
+private:
+    void check(int result) const
+    {
+        if (result < 0) {
+            throw systemError(errno, m_doing);
+        }
+    }
+
+    QString m_doing;
+    QByteArray m_target;
+    QString m_shelter;
+};
+
+} // namespace
 
 DirectoryChoice directoryChoiceOfProcess(const QString &option)
 {
@@ -40,7 +97,7 @@ QString suppliedDirectory()
     return QDir::cleanPath(QCoreApplication::applicationDirPath() + u"/../share/quillon"_s);
 }
 
-void prepareApplicationDirectory(const QString &directory, const QString &supplied)
+void prepareApplicationDirectory(const QString &directory, const QString &supplied, FileCalls &calls)
 {
     if (QFileInfo::exists(directory)) {
         if (!QFileInfo(directory).isDir()) {
@@ -48,13 +105,12 @@ void prepareApplicationDirectory(const QString &directory, const QString &suppli
         }
         return;
     }
-    if (!QDir().mkpath(directory)) {
-        throw RuntimeError(ErrorName::PathNotFound, u"Creating the directory "_s + directory);
-    }
+    const NewDirectory created(directory);
     const QStringList names = QDir(supplied).entryList(QDir::Files, QDir::Name);
     for (const QString &name : names) {
-        copyFile(filePath(supplied, name), filePath(directory, name));
+        copyFile(filePath(supplied, name), filePath(created.path(), name), calls);
     }
+    created.commit();
 }
 
 } // namespace quillon

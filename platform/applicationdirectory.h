@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/filecalls.h"
+
 #include <QString>
 
 namespace quillon {
@@ -24,7 +26,9 @@ struct DirectoryChoice
 [[nodiscard]] QString suppliedDirectory();
 
 /// Creates `directory` and copies the supplied files into it when it does not exist; leaves an existing one
-/// as it is. Throws the run-time error of what failed.
-void prepareApplicationDirectory(const QString &directory, const QString &supplied);
+/// as it is. Throws the run-time error of what failed; there is no directory then, so that the next start
+/// tries anew.
+void prepareApplicationDirectory(
+    const QString &directory, const QString &supplied, FileCalls &calls = FileCalls::real());
 
 } // namespace quillon

@@ -12,6 +12,11 @@ namespace quillon {
 
 using namespace Qt::StringLiterals;
 
+int FileCalls::mayWrite(const QByteArray &path)
+{
+    return ::access(path.constData(), W_OK);
+}
+
 int FileCalls::openNameless(const QByteArray &directory, mode_t mode)
 {
     return ::open(directory.constData(), O_TMPFILE | O_WRONLY | O_CLOEXEC, mode);

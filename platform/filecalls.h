@@ -17,6 +17,8 @@ public:
     FileCalls &operator=(const FileCalls &) = delete;
     virtual ~FileCalls() = default;
 
+    /// Whether the file of this name may be written: 0 when it may.
+    virtual int mayWrite(const QByteArray &path);
     /// An open file in `directory` that has no name yet.
     virtual int openNameless(const QByteArray &directory, mode_t mode);
     /// A new file of this name; fails when there is one.

@@ -81,6 +81,15 @@ QByteArray readFile(const QString &path)
     return bytes;
 }
 
+bool fileHolds(const QString &path, QByteArrayView bytes)
+{
+    try {
+        return readFile(path) == bytes;
+    } catch (const RuntimeError &) {
+        return false;
+    }
+}
+
 void copyFile(const QString &from, const QString &to, FileCalls &calls)
 {
     writeFile(to, readFile(from), calls);

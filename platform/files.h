@@ -24,8 +24,12 @@ namespace quillon {
 /// The whole content of a file of at most 1 GiB. Throws the run-time error of what failed, with the path.
 [[nodiscard]] QByteArray readFile(const QString &path);
 
+/// True when the file can be read and holds exactly these bytes.
+[[nodiscard]] bool fileHolds(const QString &path, QByteArrayView bytes);
+
 /// Writes the file whole: beside it, synced, renamed over it, directory synced. Follows a symbolic link and
-/// keeps the mode bits. When it throws, the old file stands as it was and nothing else is left behind.
+/// keeps the mode bits. When it throws, the old file stands as it was and nothing else is left behind; when
+/// only the sync of the directory failed, the new file stands already.
 void writeFile(const QString &path, QByteArrayView bytes, FileCalls &calls = FileCalls::real());
 
 /// Adds the bytes to the end of the file, creating it when there is none.

@@ -59,6 +59,10 @@ public:
         if (exists && S_ISDIR(old.st_mode)) {
             throw systemError(EISDIR, m_doing);
         }
+        if (exists) {
+            // A rename would replace a file that its owner has locked.
+            check(m_calls.mayWrite(m_target));
+        }
         m_file = m_calls.openNameless(m_directory, newFileMode);
         if (m_file < 0 && (errno == EOPNOTSUPP || errno == EISDIR || errno == EINVAL)) {
             // Not every file system knows nameless files.
@@ -121,7 +125,9 @@ public:
         check(m_calls.close(file));
         check(m_calls.rename(m_name, m_target));
         m_named = false;
-        check(m_calls.syncDirectory(m_directory));
+        const int synced = m_calls.syncDirectory(m_directory);
+        // Not every file system can sync a directory.
+        check(synced < 0 && (errno == EINVAL || errno == ENOTSUP) ? 0 : synced);
     }
 
 private:
@@ -155,9 +161,12 @@ void appendToFile(const QString &path, QByteArrayView bytes)
 {
     const QString doing = u"Writing "_s + path;
     QFile file(path);
+    // The toolkit can fail without a system call that sets it.
+    errno = 0;
     if (!file.open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Unbuffered)) {
         throw systemError(errno ? errno : EIO, doing);
     }
+    errno = 0;
     if (file.write(bytes.data(), bytes.size()) != bytes.size()) {
         throw systemError(errno ? errno : ENOSPC, doing);
     }

@@ -1,5 +1,7 @@
 #include "platform/keptfile.h"
 
+#include "platform/runtimeerror.h"
+
 namespace quillon {
 
 KeptFile::KeptFile(FileCalls &calls)
@@ -9,19 +11,31 @@ KeptFile::KeptFile(FileCalls &calls)
 
 void KeptFile::readWhole(const QString &path, const FileState &state)
 {
-    m_known = Known {path, state};
+    m_known.insert(path, state);
 }
 
 std::optional<QString> KeptFile::save(const QString &path, const QString &directory, QByteArrayView bytes)
 {
     const std::optional<FileState> there = fileState(path);
     std::optional<QString> copy;
-    if (there && !(m_known && m_known->path == path && m_known->state == *there)) {
+    const auto known = m_known.constFind(path);
+    if (there && (known == m_known.cend() || *known != *there)) {
         copy = backupFile(path, directory, localNow(), m_calls);
+        // When the writing fails, the next try needs no second copy.
+        m_known.insert(path, *there);
     }
-    writeFile(path, bytes, m_calls);
+    try {
+        writeFile(path, bytes, m_calls);
+    } catch (const RuntimeError &) {
+        // The last step can fail when the new file already stands in its place.
+        const std::optional<FileState> now = fileState(path);
+        if (now && now != there && fileHolds(path, bytes)) {
+            m_known.insert(path, *now);
+        }
+        throw;
+    }
     if (const std::optional<FileState> written = fileState(path)) {
-        m_known = Known {path, *written};
+        m_known.insert(path, *written);
     }
     return copy;
 }

@@ -3,6 +3,7 @@
 #include "platform/files.h"
 
 #include <QByteArrayView>
+#include <QHash>
 #include <QString>
 
 #include <optional>
@@ -20,18 +21,13 @@ public:
 
     /// Writes the file whole. A file at `path` that this run did not itself read whole or write is first
     /// copied to a dated ".bak" in `directory`; the copy's path is the result. Throws the run-time error of
-    /// what failed; the old file then stands as it was.
+    /// what failed; the old file then stands as it was, unless only the sync of its directory failed.
     std::optional<QString> save(const QString &path, const QString &directory, QByteArrayView bytes);
 
 private:
-    struct Known
-    {
-        QString path;
-        FileState state;
-    };
-
     FileCalls &m_calls;
-    std::optional<Known> m_known;
+    /// The state, for each path, of which nothing is lost when the file is replaced.
+    QHash<QString, FileState> m_known;
 };
 
 } // namespace quillon

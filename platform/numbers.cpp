@@ -77,7 +77,8 @@ NumberFormat NumberFormat::fromEnvironment()
     for (const char *name : {"LC_ALL", "LC_NUMERIC", "LANG"}) {
         const QString value = qEnvironmentVariable(name);
         if (!value.isEmpty()) {
-            return {QLocale(value).decimalPoint().at(0)};
+            // The log knows no other sign than these two.
+            return {QLocale(value).decimalPoint() == u"," ? u',' : u'.'};
         }
     }
     return {};

@@ -38,6 +38,8 @@ QString errorText(ErrorName name)
         return u"The service answered with an error"_s;
     case ErrorName::InvalidProcedureCall:
         return u"Invalid procedure call"_s;
+    case ErrorName::InternalError:
+        return u"Internal error"_s;
     }
     return {};
 }

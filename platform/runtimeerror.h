@@ -23,6 +23,7 @@ enum class ErrorName {
     CannotReachService,
     ServiceError,
     InvalidProcedureCall,
+    InternalError,
 };
 
 /// The words of an error name, for instance "Type mismatch".

@@ -4,6 +4,7 @@
 #include "ui/messages.h"
 #include "ui/requestaborted.h"
 
+#include <exception>
 #include <utility>
 
 class QWidget;
@@ -12,7 +13,7 @@ namespace quillon {
 
 /// Does the work of an event handler. The run-time error that stops it is shown here, at the event boundary,
 /// and the program goes on. A request that was ended on purpose stops it without a word. True when the work
-/// was done.
+/// was done. Any other exception, such as exhausted memory, is shown as an internal error.
 template<typename Work>
 bool guarded(QWidget *parent, Work &&work)
 {
@@ -23,6 +24,10 @@ bool guarded(QWidget *parent, Work &&work)
         showRuntimeError(parent, error);
         return false;
     } catch (const RequestAborted &) {
+        return false;
+    } catch (const std::exception &error) {
+        showRuntimeError(
+            parent, RuntimeError(ErrorName::InternalError, QString::fromLocal8Bit(error.what())));
         return false;
     }
 }

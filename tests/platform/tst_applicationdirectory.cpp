@@ -1,5 +1,6 @@
 #include "platform/applicationdirectory.h"
 #include "platform/runtimeerror.h"
+#include "support/faultycalls.h"
 #include "support/testfiles.h"
 
 #include <QDir>
@@ -61,6 +62,32 @@ private Q_SLOTS:
             (QStringList {u"country.lst"_s, u"page.htm"_s}));
         QCOMPARE(home.read(u"deep/down/country.lst"_s), "D\r\nAUT\r\n"_ba);
         QCOMPARE(home.read(u"deep/down/page.htm"_s), "<html>"_ba);
+    }
+
+    void aDirectoryThatCannotBeFilledIsGone()
+    {
+        const TestDirectory supplied;
+        supplied.write(u"a.lst"_s, "one");
+        supplied.write(u"b.lst"_s, "two");
+        bool succeeded = false;
+        for (int failing = 1; !succeeded; ++failing) {
+            QVERIFY(failing < 100);
+            const TestDirectory home;
+            FaultyCalls calls(failing, ENOSPC);
+            try {
+                prepareApplicationDirectory(home.file(u"log"_s), supplied.path(), calls);
+                succeeded = true;
+                QVERIFY(failing > 2);
+            } catch (const RuntimeError &error) {
+                QCOMPARE(error.name(), ErrorName::DiskFull);
+                const auto all = QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot;
+                QCOMPARE(QDir(home.path()).entryList(all), QStringList());
+                // The next start tries anew.
+                prepareApplicationDirectory(home.file(u"log"_s), supplied.path());
+            }
+            QCOMPARE(home.read(u"log/a.lst"_s), "one"_ba);
+            QCOMPARE(home.read(u"log/b.lst"_s), "two"_ba);
+        }
     }
 
     void anExistingDirectoryGetsNothing()

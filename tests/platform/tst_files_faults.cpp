@@ -9,6 +9,7 @@
 #include <csignal>
 #include <functional>
 #include <sys/resource.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -204,6 +205,74 @@ private Q_SLOTS:
         QCOMPARE(code, 0);
         QCOMPARE(home.read(u"log"_s), "old"_ba);
         QCOMPARE(home.names(), QStringList(u"log"_s));
+    }
+
+    void aDirectoryThatCannotBeSyncedIsNoFailure_data()
+    {
+        QTest::addColumn<int>("code");
+        QTest::addColumn<bool>("works");
+        QTest::newRow("invalid") << EINVAL << true;
+        QTest::newRow("not supported") << ENOTSUP << true;
+        QTest::newRow("input/output error") << EIO << false;
+    }
+
+    void aDirectoryThatCannotBeSyncedIsNoFailure()
+    {
+        class NoSync : public FileCalls
+        {
+        public:
+            explicit NoSync(int code)
+                : m_code(code)
+            {
+            }
+            int syncDirectory(const QByteArray &) override
+            {
+                errno = m_code;
+                return -1;
+            }
+
+        private:
+            int m_code;
+        };
+        QFETCH(int, code);
+        QFETCH(bool, works);
+        const TestDirectory home;
+        NoSync calls(code);
+        bool told = false;
+        try {
+            writeFile(home.file(u"log"_s), "new", calls);
+        } catch (const RuntimeError &) {
+            told = true;
+        }
+        QCOMPARE(told, !works);
+        QCOMPARE(home.read(u"log"_s), "new"_ba);
+        QCOMPARE(home.names(), QStringList(u"log"_s));
+    }
+
+    void aFileThatMayNotBeWrittenIsNotReplaced()
+    {
+        const TestDirectory home;
+        home.write(u"log"_s, "old");
+        const QString path = home.file(u"log"_s);
+        QVERIFY(QFile::setPermissions(path, QFile::ReadOwner | QFile::ReadOther));
+        // The directory itself lets everybody write.
+        QVERIFY(::chmod(QFile::encodeName(home.path()).constData(), 0777) == 0);
+        const int code = exitCodeOf([&] {
+            constexpr uid_t nobody = 65534;
+            if (::getuid() == 0 && ::setuid(nobody) != 0) {
+                return 10;
+            }
+            try {
+                writeFile(home.file(u"other"_s), "new");
+                writeFile(path, "new");
+            } catch (const RuntimeError &error) {
+                return error.name() == ErrorName::PermissionDenied && error.doing().contains(path) ? 0 : 11;
+            }
+            return 12;
+        });
+        QCOMPARE(code, 0);
+        QCOMPARE(home.read(u"log"_s), "old"_ba);
+        QCOMPARE(home.names(), (QStringList {u"log"_s, u"other"_s}));
     }
 
     void aDirectoryThatMayNotBeWrittenKeepsTheOldFile()

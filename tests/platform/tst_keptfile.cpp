@@ -104,6 +104,68 @@ private Q_SLOTS:
         QCOMPARE(home.read(u"log"_s), "two"_ba);
     }
 
+    void eachOfSeveralFilesIsCopiedOnce()
+    {
+        const TestDirectory home;
+        home.write(u"a"_s, "of a");
+        home.write(u"b"_s, "of b");
+        KeptFile kept;
+        QVERIFY(kept.save(home.file(u"a"_s), home.path(), "one").has_value());
+        QVERIFY(kept.save(home.file(u"b"_s), home.path(), "two").has_value());
+        QVERIFY(!kept.save(home.file(u"a"_s), home.path(), "three").has_value());
+        QVERIFY(!kept.save(home.file(u"b"_s), home.path(), "four").has_value());
+        QCOMPARE(home.names().filter(u".bak"_s).size(), 2);
+        QCOMPARE(home.read(u"a"_s), "three"_ba);
+        QCOMPARE(home.read(u"b"_s), "four"_ba);
+    }
+
+    void aFailedWriteMakesNoSecondCopy()
+    {
+        class NoRoom : public FileCalls
+        {
+        public:
+            // The copy is made with the first rename.
+            int rename(const QByteArray &from, const QByteArray &to) override
+            {
+                if (to.endsWith(".bak")) {
+                    return FileCalls::rename(from, to);
+                }
+                errno = ENOSPC;
+                return -1;
+            }
+        };
+        const TestDirectory home;
+        home.write(u"log"_s, "old");
+        NoRoom calls;
+        KeptFile kept(calls);
+        for (int i = 0; i < 3; ++i) {
+            QVERIFY_THROWS_EXCEPTION(RuntimeError, kept.save(home.file(u"log"_s), home.path(), "new"));
+        }
+        QCOMPARE(copyIn(home), "old"_ba);
+        QCOMPARE(home.read(u"log"_s), "old"_ba);
+    }
+
+    void aFileWhoseDirectoryIsNotSyncedIsKnown()
+    {
+        class NoSync : public FileCalls
+        {
+        public:
+            int syncDirectory(const QByteArray &) override
+            {
+                errno = EIO;
+                return -1;
+            }
+        };
+        const TestDirectory home;
+        NoSync calls;
+        KeptFile kept(calls);
+        for (const char *content : {"one", "two", "three"}) {
+            QVERIFY_THROWS_EXCEPTION(RuntimeError, kept.save(home.file(u"log"_s), home.path(), content));
+            QCOMPARE(home.read(u"log"_s), QByteArray(content));
+        }
+        QCOMPARE(home.names(), QStringList(u"log"_s));
+    }
+
     void everyCallMayFail()
     {
         bool succeeded = false;
@@ -119,6 +181,7 @@ private Q_SLOTS:
             } catch (const RuntimeError &error) {
                 QCOMPARE(error.name(), ErrorName::DiskFull);
             }
+            const qsizetype copies = home.names().filter(u".bak"_s).size();
             const QByteArray now = home.read(u"log"_s);
             QVERIFY(now == "old" || (now == "new" && copyIn(home) == "old"));
             for (const QString &name : home.names()) {
@@ -126,7 +189,8 @@ private Q_SLOTS:
             }
             calls.heal();
             // The disk has room again: the next save works, and the old content is still there.
-            Q_UNUSED(kept.save(home.file(u"log"_s), home.path(), "newer"))
+            const bool copied = kept.save(home.file(u"log"_s), home.path(), "newer").has_value();
+            QCOMPARE(home.names().filter(u".bak"_s).size(), copies + (copied ? 1 : 0));
             QCOMPARE(home.read(u"log"_s), "newer"_ba);
             bool oldIsKept = false;
             for (const QString &name : home.names().filter(u".bak"_s)) {

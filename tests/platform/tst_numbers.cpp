@@ -85,6 +85,11 @@ private Q_SLOTS:
         QCOMPARE(NumberFormat::fromEnvironment().decimal, QChar(u'.'));
         qputenv("LC_ALL", "fr_FR.UTF-8");
         QCOMPARE(NumberFormat::fromEnvironment().decimal, QChar(u','));
+        // Neither a comma nor a point there.
+        qputenv("LC_ALL", "ar_EG.UTF-8");
+        QCOMPARE(NumberFormat::fromEnvironment().decimal, QChar(u'.'));
+        qputenv("LC_ALL", "fa_IR.UTF-8");
+        QCOMPARE(NumberFormat::fromEnvironment().decimal, QChar(u'.'));
         qputenv("LC_ALL", "");
         qputenv("LC_NUMERIC", "");
     }
