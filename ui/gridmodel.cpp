@@ -4,6 +4,8 @@
 
 namespace quillon {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 const GridColumnFormat &format(int column)
@@ -65,7 +67,8 @@ QVariant GridModel::data(const QModelIndex &index, int role) const
     case Qt::DisplayRole:
         return text;
     case Qt::ToolTipRole:
-        return text.isEmpty() ? QVariant() : QVariant(text.toHtmlEscaped());
+        // As markup, so that the signs of markup within read as they stand, and long notes wrap.
+        return text.isEmpty() ? QVariant() : QVariant(QString("<qt>"_L1 + text.toHtmlEscaped() + "</qt>"_L1));
     case Qt::TextAlignmentRole:
         return alignment(index.column());
     default:

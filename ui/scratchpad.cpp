@@ -25,15 +25,22 @@ ScratchPad::~ScratchPad() = default;
 void ScratchPad::offerKeptNote()
 {
     if (m_ui->Text1->document()->isEmpty()) {
-        m_ui->Text1->setPlainText(m_config.settings().scratchPad);
+        m_offered = m_config.settings().scratchPad;
+        m_ui->Text1->setPlainText(m_offered);
     }
 }
 
 // Save.
 void ScratchPad::ScratchPad_OKButton_Click()
 {
-    // A line of the text box ends with CR LF.
-    const QString note = m_ui->Text1->toPlainText().replace(u'\n', "\r\n"_L1);
+    QString note = m_offered;
+    if (m_ui->Text1->document()->isModified()) {
+        // A line of the text box ends with CR LF.
+        note = m_ui->Text1->document()
+                   ->toRawText()
+                   .replace(QChar::ParagraphSeparator, "\r\n"_L1)
+                   .replace(QChar::LineSeparator, "\r\n"_L1);
+    }
     m_config.changeConfig(u"SCRATCH_PAD="_s, scratchPadValue(note));
     close();
 }

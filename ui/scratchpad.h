@@ -30,6 +30,7 @@ private:
 
     std::unique_ptr<Ui::ScratchPad> m_ui;
     Config &m_config;
+    QString m_offered; ///< the note as it was kept, each blank and line end as it stood
 };
 
 /// The note as the value of one configuration line: every CR LF pair as the four letters "CRLF".

@@ -45,6 +45,8 @@ void Dialog1::OKButton_Click()
         return;
     }
     m_ui->Text2->setText(m_ui->Text2->text().toUpper());
+    // The window closes: a second click that is under way logs nothing.
+    m_ui->OKButton->setEnabled(false);
     Q_EMIT quickAdd(m_ui->Text1->text(), m_ui->Text2->text(), m_ui->Text3->text());
     close();
 }

@@ -7,6 +7,7 @@
 #include "ui/frmsplash.h"
 #include "ui/guard.h"
 #include "ui/inet1.h"
+#include "ui/messages.h"
 #include "ui_form1.h"
 
 #include <QApplication>
@@ -136,8 +137,36 @@ void Form1::Form_Load()
     }
 }
 
+// Tries once more to write what is not on the disk. What could not be written and why; empty when all is
+// there.
+QString Form1::unsavedFailure()
+{
+    QStringList failures;
+    const auto retry = [&](bool unsaved, auto save) {
+        if (unsaved) {
+            try {
+                save();
+            } catch (const RuntimeError &error) {
+                failures += error.text();
+            }
+        }
+    };
+    retry(m_logUnsaved, [this] { saveLogbook(); });
+    retry(m_transmittersUnsaved, [this] { saveTransmitterList(); });
+    return failures.join(u'\n');
+}
+
 void Form1::closeEvent(QCloseEvent *event)
 {
+    const QString failure = unsavedFailure();
+    if (!failure.isEmpty()
+        && !askYesNo(this,
+            u"Quillon could not write all you logged:\n\n"_s + failure
+                + u"\n\nLeave all the same? What is not on the disk is lost."_s,
+            u"Not Saved"_s)) {
+        event->ignore();
+        return;
+    }
     // A request under way ends here; whoever waits for it gives up quietly.
     m_inet->abort();
     event->accept();
@@ -159,8 +188,8 @@ void Form1::loadLogbookFile()
                 u"The logbook %1 was not loaded: its first line has an unknown layout"_s.arg(path));
         }
     } catch (const RuntimeError &) {
-        m_status->setText(
-            u"The logbook %1 was not loaded whole: %2 entries were read"_s.arg(path, QString::number(m_log.count())));
+        m_status->setText(u"The logbook %1 was not loaded whole: %2 entries were read"_s.arg(
+            path, QString::number(m_log.count())));
         throw;
     }
 }

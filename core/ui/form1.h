@@ -71,11 +71,13 @@ private:
     void loadTransmitterList();
     void loadCountryList();
     void showTitle();
+    [[nodiscard]] QString unsavedFailure();
 
     // form1_wiring.cpp: which event calls which handler
     void wireEntryForm();
     void wireMenus();
     void on(QAbstractButton *button, void (Form1::*handler)());
+    [[nodiscard]] bool mayRun();
     void on(QAction *action, void (Form1::*handler)());
 
     // form1_entry.cpp: entry editing and Quick Add
@@ -92,6 +94,7 @@ private:
     void addTransmitterOfForm();
     [[nodiscard]] LogEntry entryOfForm() const;
     [[nodiscard]] QString utcNowText() const;
+    [[nodiscard]] QString notesOfForm() const;
 
     // form1_fields.cpp: states of the form, checks of its fields
     void lockEntryForm();
@@ -102,6 +105,7 @@ private:
     void fieldLostFocus(QObject *field);
     void Text1_LostFocus();
     void Text2_LostFocus();
+    void tellInvalidDate();
     void Text6_LostFocus();
     void Text8_LostFocus();
     void Combo3_LostFocus();
@@ -196,6 +200,11 @@ private:
     qint32 m_selected = -1;
     int m_loadedRow = 0; ///< the grid row that the form was filled from; 0 after a refill
     bool m_decimalComma = false;
+    QString m_shownNotes; ///< what the notes were filled with, each blank and line end as it was
+    bool m_logUnsaved = false; ///< the log holds what is not on the disk
+    bool m_transmittersUnsaved = false;
+    bool m_dateRefused = false; ///< from a wrong date until it is told
+    bool m_pressRefused = false; ///< the last press of a button left a wrong date
     bool m_automatic = false; ///< while the automatic search runs
     int m_matchCount = 0; ///< of the last search of FMList
     Inet1 *m_inet;

@@ -21,7 +21,7 @@ constexpr QStringView newCaption = u"Ne&w";
 // The texts of a multi-line box end their lines with CR LF in the log.
 QString withLineEnds(QString text)
 {
-    return text.replace(u'\n', "\r\n"_L1);
+    return text.replace(QChar::ParagraphSeparator, "\r\n"_L1).replace(QChar::LineSeparator, "\r\n"_L1);
 }
 
 } // namespace
@@ -31,17 +31,24 @@ QString Form1::utcNowText() const
     return generalText(UtcNow());
 }
 
+// Notes that nobody touched are as they were; the text box knows one kind of line end.
+QString Form1::notesOfForm() const
+{
+    const QTextDocument &notes = *m_ui->Text3->document();
+    return notes.isModified() ? withLineEnds(notes.toRawText()) : m_shownNotes;
+}
+
 LogEntry Form1::entryOfForm() const
 {
     return {m_ui->Text1->text(),
         toDateTime(m_ui->Text2->text(), m_options.regional.months, u"The field Date / Time"_s),
         m_ui->Combo2->currentText(), m_ui->Text9->text(), m_ui->Text5->text(), m_ui->Combo3->currentText(),
-        withLineEnds(m_ui->Text3->toPlainText()), m_ui->Text8->text(), m_ui->Text6->text(), {}, {},
-        m_ui->uid->text()};
+        notesOfForm(), m_ui->Text8->text(), m_ui->Text6->text(), {}, {}, m_ui->uid->text()};
 }
 
 void Form1::addTransmitterOfForm()
 {
+    m_transmittersUnsaved = true;
     m_transmitters.add({m_ui->Text5->text().trimmed(), m_ui->Combo3->currentText().trimmed(),
         m_ui->Text7->text(), m_ui->Text10->text(), {}});
 }
@@ -63,6 +70,7 @@ void Form1::Command2_Click()
         field->clear();
     }
     m_ui->Text3->clear();
+    m_shownNotes.clear();
     unlockEntryForm();
     m_ui->Command3->setEnabled(false);
     m_ui->Command9->setEnabled(false);
@@ -181,7 +189,7 @@ void Form1::quickAdd(const QString &freq, const QString &piCode, const QString &
 {
     m_ui->Command2->setText(newCaption.toString());
     Command2_Click();
-    QApplication::processEvents();
+    QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
     m_ui->Text9->setText(freq.trimmed());
     m_ui->Text1->setText(piCode.trimmed());
     m_ui->Text8->setText(rdsName);

@@ -3,6 +3,8 @@
 #include "ui/messages.h"
 #include "ui_form1.h"
 
+#include <QTimer>
+
 namespace quillon {
 
 using namespace Qt::StringLiterals;
@@ -97,10 +99,21 @@ void Form1::Text1_LostFocus()
 void Form1::Text2_LostFocus()
 {
     if (!parseDateTime(m_ui->Text2->text(), m_options.regional.months)) {
-        // The field is right again before the message moves the focus and asks for it once more.
         m_ui->Text2->setText(utcNowText());
-        showMessage(this, u"Invalid Date"_s);
+        // The button whose press left the field is not to stand pressed behind the message.
+        m_dateRefused = true;
+        QTimer::singleShot(0, this, [this] { tellInvalidDate(); });
     }
+}
+
+void Form1::tellInvalidDate()
+{
+    const QList<QAbstractButton *> buttons = findChildren<QAbstractButton *>();
+    for (QAbstractButton *button : buttons) {
+        button->setDown(false);
+    }
+    m_dateRefused = false;
+    showMessage(this, u"Invalid Date"_s);
 }
 
 // Power KW.

@@ -29,15 +29,19 @@ void Form1::populateGrid()
 
 void Form1::saveLogbook()
 {
+    m_logUnsaved = true;
     const QString path = m_config.path(m_config.settings().logbookFileName);
     tellOfCopy(m_logbookFile.save(
         path, m_config.applicationDir(), logbookBytes(m_log, m_options.regional.codePage)));
+    m_logUnsaved = false;
 }
 
 void Form1::saveTransmitterList()
 {
+    m_transmittersUnsaved = true;
     tellOfCopy(m_transmitterFile.save(m_config.path(u"tx.lst"_s), m_config.applicationDir(),
         transmitterBytes(m_transmitters, m_options.regional.codePage)));
+    m_transmittersUnsaved = false;
 }
 
 void Form1::tellOfCopy(const std::optional<QString> &copy)
@@ -92,6 +96,7 @@ void Form1::showEntry(const LogEntry &entry)
     m_ui->Text5->setText(entry.transmitter);
     m_ui->Combo3->setEditText(entry.country);
     m_ui->Text3->setPlainText(entry.notes);
+    m_shownNotes = entry.notes;
     m_ui->Text9->setText(entry.freq);
     m_ui->Combo2->setEditText(entry.prop);
     m_ui->Text6->setText(entry.power);

@@ -6,17 +6,27 @@
 #include <QFocusEvent>
 #include <QShortcut>
 
+#include <utility>
+
 namespace quillon {
 
 using namespace Qt::StringLiterals;
 
 void Form1::on(QAbstractButton *button, void (Form1::*handler)())
 {
+    // The field was left before the press, and the wrong date in it is not yet told.
+    connect(button, &QAbstractButton::pressed, this, [this] { m_pressRefused = m_dateRefused; });
     connect(button, &QAbstractButton::clicked, this, [this, handler] {
-        if (checkFocusedField()) {
+        if (mayRun()) {
             guarded(this, [this, handler] { (this->*handler)(); });
         }
     });
+}
+
+// False when the date in the form was wrong: nothing is done with another one behind the user's back.
+bool Form1::mayRun()
+{
+    return !std::exchange(m_pressRefused, false) && checkFocusedField();
 }
 
 void Form1::on(QAction *action, void (Form1::*handler)())
@@ -49,9 +59,9 @@ void Form1::wireEntryForm()
         connect(
             field, &QLineEdit::returnPressed, this, [this] { guarded(this, [this] { enterPressed(); }); });
     }
-    connect(m_ui->Combo1, &QComboBox::activated, this, [this] { Combo1_Click(); });
+    connect(m_ui->Combo1, &QComboBox::activated, this, [this] { guarded(this, [this] { Combo1_Click(); }); });
     connect(m_ui->Combo3, &QComboBox::activated, this,
-        [this] { listTransmittersForCountry(m_ui->Combo3->currentText()); });
+        [this] { guarded(this, [this] { listTransmittersForCountry(m_ui->Combo3->currentText()); }); });
     connect(m_ui->Grid1, &Grid::rowChosen, this,
         [this](int row) { guarded(this, [this, row] { Grid1_RowSelect(row); }); });
     connect(m_ui->Grid1, &Grid::headerClicked, this,

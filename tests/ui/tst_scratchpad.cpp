@@ -49,6 +49,8 @@ private Q_SLOTS:
     void aKeptNoteComesBackAsItWas();
     void anOpenNoteIsNotOverwritten();
     void anEmptyWindowIsFilledAgain();
+    void blanksOfEveryKindAreKept_data();
+    void blanksOfEveryKindAreKept();
     void anEmptyNoteIsKeptToo();
     void leavingKeepsTheOldNote_data();
     void leavingKeepsTheOldNote();
@@ -183,6 +185,31 @@ void TestScratchPad::anEmptyWindowIsFilledAgain()
     write({});
     m_window->offerKeptNote();
     QCOMPARE(note().toPlainText(), u"old"_s);
+}
+
+void TestScratchPad::blanksOfEveryKindAreKept_data()
+{
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<QByteArray>("kept");
+    QTest::newRow("untouched") << QString()
+                               << "SCRATCH_PAD=a\xA0"
+                                  "bCRLF c\r\n"_ba;
+    QTest::newRow("edited") << u"x"_s
+                            << "SCRATCH_PAD=xa\xA0"
+                               "bCRLF c\r\n"_ba;
+}
+
+void TestScratchPad::blanksOfEveryKindAreKept()
+{
+    QFETCH(QString, typed);
+    QFETCH(QByteArray, kept);
+    open("SCRATCH_PAD=a\xA0"
+         "bCRLF c\r\n");
+    note().moveCursor(QTextCursor::Start);
+    QTest::keyClicks(&note(), typed);
+    click(u"OKButton"_s);
+    QCOMPARE(m_answers->takeTexts(), QStringList());
+    QCOMPARE(ini(), kept);
 }
 
 void TestScratchPad::anEmptyNoteIsKeptToo()

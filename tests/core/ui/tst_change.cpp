@@ -1,6 +1,7 @@
 #include "support/mainwindow.h"
 
 #include <QLineEdit>
+#include <QPlainTextEdit>
 
 using namespace Qt::StringLiterals;
 using namespace quillon;
@@ -38,6 +39,8 @@ private Q_SLOTS:
     void anEntryLoadedThroughARefillUpdatesItsOwnRow();
     void anEntryLoadedThroughARefillIsDeletedInItsOwnRow();
     void aDeletedRowGoesFromTheFileButStaysInTheGrid();
+    void clonedNotesKeepTheirBytes_data();
+    void clonedNotesKeepTheirBytes();
     void enterInTheNotesIsALineBreak();
     void everyCharacterOfTheCodePageIsKept();
 };
@@ -223,6 +226,44 @@ void TestChange::aDeletedRowGoesFromTheFileButStaysInTheGrid()
     QCOMPARE(window.piCodes(), QStringList {u"delete"_s});
     window.start();
     QCOMPARE(window.piCodes(), QStringList());
+}
+
+void TestChange::clonedNotesKeepTheirBytes_data()
+{
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<QByteArray>("notes");
+    QTest::newRow("untouched") << QString()
+                               << "a\xA0"
+                                  "b\rcCRLFd"_ba;
+    QTest::newRow("edited") << u"x"_s
+                            << "xa\xA0"
+                               "bCRLFcCRLFd"_ba;
+}
+
+void TestChange::clonedNotesKeepTheirBytes()
+{
+    QFETCH(QString, typed);
+    QFETCH(QByteArray, notes);
+    MainWindow window;
+    window.start("D3C3|12/06/2010 18:22:05|Es|87.6|Bilbao|E|a\xA0"
+                 "b\rcCRLFd|RNE_1|10||||\r\n");
+    window.clickRow(1);
+    window.click("Command9");
+    auto *field = window.find<QPlainTextEdit>("Text3");
+    field->setFocus();
+    field->moveCursor(QTextCursor::Start);
+    QTest::keyClicks(field, typed);
+    window.click("Command1");
+    QCOMPARE(window.answers.takeTexts(), QStringList());
+    QCOMPARE(window.form().log().count(), 2);
+    const QByteArray last = window.logbook().chopped(2).split('\n').constLast();
+    const QByteArray wanted = "|E|" + notes + "|RNE_1|";
+    QVERIFY2(last.contains(wanted), last.constData());
+    // Nothing of them is left in a new entry.
+    window.click("Command2");
+    window.fill({u"Text9"_s, u"88"_s, u"Text8"_s, u"FIP"_s, u"Combo3"_s, u"F"_s});
+    window.click("Command1");
+    QCOMPARE(window.form().log().entry(2).notes, QString());
 }
 
 void TestChange::enterInTheNotesIsALineBreak()

@@ -1,5 +1,6 @@
 #include "support/mainwindow.h"
 
+#include <QAbstractButton>
 #include <QComboBox>
 #include <QLineEdit>
 
@@ -21,6 +22,9 @@ private Q_SLOTS:
     void aWrongDateIsToldOnce();
     void aButtonPressedByAKeyChecksTheField();
     void aWrongDateStopsTheButtonPressedByAKey();
+    void aWrongDateStopsTheButtonOfEveryRoad_data();
+    void aWrongDateStopsTheButtonOfEveryRoad();
+    void aHeldButtonIsReleasedBeforeTheMessage();
     void anotherWindowLeavesTheFieldAlone();
     void combosKeepWhatIsTyped_data();
     void combosKeepWhatIsTyped();
@@ -102,6 +106,7 @@ void TestFields::wrongDatesAreReplacedByNow()
     window.click("Command2");
     window.type("Text2", typed);
     window.key(Qt::Key_Tab);
+    QTRY_COMPARE(window.answers.seen().size(), 1);
     QCOMPARE(window.answers.takeTexts(), QStringList {u"Invalid Date"_s});
     QVERIFY(isNow(window.text("Text2")));
 }
@@ -114,7 +119,7 @@ void TestFields::aWrongDateIsToldOnce()
     window.type("Text2", u"nonsense"_s);
     window.find<QWidget>("Text9")->setFocus(Qt::MouseFocusReason);
     window.key(Qt::Key_Tab);
-    QCOMPARE(window.answers.seen().size(), 1);
+    QTRY_COMPARE(window.answers.seen().size(), 1);
     QCOMPARE(window.answers.seen().first().title, u"Quillon"_s);
 }
 
@@ -136,13 +141,66 @@ void TestFields::aWrongDateStopsTheButtonPressedByAKey()
     window.click("Command2");
     window.fill({u"Text9"_s, u"88"_s, u"Combo3"_s, u"F"_s, u"Text8"_s, u"FIP"_s, u"Text2"_s, u"soon"_s});
     window.key(Qt::Key_Return);
-    QCOMPARE(window.answers.takeTexts(), QStringList {u"Invalid Date"_s});
+    QTRY_COMPARE(window.answers.seen().size(), 1);
     QCOMPARE(window.form().log().count(), 0);
     QVERIFY(isNow(window.text("Text2")));
     QVERIFY(window.enabled("Command1"));
     window.find<QWidget>("Text2")->setFocus();
     window.key(Qt::Key_Return);
     QCOMPARE(window.form().log().count(), 1);
+}
+
+void TestFields::aWrongDateStopsTheButtonOfEveryRoad_data()
+{
+    QTest::addColumn<bool>("mouse");
+    QTest::newRow("a click") << true;
+    QTest::newRow("its letter") << false;
+}
+
+void TestFields::aWrongDateStopsTheButtonOfEveryRoad()
+{
+    QFETCH(bool, mouse);
+    MainWindow window;
+    window.start();
+    window.click("Command2");
+    window.fill({u"Text9"_s, u"88"_s, u"Combo3"_s, u"F"_s, u"Text8"_s, u"FIP"_s, u"Text2"_s, u"soon"_s});
+    auto *add = window.find<QAbstractButton>("Command1");
+    if (mouse) {
+        add->setFocus(Qt::MouseFocusReason);
+        window.click("Command1");
+    } else {
+        add->animateClick();
+    }
+    QTRY_COMPARE(window.answers.seen().size(), 1);
+    constexpr int pastTheAnimation = 250;
+    QTest::qWait(pastTheAnimation);
+    QCOMPARE(window.answers.takeTexts(), QStringList {u"Invalid Date"_s});
+    QCOMPARE(window.form().log().count(), 0);
+    QVERIFY(isNow(window.text("Text2")));
+    QVERIFY(!add->isDown());
+    window.click("Command1");
+    QCOMPARE(window.form().log().count(), 1);
+}
+
+void TestFields::aHeldButtonIsReleasedBeforeTheMessage()
+{
+    MainWindow window;
+    window.start();
+    window.click("Command2");
+    window.fill({u"Text9"_s, u"88"_s, u"Combo3"_s, u"F"_s, u"Text8"_s, u"FIP"_s, u"Text2"_s, u"soon"_s});
+    auto *add = window.find<QAbstractButton>("Command1");
+    bool down = true;
+    window.answers.doing([&](QWidget *box) {
+        down = add->isDown();
+        box->close();
+    });
+    add->setFocus(Qt::MouseFocusReason);
+    QTest::mousePress(add, Qt::LeftButton);
+    QTRY_COMPARE(window.answers.seen().size(), 1);
+    QTest::mouseRelease(add, Qt::LeftButton);
+    QVERIFY(!down);
+    QVERIFY(!add->isDown());
+    QCOMPARE(window.form().log().count(), 0);
 }
 
 void TestFields::anotherWindowLeavesTheFieldAlone()

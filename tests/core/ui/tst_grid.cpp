@@ -1,6 +1,8 @@
 #include "support/mainwindow.h"
 
 #include <QScrollBar>
+#include <QTextDocument>
+#include <QTextDocumentFragment>
 
 using namespace Qt::StringLiterals;
 using namespace quillon;
@@ -30,6 +32,7 @@ private Q_SLOTS:
     void theHeaderHasTwelveCaptions();
     void theWidthsAreAtLeastTheirTwips();
     void theCellsAreAligned();
+    void aTipReadsAsTheCell();
     void aRowShowsTheEntry();
     void theFMListColumnShowsWhatIsKnown_data();
     void theFMListColumnShowsWhatIsKnown();
@@ -77,6 +80,19 @@ void TestGrid::theCellsAreAligned()
             static_cast<int>((left.contains(column) ? Qt::AlignLeft : Qt::AlignHCenter) | Qt::AlignVCenter);
         QCOMPARE(window.grid().model()->index(0, column).data(Qt::TextAlignmentRole).toInt(), expected);
     }
+}
+
+void TestGrid::aTipReadsAsTheCell()
+{
+    MainWindow window;
+    window.start(logLine("D3C3", "12/06/2010 18:22:05", "87.6", "A&B_<i>\"x"));
+    const QString tip = window.grid()
+                            .model()
+                            ->index(0, static_cast<int>(GridColumn::RdsName))
+                            .data(Qt::ToolTipRole)
+                            .toString();
+    QVERIFY(Qt::mightBeRichText(tip));
+    QCOMPARE(QTextDocumentFragment::fromHtml(tip).toPlainText(), u"A&B_<i>\"x"_s);
 }
 
 void TestGrid::aRowShowsTheEntry()

@@ -250,8 +250,8 @@ void TestHouse::noTwoShortcutsAreAlike()
             keys += button->shortcut().toString();
         }
     }
-    for (const QString &wanted :
-        {u"F5"_s, u"Ctrl+N"_s, u"Ctrl+S"_s, u"Ctrl+F"_s, u"Ctrl+I"_s, u"F1"_s, u"Ctrl+Q"_s}) {
+    for (const QString &wanted : {u"F5"_s, u"Ctrl+N"_s, u"Ctrl+S"_s, u"Ctrl+F"_s, u"Ctrl+I"_s, u"F1"_s,
+             u"Ctrl+Q"_s, u"Ctrl+Del"_s, u"Ctrl+L"_s, u"Ctrl+P"_s, u"Ctrl+R"_s}) {
         QCOMPARE(keys.count(wanted), 1);
     }
     QCOMPARE(keys.removeDuplicates(), 0);
@@ -316,6 +316,9 @@ void TestHouse::buttonsSayMoreInTheirTips()
     for (int number = 1; number <= 15; ++number) {
         const auto *button = window.find<QAbstractButton>(u"Command%1"_s.arg(number));
         QVERIFY2(!button->toolTip().isEmpty(), qPrintable(button->objectName()));
+        QVERIFY2(button->toolTip().contains(button->shortcut().toString())
+                || !QKeySequence::mnemonic(button->text()).isEmpty(),
+            qPrintable(button->objectName()));
     }
 }
 

@@ -80,6 +80,7 @@ private Q_SLOTS:
     void theChecksHaveTheirOwnSpelling();
     void blanksAloneAreNoFrequency();
     void enterLogsTheStation();
+    void twoQuickClicksLogOnce();
     void cancelAndEscapeLogNothing();
     void aFullDiskIsTold();
 };
@@ -309,6 +310,26 @@ void TestQuickAdd::enterLogsTheStation()
     QTest::keyClick(quick.field(u"Text3"_s), Qt::Key_Return);
     QVERIFY(!quick.isOpen());
     QCOMPARE(window.piCodes(), QStringList {u"F201"_s});
+}
+
+void TestQuickAdd::twoQuickClicksLogOnce()
+{
+    MainWindow window;
+    window.start();
+    window.click("Command14");
+    const QuickAdd quick(window);
+    quick.type(u"88.2"_s, u"F201"_s, u"FIP"_s);
+    auto *ok = quick.dialog()->findChild<QPushButton *>(u"OKButton"_s);
+    for (const QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+        const QPointF place = ok->rect().center();
+        QCoreApplication::postEvent(ok,
+            new QMouseEvent(type, place, ok->mapToGlobal(place), Qt::LeftButton,
+                type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton, Qt::NoModifier));
+    }
+    ok->click();
+    QTRY_VERIFY(!quick.isOpen());
+    QCOMPARE(window.form().log().count(), 1);
+    QCOMPARE(window.answers.takeTexts(), QStringList());
 }
 
 void TestQuickAdd::cancelAndEscapeLogNothing()

@@ -65,6 +65,8 @@ private Q_SLOTS:
     void aFailingAddKeepsTheOldFileAndTheNewEntry();
     void aFailingUpdateIsWrittenByTheNextSave();
     void aFailingDeleteIsWrittenByTheNextSave();
+    void leavingAsksAboutWhatIsNotOnTheDisk();
+    void leavingWritesWhatCouldNotBeWritten();
     void noRoomForTheCopyMeansNothingIsOverwritten();
     void aBrokenTransmitterLineIsToldAndTheFileKept();
     void aDirectoryThatCannotBeWrittenIsToldAtStart();
@@ -301,6 +303,44 @@ void TestSafety::aFailingDeleteIsWrittenByTheNextSave()
     // The mode of the entry before stays.
     const QByteArray line = addStation(window).replace("||88.2", "|Es|88.2");
     QCOMPARE(window.logbook(), numberedLog(1) + line);
+}
+
+void TestSafety::leavingAsksAboutWhatIsNotOnTheDisk()
+{
+    MainWindow window;
+    window.start(numberedLog(2));
+    window.calls.failWrite = ENOSPC;
+    addStation(window);
+    QCOMPARE(window.answers.takeTexts().size(), 1);
+    QVERIFY(!window.form().close());
+    QVERIFY(window.form().isVisible());
+    const SeenDialog question = window.answers.seen().constLast();
+    QVERIFY2(question.text.startsWith(u"Quillon could not write "_s), qPrintable(question.text));
+    QVERIFY2(question.text.contains(u"Disk full\nWriting "_s + window.directory.file(u"RDSLog.log"_s)),
+        qPrintable(question.text));
+    QVERIFY(question.text.endsWith(u"Leave all the same? What is not on the disk is lost."_s));
+    QCOMPARE(question.defaultButton, QMessageBox::No);
+    window.answers.press(QMessageBox::Yes);
+    QVERIFY(window.form().close());
+    QVERIFY(!window.form().isVisible());
+    QCOMPARE(window.logbook(), numberedLog(2));
+}
+
+void TestSafety::leavingWritesWhatCouldNotBeWritten()
+{
+    MainWindow window;
+    window.start(numberedLog(2), "Bilbao|E|43|-3||\r\n");
+    window.calls.failWrite = ENOSPC;
+    window.click("Command2");
+    window.fill({u"Text9"_s, u"88.2"_s, u"Text1"_s, u"F201"_s, u"Combo3"_s, u"F"_s, u"Text2"_s,
+        u"01/07/2010 09:05:00"_s, u"Text5"_s, u"Paris"_s, u"Text7"_s, u"48.8"_s, u"Text10"_s, u"2.3"_s});
+    window.click("Command1");
+    QCOMPARE(window.answers.takeTexts().size(), 1);
+    window.calls.failWrite = 0;
+    QVERIFY(window.form().close());
+    QCOMPARE(window.answers.takeTexts(), QStringList());
+    QCOMPARE(window.logbook(), numberedLog(2) + "F201|01/07/2010 09:05:00||88.2|Paris|F|||||||\r\n"_ba);
+    QVERIFY2(window.transmitterFile().contains("Paris|F|"), window.transmitterFile().constData());
 }
 
 void TestSafety::noRoomForTheCopyMeansNothingIsOverwritten()
