@@ -1,6 +1,7 @@
 #include "core/ui/form1.h"
 
 #include "core/logbookfile.h"
+#include "core/propagation.h"
 #include "platform/numbers.h"
 #include "txdb/countries.h"
 #include "txdb/countrynames.h"
@@ -118,7 +119,9 @@ void Form1::Form_Load()
             m_config.createDefaultConfig();
         }
     });
-    m_ui->Combo2->addItems({u"Es"_s, u"Tropo"_s, u"MS"_s, u"TEP"_s, u"Aur"_s, u"F2"_s, u"FAI"_s});
+    for (const QStringView mode : propagationModes) {
+        m_ui->Combo2->addItem(mode.toString());
+    }
     m_ui->Combo2->setCurrentIndex(-1);
     guarded(messageParent, [this] { m_config.readConfig(); });
     showTitle();
@@ -159,8 +162,8 @@ void Form1::loadLogbookFile()
                 u"The logbook %1 was not loaded: its first line has an unknown layout"_s.arg(path));
         }
     } catch (const RuntimeError &) {
-        m_status->setText(
-            u"The logbook %1 was not loaded whole: %2 entries were read"_s.arg(path, QString::number(m_log.count())));
+        m_status->setText(u"The logbook %1 was not loaded whole: %2 entries were read"_s.arg(
+            path, QString::number(m_log.count())));
         throw;
     }
 }
