@@ -2,6 +2,7 @@
 
 #include "export/cells.h"
 #include "export/griddates.h"
+#include "geo/distance.h"
 #include "platform/files.h"
 
 #include <cmath>
@@ -11,8 +12,6 @@ namespace quillon {
 using namespace Qt::StringLiterals;
 
 namespace {
-
-constexpr double kilometresPerMile = 1.6093;
 
 QString orUnknown(const QString &text, QLatin1StringView unknown)
 {

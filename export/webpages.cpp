@@ -47,12 +47,14 @@ QString pageDirectory(const QString &applicationDir)
 class SiteWriter
 {
 public:
-    SiteWriter(const QString &applicationDir, const WebSite &site, const Regional &regional, FileCalls &calls)
+    SiteWriter(const QString &applicationDir, const WebSite &site, const Regional &regional, FileCalls &calls,
+        const WebPagesProgress &progress)
         : m_applicationDir(applicationDir)
         , m_site(site)
         , m_codePage(regional.codePage)
         , m_months(exportMonths(regional))
         , m_calls(calls)
+        , m_progress(progress)
         , m_pages(pageDirectory(applicationDir))
         , m_dates(site.grid, regional)
         , m_heard(site.log, site.transmitters, regional)
@@ -103,6 +105,9 @@ private:
                 const MonthFiles &files = monthFiles(*current);
                 appendTableRow(page, monthCells(*current, files.counts, files.hasMap, m_months), m_codePage);
                 current = moment;
+                if (m_progress) {
+                    m_progress(m_site.grid.rows() - row, m_site.grid.rows() - 1);
+                }
             }
         }
     }
@@ -146,6 +151,7 @@ private:
     CodePage m_codePage;
     MonthNames m_months;
     FileCalls &m_calls;
+    const WebPagesProgress &m_progress;
     QString m_pages;
     GridDates m_dates;
     HeardKml m_heard;
@@ -155,10 +161,10 @@ private:
 
 } // namespace
 
-QString exportWebPages(
-    const QString &applicationDir, const WebSite &site, const Regional &regional, FileCalls &calls)
+QString exportWebPages(const QString &applicationDir, const WebSite &site, const Regional &regional,
+    FileCalls &calls, const WebPagesProgress &progress)
 {
-    SiteWriter writer(applicationDir, site, regional, calls);
+    SiteWriter writer(applicationDir, site, regional, calls, progress);
     QString index = writer.writeIndexPage();
     writer.writeFullKml();
     return index;

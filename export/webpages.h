@@ -8,6 +8,8 @@
 
 #include <QString>
 
+#include <functional>
+
 namespace quillon {
 
 /// What the web pages are made from.
@@ -21,6 +23,9 @@ struct WebSite
     DateTime now; ///< told as the time of making
 };
 
+/// Told of each month that is done: how many of the grid's rows are, and how many rows there are.
+using WebPagesProgress = std::function<void(int done, int count)>;
+
 /// Writes the web site into "html" in the application directory and returns the path of its index page, to be
 /// opened. In this order: the map viewer page is copied; for each month, as it is met from the last row up,
 /// its page and its KML file (removed when no reception of the month belongs to a transmitter); the index;
@@ -30,7 +35,8 @@ struct WebSite
 /// Each file is written whole, and only when its bytes change. Throws the run-time error of what failed:
 /// "File not found" with the path of a missing template or map viewer page, "Type mismatch" for a row without
 /// a date-time; the files written until then stay.
+/// `progress` may be empty.
 QString exportWebPages(const QString &applicationDir, const WebSite &site, const Regional &regional,
-    FileCalls &calls = FileCalls::real());
+    FileCalls &calls = FileCalls::real(), const WebPagesProgress &progress = {});
 
 } // namespace quillon

@@ -107,6 +107,12 @@ SearchResult readLine(QStringView line, qsizetype lineNumber, NumberFormat forma
         .uid = fields[8].toString()};
 }
 
+// Positions are stored with ".", whatever the locale.
+QString positionText(QString text)
+{
+    return text.replace(u',', u'.');
+}
+
 } // namespace
 
 std::optional<QByteArray> searchUrl(
@@ -165,8 +171,8 @@ SearchResult chosenResult(const QString &row)
         .country = fields[3],
         .transmitter = fields[4],
         .power = fields[5],
-        .latitude = fields[6],
-        .longitude = fields[7],
+        .latitude = positionText(fields[6]),
+        .longitude = positionText(fields[7]),
         .uid = fields[8]};
 }
 

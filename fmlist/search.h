@@ -58,8 +58,8 @@ struct SearchAnswer
 /// The nine values separated by tabs.
 [[nodiscard]] QString resultRow(const SearchResult &result);
 
-/// The values of a row that the user chose, without any "&#". Throws "Subscript out of range" for a row of
-/// fewer than nine values.
+/// The values of a row that the user chose, without any "&#", the position with "." as decimal separator.
+/// Throws "Subscript out of range" for a row of fewer than nine values.
 [[nodiscard]] SearchResult chosenResult(const QString &row);
 
 /// The index of the first row with exactly this PI (trimmed, in upper case); the last row when none has it,

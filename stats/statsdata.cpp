@@ -1,5 +1,6 @@
 #include "stats/statsdata.h"
 
+#include "core/propagation.h"
 #include "platform/runtimeerror.h"
 
 #include <algorithm>
@@ -14,8 +15,6 @@ namespace {
 
 constexpr std::array<QStringView, 12> monthNames {u"January", u"February", u"March", u"April", u"May",
     u"June", u"July", u"August", u"September", u"October", u"November", u"December"};
-
-constexpr std::array<QStringView, 7> modes {u"Es", u"Tropo", u"MS", u"TEP", u"Aur", u"F2", u"FAI"};
 
 constexpr int yearsEnd = 10000;
 constexpr int yearDigits = 4;
@@ -95,7 +94,7 @@ int convertMonthToNumber(QStringView month)
 
 QStringList modeChoices()
 {
-    return withEverything(modes);
+    return withEverything(propagationModes);
 }
 
 QStringList monthChoices()

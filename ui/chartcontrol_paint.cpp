@@ -169,6 +169,8 @@ void ChartControl::paintPeriods(QPainter &painter) const
 {
     constexpr qreal belowAxis = 8;
     constexpr qreal gap = 3;
+    // No font is smaller than nothing: a chart without room for its periods keeps them tiny.
+    constexpr qreal leastReduction = 0.1;
     if (m_table.isEmpty()) {
         return;
     }
@@ -178,7 +180,7 @@ void ChartControl::paintPeriods(QPainter &painter) const
     for (const QString &period : m_table.categories()) {
         widest = std::max(widest, QFontMetricsF(font()).horizontalAdvance(period.trimmed()));
     }
-    painter.setFont(scaledFont(font(), std::min(1.0, (width - gap) / widest)));
+    painter.setFont(scaledFont(font(), std::clamp((width - gap) / widest, leastReduction, 1.0)));
     painter.setPen(m_style.text);
     QRectF place(plot.left(), plot.bottom() + belowAxis, width, QFontMetricsF(font()).height());
     for (const QString &period : m_table.categories()) {

@@ -1,6 +1,7 @@
 #include "core/ui/form1.h"
 
 #include "core/logbookfile.h"
+#include "core/propagation.h"
 #include "platform/numbers.h"
 #include "txdb/countries.h"
 #include "txdb/countrynames.h"
@@ -119,7 +120,9 @@ void Form1::Form_Load()
             m_config.createDefaultConfig();
         }
     });
-    m_ui->Combo2->addItems({u"Es"_s, u"Tropo"_s, u"MS"_s, u"TEP"_s, u"Aur"_s, u"F2"_s, u"FAI"_s});
+    for (const QStringView mode : propagationModes) {
+        m_ui->Combo2->addItem(mode.toString());
+    }
     m_ui->Combo2->setCurrentIndex(-1);
     guarded(messageParent, [this] { m_config.readConfig(); });
     showTitle();

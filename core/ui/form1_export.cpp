@@ -36,11 +36,16 @@ void Form1::menuExportWebPage_Click()
     QString index;
     {
         const BusyPointer busy;
+        const ShownProgress progress(*m_progress, u"Exporting %v of %m"_s);
         const Hidden hidden(*m_ui->Grid1);
         const GridCells cells(*m_ui->Grid1);
         index = exportWebPages(m_config.applicationDir(),
             {cells, m_log, m_transmitters, m_config.settings().callsign, versionText(), localNow()},
-            m_options.regional, *m_options.fileCalls);
+            m_options.regional, *m_options.fileCalls, [this](int done, int count) {
+                m_progress->setRange(0, count);
+                m_progress->setValue(done);
+                m_progress->repaint();
+            });
     }
     openFile(index);
 }

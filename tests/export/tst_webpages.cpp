@@ -219,6 +219,22 @@ private Q_SLOTS:
         QCOMPARE(site.page(u"quillon_logindex.htm"_s), "\xD6<$TOTAL>\r\n"_ba.replace("$TOTAL", "7"));
     }
 
+    void eachListedMonthIsToldAsProgress()
+    {
+        const Site site(sampleLog());
+        QList<int> told;
+        const WebSite source {site.grid, site.log, site.transmitters, u"X"_s, u"V1.0.0"_s, {}};
+        exportWebPages(
+            site.directory.path(), source, site.regional, FileCalls::real(), [&](int done, int count) {
+                QCOMPARE(count, site.grid.rows() - 1);
+                QVERIFY(done > told.value(told.size() - 1, 0));
+                told.append(done);
+            });
+        QCOMPARE(told.size(), site.page(u"quillon_logindex.htm"_s).count("<tr>"));
+        QVERIFY(!told.isEmpty());
+        QCOMPARE(told.last(), site.grid.rows() - 1);
+    }
+
     void filesAndFolderAreFoundInAnyCase()
     {
         const Site site = siteOfRows({});

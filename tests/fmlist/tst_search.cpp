@@ -222,6 +222,18 @@ private Q_SLOTS:
         QCOMPARE(highlightedRow({}, u"D3C1"_s), -1);
     }
 
+    void aChosenPositionHasPointsInEveryLocale()
+    {
+        const QString line = u"87.6;D3C1;RADIO_1;D;D, Berlin;0.5;-33.8679;13.4049;4711\n"_s;
+        const QString row = readSearchAnswer(line, comma).rows.value(0);
+        QCOMPARE(row, u"87,6\tD3C1\tRADIO_1\tD\tBerlin\t0,5\t-33,8679\t13,4049\t4711"_s);
+        const SearchResult chosen = chosenResult(row);
+        QCOMPARE(chosen.frequency, u"87,6"_s);
+        QCOMPARE(chosen.power, u"0,5"_s);
+        QCOMPARE(chosen.latitude, u"-33.8679"_s);
+        QCOMPARE(chosen.longitude, u"13.4049"_s);
+    }
+
     void aChosenRowComesApartAtItsTabs()
     {
         const SearchResult result {u"87.6"_s, u"D3C1"_s, u"R&#65;1"_s, u"D"_s, u"Berlin"_s, u"10"_s,

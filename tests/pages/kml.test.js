@@ -22,6 +22,18 @@ test('every field of an exported placemark is read', () => {
   });
 });
 
+for (const [codePage, name, expected] of [
+  ['windows-1250', '&#179;&#211;d&#159;', '\u0142\u00d3d\u017a'], ['windows-1251', '&#204;&#238;', '\u041c\u043e'],
+  ['windows-1252', '&#179;&#228;', '\u00b3\u00e4'], ['utf-8', '&#228;', '\u00e4'], ['unknown', '&#228;', '\u00e4'],
+  ['windows-1250', '&#65;&#322;', 'A\u0142'],
+]) {
+  test(`${name} is read in ${codePage}`, () => {
+    const [read] = readKml(kmlText('F', [{ name, country: 'PL', lat: '50', lon: '20' }]), codePage).transmitters;
+    assert.equal(read.site, expected);
+    assert.equal(decodeReferences(name, codePage), expected);
+  });
+}
+
 test('a transmitter export has no receptions and red markers', () => {
   const { receptions, colour } = one({ colour: 'ff0000ff' });
   assert.deepEqual([receptions, colour], [[], '#ff0000']);

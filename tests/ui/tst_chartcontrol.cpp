@@ -10,6 +10,7 @@
 #include <QGuiApplication>
 #include <QLegend>
 #include <QLegendMarker>
+#include <QRegularExpression>
 #include <QTest>
 #include <QToolTip>
 #include <QValueAxis>
@@ -253,6 +254,26 @@ private Q_SLOTS:
         QVERIFY(chart.viewport()->grab().toImage() != before);
         chart.setTable(risingMonths());
         QVERIFY(chart.accessibleDescription().startsWith(u"All / All / All. Jan: 1, Feb: 2, "_s));
+    }
+
+    void aChartWithoutRoomForItsPeriodsIsDrawnAllTheSame_data()
+    {
+        QTest::addColumn<int>("width");
+        for (const int width : {400, 120, 60, 20, 1}) {
+            QTest::addRow("%d pixels", width) << width;
+        }
+    }
+
+    void aChartWithoutRoomForItsPeriodsIsDrawnAllTheSame()
+    {
+        QFETCH(int, width);
+        QTest::failOnWarning(QRegularExpression(u"setPointSize"_s));
+        ChartControl chart;
+        chart.setMinimumSize(1, 1);
+        show(chart, risingMonths());
+        chart.resize(width, 500);
+        QTest::qWait(1);
+        QVERIFY(!chart.viewport()->grab().isNull());
     }
 
     void thePictureIsCopied()

@@ -44,15 +44,34 @@ function unescapeBytes(value) {
   return Uint8Array.from(bytes);
 }
 
-const highCodes = new TextDecoder('windows-1252').decode(Uint8Array.from({ length: 32 }, (_, i) => 128 + i));
+// The characters of the codes 128 to 255; a code that is no character by itself is one of windows-1252.
+function highCharacters(label) {
+  const codes = Array.from({ length: 128 }, (_, i) => 128 + i);
+  const [wanted, western] = [decoder(label), decoder('windows-1252')];
+  return codes.map((code) => {
+    const character = wanted.decode(Uint8Array.of(code));
+    return character.length === 1 && character !== '\ufffd' ? character : western.decode(Uint8Array.of(code));
+  });
+}
+
+const knownHighCharacters = new Map();
+
+function highCharacter(code, label) {
+  if (!knownHighCharacters.has(label)) knownHighCharacters.set(label, highCharacters(label));
+  return knownHighCharacters.get(label)[code - 128];
+}
+
 const namedEntities = { amp: '&', lt: '<', gt: '>', quot: '"', apos: "'" };
 
-/** Text with its character references replaced; an "&" that begins none stays what it is. */
-export function decodeReferences(text) {
+/**
+ * Text with its character references replaced; an "&" that begins none stays what it is. The log writes codes of its
+ * code page: 128 to 255 are those of `codePage` (an encoding label).
+ */
+export function decodeReferences(text, codePage = 'windows-1252') {
   return text.replace(/&(?:#(\d{1,7})|#[xX]([0-9A-Fa-f]{1,6})|(amp|lt|gt|quot|apos));/g, (all, decimal, hex, name) => {
     if (name) return namedEntities[name];
     const code = decimal ? Number(decimal) : parseInt(hex, 16);
-    if (code >= 128 && code < 160) return highCodes[code - 128];
+    if (code >= 128 && code < 256) return highCharacter(code, codePage);
     return code > 0 && code <= 0x10ffff ? String.fromCodePoint(code) : all;
   });
 }

@@ -5,9 +5,9 @@ import { decodeReferences } from './bytes.js';
  * The transmitters of a KML text:
  * { name, transmitters: [{ name, site, country, colour, position, receptions }] }, where `position` is
  * { lat, lon } in degrees or null, `colour` is "#rrggbb" or null, and a reception is { date, pi, rds, freq } or { text }.
- * Every text is plain text. Throws an Error when the text is no KML.
+ * Every text is plain text; `codePage` is that of the character references. Throws an Error when the text is no KML.
  */
-export function readKml(text) {
+export function readKml(text, codePage) {
   if (!/<(kml|Placemark)[\s>]/.test(text)) throw new Error('there is no KML in it');
   const find = finder(text);
   const token = /<(\/?)(Placemark|name|description|color|coordinates)(?:\s[^>]*)?>/g;
@@ -16,17 +16,17 @@ export function readKml(text) {
   for (let match = token.exec(text); match; match = token.exec(text)) {
     const [, closing, element] = match;
     if (element === 'Placemark') {
-      if (current) result.transmitters.push(transmitter(current));
+      if (current) result.transmitters.push(transmitter(current, codePage));
       current = closing ? null : {};
     } else if (!closing) {
       const start = token.lastIndex;
-      const { content, end } = element === 'description' ? description(text, start, find) : plain(text, element, start, find);
+      const { content, end } = element === 'description' ? description(text, start, find, codePage) : plain(text, element, start, find);
       token.lastIndex = end;
       if (current) current[element] ??= content;
-      else if (element === 'name') result.name ||= decodeReferences(unwrap(content));
+      else if (element === 'name') result.name ||= decodeReferences(unwrap(content), codePage);
     }
   }
-  if (current) result.transmitters.push(transmitter(current));
+  if (current) result.transmitters.push(transmitter(current, codePage));
   return result;
 }
 
@@ -51,10 +51,10 @@ function plain(text, element, start, find) {
 }
 
 // A list of receptions may hold anything: "]]>" ends it only where the element ends too.
-function description(text, start, find) {
+function description(text, start, find, codePage) {
   if (!text.slice(start, start + 32).trimStart().startsWith('<![CDATA[')) {
     const { content, end } = plain(text, 'description', start, find);
-    return { content: decodeReferences(content), end };
+    return { content: decodeReferences(content, codePage), end };
   }
   const ending = /\s*<\/description>/y;
   const first = text.indexOf('<![CDATA[', start) + 9;
@@ -69,8 +69,8 @@ function unwrap(content) {
   return content.replace(/^\s*<!\[CDATA\[([^]*)\]\]>\s*$/, '$1').trim();
 }
 
-function transmitter(elements) {
-  const name = decodeReferences(unwrap(elements.name ?? ''));
+function transmitter(elements, codePage) {
+  const name = decodeReferences(unwrap(elements.name ?? ''), codePage);
   const at = name.endsWith(')') ? name.lastIndexOf(' (') : -1;
   return {
     name,

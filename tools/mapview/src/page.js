@@ -48,7 +48,7 @@ function show(name, bytes) {
   let kml;
   try {
     if (bytes.byteLength > largestFile) throw new Error(`it is larger than ${largestFile / 1024 / 1024} MiB`);
-    kml = readKml(decodeText(bytes, codePage));
+    kml = readKml(decodeText(bytes, codePage), codePage);
   } catch (error) {
     explain(`${name} cannot be shown`, `${name} cannot be read as a map: ${error.message}.`);
     return;
