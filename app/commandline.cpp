@@ -29,6 +29,30 @@ void tellMissingDisplay(QtMsgType type, const QMessageLogContext &context, const
     std::_Exit(EXIT_FAILURE);
 }
 
+// The options that the toolkit takes for itself, so that they are known before it runs.
+QList<QCommandLineOption> toolkitOptions()
+{
+    QList<QCommandLineOption> options;
+    for (const char *name :
+        {"platform", "platformpluginpath", "platformtheme", "plugin", "qwindowgeometry", "geometry",
+            "qwindowicon", "icon", "qwindowtitle", "title", "display", "session", "style", "stylesheet"}) {
+        options += QCommandLineOption(QString::fromLatin1(name), {}, u"value"_s);
+    }
+    for (const char *name : {"reverse", "widgetcount", "nograb", "dograb", "sync"}) {
+        options += QCommandLineOption(QString::fromLatin1(name));
+    }
+    for (QCommandLineOption &option : options) {
+        option.setFlags(QCommandLineOption::HiddenFromHelp);
+    }
+    return options;
+}
+
+int refused(const QString &why)
+{
+    std::fputs(qPrintable(QString(u"quillon: "_s + why + u'\n')), stderr);
+    return EXIT_FAILURE;
+}
+
 } // namespace
 
 CommandLine::CommandLine()
@@ -42,6 +66,7 @@ CommandLine::CommandLine()
     m_parser.setApplicationDescription(u"Logbook for long-distance reception of FM stations."_s);
     m_parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);
     m_parser.addOptions({m_directory, m_help, m_version});
+    m_parser.addOptions(toolkitOptions());
 }
 
 std::optional<int> CommandLine::answered(int argc, char *argv[])
@@ -51,7 +76,7 @@ std::optional<int> CommandLine::answered(int argc, char *argv[])
     for (int i = 0; i < argc; ++i) {
         arguments += QString::fromLocal8Bit(argv[i]);
     }
-    m_parser.parse(arguments);
+    const bool understood = m_parser.parse(arguments);
     if (m_parser.isSet(m_help)) {
         std::fputs(qPrintable(m_parser.helpText()), stdout);
         return EXIT_SUCCESS;
@@ -59,6 +84,14 @@ std::optional<int> CommandLine::answered(int argc, char *argv[])
     if (m_parser.isSet(m_version)) {
         std::puts("quillon " QUILLON_VERSION);
         return EXIT_SUCCESS;
+    }
+    if (!understood) {
+        return refused(m_parser.errorText());
+    }
+    const QStringList surplus = m_parser.positionalArguments();
+    if (!surplus.isEmpty()) {
+        return refused(u"unexpected argument \""_s + surplus.first()
+            + u"\". To keep all files in a directory, say --directory DIR."_s);
     }
     return std::nullopt;
 }

@@ -13,8 +13,8 @@ class CommandLine
 public:
     CommandLine();
 
-    /// Answers --help, --version and an option that does not exist; the exit code, or nothing when the
-    /// program is to start. Needs no display. `argv` stays as it is.
+    /// Answers --help, --version, an option that does not exist and a surplus argument; the exit code, or
+    /// nothing when the program is to start. Needs no display. `argv` stays as it is.
     [[nodiscard]] std::optional<int> answered(int argc, char *argv[]);
 
     /// The value of --directory, empty when not given. `arguments` are those that the toolkit has left.

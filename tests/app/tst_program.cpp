@@ -55,6 +55,47 @@ public:
     [[nodiscard]] bool ended() { return process.waitForFinished(patience); }
 };
 
+// A display of its own.
+class OwnScreen
+{
+public:
+    OwnScreen() = default;
+    OwnScreen(const OwnScreen &) = delete;
+    OwnScreen &operator=(const OwnScreen &) = delete;
+    ~OwnScreen()
+    {
+        m_server.terminate();
+        m_server.waitForFinished(patience);
+    }
+    [[nodiscard]] bool start()
+    {
+        m_server.start(u"Xvfb"_s, {u"-displayfd"_s, u"1"_s, u"-screen"_s, u"0"_s, u"1280x800x24"_s});
+        return m_server.waitForStarted(patience) && m_server.waitForReadyRead(patience);
+    }
+    void give(Program &program)
+    {
+        if (m_name.isEmpty()) {
+            m_name = u':' + QString::fromLatin1(m_server.readLine().trimmed());
+        }
+        program.set(u"QT_QPA_PLATFORM"_s, u"xcb"_s);
+        program.set(u"DISPLAY"_s, m_name);
+    }
+
+private:
+    QProcess m_server;
+    QString m_name;
+};
+
+// Presses a key in the window with this title as soon as it is there.
+bool typed(QProcess &keys, const Program &program, const QString &title, const QString &key)
+{
+    keys.setProcessEnvironment(program.process.processEnvironment());
+    keys.start(u"xdotool"_s,
+        {u"search"_s, u"--sync"_s, u"--onlyvisible"_s, u"--name"_s, title, u"windowfocus"_s, u"--sync"_s,
+            u"key"_s, key});
+    return keys.waitForFinished(patience);
+}
+
 QByteArray bytesOf(const QString &path)
 {
     QFile file(path);
@@ -86,9 +127,11 @@ private Q_SLOTS:
     void aFileInPlaceOfTheDirectoryIsRefused();
     void versionAndHelpNeedNoDisplay_data();
     void versionAndHelpNeedNoDisplay();
-    void anUnknownOptionIsRefused();
+    void whatItDoesNotKnowIsRefused_data();
+    void whatItDoesNotKnowIsRefused();
+    void theToolkitsOptionsAreTaken();
     void withoutADisplayTheProgramSaysSo();
-    void killedItLeavesTheLogbookAsItWas();
+    void aStartThatIsEndedLeavesTheLogbookAsItWas();
     void theWindowEndsTheProgramWithSuccess();
 };
 
@@ -130,10 +173,12 @@ void TestProgram::thePortableProgramKeepsItsFilesBesideIt()
     const QString copy = program.home.file(u"stick/quillon"_s);
     program.home.write(u"stick/Logbook.ini"_s, "LOGBOOK_FILENAME=mine.log\r\n");
     program.home.write(u"stick/mine.log"_s, "not a logbook\r\n");
+    program.home.write(u"stick/.mine.log.new"_s, "not");
     QVERIFY(QFile::copy(QStringLiteral(QUILLON_PROGRAM), copy));
     QVERIFY(program.start({}, copy));
-    // The program has nothing to write here: that it runs is all there is to see.
-    QTest::qWait(2000);
+    // The program has nothing to write here; what a killed writing left beside the logbook goes when it is
+    // read.
+    QTRY_VERIFY_WITH_TIMEOUT(!QFile::exists(program.home.file(u"stick/.mine.log.new"_s)), patience);
     QCOMPARE(program.process.state(), QProcess::Running);
     QVERIFY(!QFile::exists(program.home.file(u"data"_s)));
     QCOMPARE(namesIn(program.home.file(u"stick"_s)),
@@ -172,11 +217,17 @@ void TestProgram::anExistingDirectoryGetsTheConfigurationAlone()
 void TestProgram::aFileInPlaceOfTheDirectoryIsRefused()
 {
     Program program;
+    OwnScreen display;
+    QVERIFY2(display.start(), "this test needs Xvfb");
+    display.give(program);
     program.home.write(u"taken"_s, "mine");
     QVERIFY(program.start({u"--directory"_s, u"taken"_s}));
     // The message waits for the user; nothing is written.
-    QTest::qWait(2000);
-    QCOMPARE(program.process.state(), QProcess::Running);
+    QProcess keys;
+    QVERIFY2(typed(keys, program, u"^Quillon$"_s, u"Return"_s), "this test needs xdotool");
+    QVERIFY(program.ended());
+    QCOMPARE(program.process.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(program.process.exitCode(), 1);
     QCOMPARE(bytesOf(program.home.file(u"taken"_s)), "mine"_ba);
     QCOMPARE(program.home.names().contains(u"data"_s), false);
 }
@@ -203,15 +254,46 @@ void TestProgram::versionAndHelpNeedNoDisplay()
     QCOMPARE(program.home.names(), QStringList());
 }
 
-void TestProgram::anUnknownOptionIsRefused()
+void TestProgram::whatItDoesNotKnowIsRefused_data()
 {
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QByteArray>("said");
+    QTest::addColumn<QString>("platform");
+    for (const QString &platform : {u"offscreen"_s, u"none such"_s}) {
+        const auto row = [&](const char *what, const QStringList &arguments, const QByteArray &said) {
+            QTest::addRow("%s, %s", what, qPrintable(platform)) << arguments << said << platform;
+        };
+        row("an option", {u"--folder"_s, u"x"_s}, "quillon: Unknown option 'folder'.\n");
+        row("a directory without its option", {u"dx"_s},
+            "quillon: unexpected argument \"dx\". To keep all files in a directory, say --directory DIR.\n");
+        row("an option without its value", {u"--directory"_s},
+            "quillon: Missing value after '--directory'.\n");
+    }
+}
+
+void TestProgram::whatItDoesNotKnowIsRefused()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(QByteArray, said);
+    QFETCH(QString, platform);
     Program program;
-    QVERIFY(program.start({u"--folder"_s, u"x"_s}));
+    program.set(u"QT_QPA_PLATFORM"_s, platform);
+    QVERIFY(program.start(arguments));
     QVERIFY(program.ended());
     QCOMPARE(program.process.exitStatus(), QProcess::NormalExit);
     QCOMPARE(program.process.exitCode(), 1);
-    QVERIFY(program.process.readAllStandardError().contains("folder"));
-    QVERIFY(!program.home.names().contains(u"data"_s));
+    QCOMPARE(program.process.readAllStandardError(), said);
+    QCOMPARE(program.home.names(), QStringList());
+}
+
+void TestProgram::theToolkitsOptionsAreTaken()
+{
+    Program program;
+    program.set(u"QT_QPA_PLATFORM"_s, u"none such"_s);
+    QVERIFY(program.start(
+        {u"-platform"_s, u"offscreen"_s, u"-style"_s, u"fusion"_s, u"--directory"_s, u"given"_s}));
+    QTRY_COMPARE_WITH_TIMEOUT(
+        bytesOf(program.home.file(u"given/LOGBOOK.INI"_s)), defaultConfiguration, patience);
 }
 
 void TestProgram::withoutADisplayTheProgramSaysSo()
@@ -228,7 +310,7 @@ void TestProgram::withoutADisplayTheProgramSaysSo()
         "DISPLAY or WAYLAND_DISPLAY.\n"_ba);
 }
 
-void TestProgram::killedItLeavesTheLogbookAsItWas()
+void TestProgram::aStartThatIsEndedLeavesTheLogbookAsItWas()
 {
     Program program;
     const QByteArray log = logLine("D3C3", "12/06/2010 18:22:05", "87.6", "RNE_1");
@@ -244,30 +326,20 @@ void TestProgram::killedItLeavesTheLogbookAsItWas()
 // On a real display: the key of the menu's Exit closes the window.
 void TestProgram::theWindowEndsTheProgramWithSuccess()
 {
-    QProcess server;
-    server.start(u"Xvfb"_s, {u"-displayfd"_s, u"1"_s, u"-screen"_s, u"0"_s, u"1280x800x24"_s});
-    QVERIFY2(server.waitForStarted(patience), "this test needs Xvfb");
-    QTRY_VERIFY_WITH_TIMEOUT(server.canReadLine(), patience);
-    const QString display = u':' + QString::fromLatin1(server.readLine().trimmed());
+    OwnScreen display;
+    QVERIFY2(display.start(), "this test needs Xvfb");
     {
         Program program;
-        program.set(u"QT_QPA_PLATFORM"_s, u"xcb"_s);
-        program.set(u"DISPLAY"_s, display);
+        display.give(program);
         program.home.write(u"old/LOGBOOK.INI"_s, "LOG_BOOK_CALLSIGN=CLOSING\r\n");
         QVERIFY(program.start({u"--directory"_s, u"old"_s}));
         QProcess keys;
-        keys.setProcessEnvironment(program.process.processEnvironment());
-        keys.start(u"xdotool"_s,
-            {u"search"_s, u"--sync"_s, u"--onlyvisible"_s, u"--name"_s, u"^Quillon - CLOSING$"_s,
-                u"windowfocus"_s, u"--sync"_s, u"key"_s, u"ctrl+q"_s});
-        QVERIFY2(keys.waitForFinished(patience), "this test needs xdotool");
+        QVERIFY2(typed(keys, program, u"^Quillon - CLOSING$"_s, u"ctrl+q"_s), "this test needs xdotool");
         QVERIFY(program.ended());
         QCOMPARE(program.process.exitStatus(), QProcess::NormalExit);
         QCOMPARE(program.process.exitCode(), 0);
         QCOMPARE(namesIn(program.home.file(u"old"_s)), QStringList {u"LOGBOOK.INI"_s});
     }
-    server.terminate();
-    QVERIFY(server.waitForFinished(patience));
 }
 
 QTEST_GUILESS_MAIN(TestProgram)
