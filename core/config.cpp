@@ -203,6 +203,9 @@ void Config::readConfig()
 {
     setDefaults(m_settings);
     readSettings(m_codePage.decode(readFile(iniPath())), m_settings);
+    if (m_whenRead) {
+        m_whenRead();
+    }
 }
 
 void Config::changeConfig(const QString &key, const QString &value, bool upCase)

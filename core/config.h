@@ -7,7 +7,9 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
 #include <optional>
+#include <utility>
 
 namespace quillon {
 
@@ -77,6 +79,8 @@ public:
     void createDefaultConfig();
     /// Sets the defaults, then reads the file. Throws when it cannot be read.
     void readConfig();
+    /// Does this after every reading of the file.
+    void whenRead(std::function<void()> work) { m_whenRead = std::move(work); }
     /// Rewrites one key, which includes its "=", and reads all settings again. Throws when the file cannot be
     /// read or written; it then stands as it was.
     void changeConfig(const QString &key, const QString &value, bool upCase = false);
@@ -93,6 +97,7 @@ private:
     CodePage m_codePage;
     FileCalls &m_calls;
     Settings m_settings;
+    std::function<void()> m_whenRead;
 };
 
 } // namespace quillon

@@ -55,6 +55,7 @@ private Q_SLOTS:
     void theScratchPadIsSavedAndCancelled();
     void theAboutWindowOpensItsLink();
     void theAboutWindowClosesOnAnyKey();
+    void theScratchPadRefreshesTheTitle();
     void theProgramEndsWithTheMainWindow();
 };
 
@@ -299,7 +300,7 @@ void TestWindows::theScratchPadIsSavedAndCancelled()
     main.start();
     main.click("Command12");
     auto *pad = main.find<ScratchPad>("ScratchPad");
-    pad->findChild<QPlainTextEdit *>(u"Text1"_s)->setPlainText(u"one\ntwo"_s);
+    pad->findChild<QPlainTextEdit *>(u"Text1"_s)->insertPlainText(u"one\ntwo"_s);
     press(pad, u"OKButton"_s);
     settle();
     const QByteArray ini = "LOG_BOOK_CALLSIGN=NOCALL\r\nSCRATCH_PAD=oneCRLFtwo\r\n";
@@ -347,6 +348,16 @@ void TestWindows::theAboutWindowClosesOnAnyKey()
         settle();
         QVERIFY2(!about, qPrintable(QVariant::fromValue(key).toString()));
     }
+}
+
+void TestWindows::theScratchPadRefreshesTheTitle()
+{
+    MainWindow main;
+    main.start(entry);
+    main.directory.write(u"LOGBOOK.INI"_s, "LOG_BOOK_CALLSIGN=DL1ABC\r\n");
+    main.click("Command12");
+    press(main.find<ScratchPad>("ScratchPad"), u"OKButton"_s);
+    QCOMPARE(main.form().windowTitle(), u"Quillon - DL1ABC"_s);
 }
 
 void TestWindows::theProgramEndsWithTheMainWindow()
