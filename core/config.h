@@ -7,7 +7,9 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
 #include <optional>
+#include <utility>
 
 namespace quillon {
 
@@ -78,6 +80,8 @@ public:
     /// Sets the defaults, then reads the file, and removes what a writing that was killed left beside it.
     /// Throws when it cannot be read.
     void readConfig();
+    /// Does this after every reading of the file.
+    void whenRead(std::function<void()> work) { m_whenRead = std::move(work); }
     /// Rewrites one key, which includes its "=", and reads all settings again. Throws when the file cannot be
     /// read or written; file and settings then stand as they were, unless only the sync of the directory
     /// failed: both then hold the change.
@@ -95,6 +99,7 @@ private:
     CodePage m_codePage;
     FileCalls &m_calls;
     Settings m_settings;
+    std::function<void()> m_whenRead;
 };
 
 } // namespace quillon

@@ -30,6 +30,13 @@ void showDirectoryHint(QLabel *label, const QString &directory)
     label->setVisible(!label->text().isEmpty());
 }
 
+// Another window or a menu takes the focus only for a while.
+bool isForAWhile(Qt::FocusReason reason)
+{
+    return reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason
+        || reason == Qt::MenuBarFocusReason;
+}
+
 } // namespace
 
 Form2::Form2(QWidget *parent, Config &config)
@@ -43,8 +50,12 @@ Form2::Form2(QWidget *parent, Config &config)
         [this] { guarded(this, [this] { Form2_Command1_Click(); }); });
     connect(m_ui->Command2, &QPushButton::clicked, this, [this] { Form2_Command2_Click(); });
     m_ui->rdsdir->installEventFilter(this);
-    connect(m_ui->browseRdsdx, &QPushButton::clicked, this, [this] { browse(m_ui->rdsdir); });
-    connect(m_ui->browseRdsSpy, &QPushButton::clicked, this, [this] { browse(m_ui->rdsspydir); });
+    connect(m_ui->browseRdsdx, &QPushButton::clicked, this, [this] {
+        guarded(this, [this] { browse(m_ui->rdsdir, u"Choose the directory of the RDSDX logs"_s); });
+    });
+    connect(m_ui->browseRdsSpy, &QPushButton::clicked, this, [this] {
+        guarded(this, [this] { browse(m_ui->rdsspydir, u"Choose the directory of the RDS Spy logs"_s); });
+    });
     for (const QLineEdit *field : {m_ui->latitude, m_ui->longitude, m_ui->rdsdir, m_ui->rdsspydir}) {
         connect(field, &QLineEdit::textChanged, this, [this] { showHints(); });
     }
@@ -94,9 +105,10 @@ void Form2::showHints()
     resize(width(), qMax(height(), layout()->totalHeightForWidth(width())));
 }
 
-void Form2::browse(QLineEdit *field)
+void Form2::browse(QLineEdit *field, const QString &title)
 {
-    const QString chosen = QFileDialog::getExistingDirectory(this, {}, field->text());
+    const QString chosen = QFileDialog::getExistingDirectory(
+        this, title, resolveDirectory(field->text(), WindowsPlaces::ofProcess()));
     if (!chosen.isEmpty()) {
         field->setText(chosen);
     }
@@ -105,7 +117,7 @@ void Form2::browse(QLineEdit *field)
 bool Form2::eventFilter(QObject *watched, QEvent *event)
 {
     if (watched == m_ui->rdsdir && event->type() == QEvent::FocusOut
-        && static_cast<QFocusEvent *>(event)->reason() != Qt::ActiveWindowFocusReason) {
+        && !isForAWhile(static_cast<QFocusEvent *>(event)->reason())) {
         Form2_rdsdir_LostFocus();
     }
     return QDialog::eventFilter(watched, event);

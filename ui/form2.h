@@ -39,7 +39,7 @@ private:
     void Form2_rdsdir_LostFocus();
     void alignLabels();
     void showHints();
-    void browse(QLineEdit *field);
+    void browse(QLineEdit *field, const QString &title);
 
     std::unique_ptr<Ui::Form2> m_ui;
     Config &m_config;

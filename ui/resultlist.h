@@ -38,6 +38,7 @@ public:
 
     /// What an empty list says.
     void setEmptyText(const QString &text);
+    [[nodiscard]] const QString &emptyText() const { return m_emptyText; }
 
 Q_SIGNALS:
     /// The user double-clicked a line, or pressed Enter on it.

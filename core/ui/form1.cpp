@@ -37,6 +37,7 @@ Form1::Form1(const Form1Options &options)
     , m_transmitterFile(*options.fileCalls)
     , m_inet(new Inet1(options.regional.codePage, this))
 {
+    m_config.whenRead([this] { showTitle(); });
     m_ui->setupUi(this);
     resize(size().boundedTo(screen()->availableSize() - frameAllowance));
     addStatusBar();
@@ -49,10 +50,6 @@ Form1::Form1(const Form1Options &options)
         {u"Transmitter"_s, u"Hohenpeissenberg"_s}, {u"Power"_s, u"100"_s, true},
         {u"Latitude"_s, u"-12.3456"_s, true}, {u"Longitude"_s, u"-123.4567"_s, true},
         {u"UID"_s, u"1234567"_s, true}});
-    m_ui->List1->setEmptyText(
-        u"Search PI DB lists earlier receptions here.\nDouble-click one to show it in the log."_s);
-    m_ui->List2->setEmptyText(
-        u"Search FMList lists matching stations here.\nDouble-click one to take it over."_s);
     m_ui->Grid1->setEmptyText(
         u"No receptions yet. Press F5 to log the first one quickly, or Ctrl+N to type all of it."_s);
     QSizePolicy policy = m_ui->Grid1->sizePolicy();
@@ -125,7 +122,6 @@ void Form1::Form_Load()
     }
     m_ui->Combo2->setCurrentIndex(-1);
     guarded(messageParent, [this] { m_config.readConfig(); });
-    showTitle();
     m_mapDir->setText(m_config.settings().mapDirectory);
     m_ui->Grid1->writeGridHeader();
     lockEntryForm();

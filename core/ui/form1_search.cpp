@@ -7,14 +7,39 @@ namespace quillon {
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+QString fieldOf(LogSearch search)
+{
+    switch (search) {
+    case LogSearch::PiCodeContains:
+        return u"PI Code"_s;
+    case LogSearch::RdsNameContains:
+        return u"RDS Name"_s;
+    case LogSearch::TransmitterContains:
+        return u"Name/Locale"_s;
+    case LogSearch::FreqEquals:
+        return u"Freq"_s;
+    case LogSearch::CountryEquals:
+        return u"Country"_s;
+    }
+    return {};
+}
+
+} // namespace
+
 void Form1::showList1()
 {
+    m_ui->List1->setEmptyText(
+        u"Search PI DB lists earlier receptions here.\nDouble-click one to show it in the log."_s);
     m_ui->List2->hide();
     m_ui->List1->show();
 }
 
 void Form1::showList2()
 {
+    m_ui->List2->setEmptyText(
+        u"Search FMList lists matching stations here.\nDouble-click one to take it over."_s);
     m_ui->List1->hide();
     m_ui->List2->show();
 }
@@ -24,6 +49,7 @@ void Form1::searchPiDb(LogSearch search, const QString &text)
     showList1();
     m_ui->List1->clear();
     m_ui->List1->setLines(searchLog(m_log, search, text));
+    m_ui->List1->setEmptyText(u"No earlier reception with %1 \"%2\"."_s.arg(fieldOf(search), text));
 }
 
 // Search PI DB by PI Code.

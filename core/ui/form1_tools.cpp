@@ -6,6 +6,7 @@
 #include "ui/busypointer.h"
 #include "ui/form2.h"
 #include "ui/frmsplash.h"
+#include "ui/guard.h"
 #include "ui/messages.h"
 #include "ui/openwindow.h"
 #include "ui/scratchpad.h"
@@ -38,8 +39,10 @@ void Form1::menuToolsConverter_Click()
     }
     auto *window = new Dialog(m_config.settings(), this);
     connect(window, &Dialog::sendToLogBook, this, [this](const QString &latitude, const QString &longitude) {
-        m_ui->Text7->setText(latitude);
-        m_ui->Text10->setText(longitude);
+        guarded(this, [&] {
+            m_ui->Text7->setText(latitude);
+            m_ui->Text10->setText(longitude);
+        });
     });
     window->show();
 }
@@ -60,10 +63,7 @@ void Form1::menuSetup_Click()
         return;
     }
     auto *window = new Form2(this, m_config);
-    connect(window, &Form2::saved, this, [this] {
-        showTitle();
-        populateGrid();
-    });
+    connect(window, &Form2::saved, this, [this] { guarded(this, [this] { populateGrid(); }); });
     window->show();
 }
 

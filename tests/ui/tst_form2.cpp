@@ -271,6 +271,24 @@ private Q_SLOTS:
         QCOMPARE(m_config->settings().rdsdxDirectory, kept);
     }
 
+    void aMenuLeavesTheBackslash_data()
+    {
+        QTest::addColumn<int>("reason");
+        QTest::newRow("a context menu") << int(Qt::PopupFocusReason);
+        QTest::newRow("a menu bar") << int(Qt::MenuBarFocusReason);
+        QTest::newRow("another window") << int(Qt::ActiveWindowFocusReason);
+    }
+
+    void aMenuLeavesTheBackslash()
+    {
+        QFETCH(int, reason);
+        open("");
+        type(u"rdsdir"_s, u"C:\\dx\\"_s);
+        QFocusEvent left(QEvent::FocusOut, static_cast<Qt::FocusReason>(reason));
+        QCoreApplication::sendEvent(&field(u"rdsdir"_s), &left);
+        QCOMPARE(field(u"rdsdir"_s).text(), u"C:\\dx\\"_s);
+    }
+
     void enterInTheDirectoryDropsTheBackslashToo()
     {
         open(settings);

@@ -41,6 +41,7 @@ private Q_SLOTS:
     void theFiveButtonsHaveOneCaption();
     void aButtonListsWhatItsFieldMatches_data();
     void aButtonListsWhatItsFieldMatches();
+    void aSearchWithoutResultSaysSo();
     void theTextIsUsedAsItStands();
     void aSearchReplacesTheResultsBefore();
     void aSearchShowsItsList();
@@ -108,6 +109,19 @@ void TestSearch::aButtonListsWhatItsFieldMatches()
     QCOMPARE(window.resultLines(), lines);
     QCOMPARE(window.answers.takeTexts(), QStringList());
     QCOMPARE(window.form().selected(), -1);
+}
+
+void TestSearch::aSearchWithoutResultSaysSo()
+{
+    MainWindow window;
+    window.start(someLog(), {}, "D\r\nE\r\n");
+    QVERIFY(window.list().emptyText().startsWith(u"Search PI DB lists "_s));
+    window.type("Text1", u"FFFF"_s);
+    window.click("Command4");
+    QCOMPARE(window.list().emptyText(), u"No earlier reception with PI Code \"FFFF\"."_s);
+    window.type("Text9", u"%1"_s);
+    window.click("Command7");
+    QCOMPARE(window.list().emptyText(), u"No earlier reception with Freq \"%1\"."_s);
 }
 
 void TestSearch::theTextIsUsedAsItStands()

@@ -55,7 +55,11 @@ private Q_SLOTS:
     void theScratchPadIsSavedAndCancelled();
     void theAboutWindowOpensItsLink();
     void theAboutWindowClosesOnAnyKey();
+<<<<<<< HEAD
     void theAboutWindowStaysForTabAndModifiers();
+=======
+    void theScratchPadRefreshesTheTitle();
+>>>>>>> fix3
     void theProgramEndsWithTheMainWindow();
 };
 
@@ -300,7 +304,7 @@ void TestWindows::theScratchPadIsSavedAndCancelled()
     main.start();
     main.click("Command12");
     auto *pad = main.find<ScratchPad>("ScratchPad");
-    pad->findChild<QPlainTextEdit *>(u"Text1"_s)->setPlainText(u"one\ntwo"_s);
+    pad->findChild<QPlainTextEdit *>(u"Text1"_s)->insertPlainText(u"one\ntwo"_s);
     press(pad, u"OKButton"_s);
     settle();
     const QByteArray ini = "LOG_BOOK_CALLSIGN=NOCALL\r\nSCRATCH_PAD=oneCRLFtwo\r\n";
@@ -350,6 +354,7 @@ void TestWindows::theAboutWindowClosesOnAnyKey()
     }
 }
 
+<<<<<<< HEAD
 void TestWindows::theAboutWindowStaysForTabAndModifiers()
 {
     MainWindow main;
@@ -365,6 +370,16 @@ void TestWindows::theAboutWindowStaysForTabAndModifiers()
         QVERIFY(about->isVisible());
     }
     QVERIFY(about->focusWidget() != first);
+=======
+void TestWindows::theScratchPadRefreshesTheTitle()
+{
+    MainWindow main;
+    main.start(entry);
+    main.directory.write(u"LOGBOOK.INI"_s, "LOG_BOOK_CALLSIGN=DL1ABC\r\n");
+    main.click("Command12");
+    press(main.find<ScratchPad>("ScratchPad"), u"OKButton"_s);
+    QCOMPARE(main.form().windowTitle(), u"Quillon - DL1ABC"_s);
+>>>>>>> fix3
 }
 
 void TestWindows::theProgramEndsWithTheMainWindow()
