@@ -204,15 +204,11 @@ void Config::readConfig()
 {
     const QString ini = iniPath();
     setDefaults(m_settings);
-<<<<<<< HEAD
     readSettings(m_codePage.decode(readFile(ini)), m_settings);
     removeLeftover(ini);
-=======
-    readSettings(m_codePage.decode(readFile(iniPath())), m_settings);
     if (m_whenRead) {
         m_whenRead();
     }
->>>>>>> fix3
 }
 
 void Config::changeConfig(const QString &key, const QString &value, bool upCase)
