@@ -366,32 +366,33 @@ void TestWindows::theAboutWindowStaysForTabAndModifiers()
         QVERIFY(about->isVisible());
     }
     QVERIFY(about->focusWidget() != first);
+}
 
-    void TestWindows::theScratchPadRefreshesTheTitle()
-    {
-        MainWindow main;
-        main.start(entry);
-        main.directory.write(u"LOGBOOK.INI"_s, "LOG_BOOK_CALLSIGN=DL1ABC\r\n");
-        main.click("Command12");
-        press(main.find<ScratchPad>("ScratchPad"), u"OKButton"_s);
-        QCOMPARE(main.form().windowTitle(), u"Quillon - DL1ABC"_s);
+void TestWindows::theScratchPadRefreshesTheTitle()
+{
+    MainWindow main;
+    main.start(entry);
+    main.directory.write(u"LOGBOOK.INI"_s, "LOG_BOOK_CALLSIGN=DL1ABC\r\n");
+    main.click("Command12");
+    press(main.find<ScratchPad>("ScratchPad"), u"OKButton"_s);
+    QCOMPARE(main.form().windowTitle(), u"Quillon - DL1ABC"_s);
+}
+
+void TestWindows::theProgramEndsWithTheMainWindow()
+{
+    QSignalSpy last(qApp, &QGuiApplication::lastWindowClosed);
+    MainWindow main;
+    main.start(entry);
+    for (const char *command : {"menuToolsConverter", "menuStats", "menuSetup", "menuAbout"}) {
+        main.trigger(command);
     }
+    main.click("Command12");
+    QCOMPARE(last.count(), 0);
+    QMetaObject::invokeMethod(&main.form(), &QWidget::close, Qt::QueuedConnection);
+    QCOMPARE(QApplication::exec(), 0);
+    QCOMPARE(last.count(), 1);
+    QCOMPARE(main.logbook(), entry);
+}
 
-    void TestWindows::theProgramEndsWithTheMainWindow()
-    {
-        QSignalSpy last(qApp, &QGuiApplication::lastWindowClosed);
-        MainWindow main;
-        main.start(entry);
-        for (const char *command : {"menuToolsConverter", "menuStats", "menuSetup", "menuAbout"}) {
-            main.trigger(command);
-        }
-        main.click("Command12");
-        QCOMPARE(last.count(), 0);
-        QMetaObject::invokeMethod(&main.form(), &QWidget::close, Qt::QueuedConnection);
-        QCOMPARE(QApplication::exec(), 0);
-        QCOMPARE(last.count(), 1);
-        QCOMPARE(main.logbook(), entry);
-    }
-
-    QTEST_MAIN(TestWindows)
+QTEST_MAIN(TestWindows)
 #include "tst_windows.moc"
