@@ -94,6 +94,7 @@ private:
     void addTransmitterOfForm();
     [[nodiscard]] LogEntry entryOfForm() const;
     [[nodiscard]] QString utcNowText() const;
+    void showNotes(const QString &notes);
     [[nodiscard]] QString notesOfForm() const;
 
     // form1_fields.cpp: states of the form, checks of its fields

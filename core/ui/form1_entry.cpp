@@ -31,6 +31,12 @@ QString Form1::utcNowText() const
     return generalText(UtcNow());
 }
 
+void Form1::showNotes(const QString &notes)
+{
+    m_ui->Text3->setPlainText(notes);
+    m_shownNotes = notes;
+}
+
 // Notes that nobody touched are as they were; the text box knows one kind of line end.
 QString Form1::notesOfForm() const
 {
@@ -69,8 +75,7 @@ void Form1::Command2_Click()
         {m_ui->Text1, m_ui->Text6, m_ui->Text7, m_ui->Text10, m_ui->Text8, m_ui->Text5, m_ui->uid}) {
         field->clear();
     }
-    m_ui->Text3->clear();
-    m_shownNotes.clear();
+    showNotes({});
     unlockEntryForm();
     m_ui->Command3->setEnabled(false);
     m_ui->Command9->setEnabled(false);

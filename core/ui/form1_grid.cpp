@@ -95,8 +95,7 @@ void Form1::showEntry(const LogEntry &entry)
     m_ui->Text8->setText(entry.rdsName);
     m_ui->Text5->setText(entry.transmitter);
     m_ui->Combo3->setEditText(entry.country);
-    m_ui->Text3->setPlainText(entry.notes);
-    m_shownNotes = entry.notes;
+    showNotes(entry.notes);
     m_ui->Text9->setText(entry.freq);
     m_ui->Combo2->setEditText(entry.prop);
     m_ui->Text6->setText(entry.power);

@@ -79,7 +79,7 @@ void Form1::addReception(const RdsSpyReception &reception)
     for (QLineEdit *field : {m_ui->Text5, m_ui->Text6, m_ui->Text7, m_ui->Text10, m_ui->uid}) {
         field->clear();
     }
-    m_ui->Text3->clear();
+    showNotes({});
     const qint32 before = m_log.count();
     try {
         Command1_Click();
