@@ -7,7 +7,6 @@
 #include "ui/busypointer.h"
 #include "ui/desktop.h"
 #include "ui/frmsplash.h"
-#include "ui/gridcells.h"
 #include "ui/messages.h"
 #include "ui/widgetstate.h"
 #include "ui_form1.h"
@@ -38,9 +37,8 @@ void Form1::menuExportWebPage_Click()
         const BusyPointer busy;
         const ShownProgress progress(*m_progress, u"Exporting %v of %m"_s);
         const Hidden hidden(*m_ui->Grid1);
-        const GridCells cells(*m_ui->Grid1);
         index = exportWebPages(m_config.applicationDir(),
-            {cells, m_log, m_transmitters, m_config.settings().callsign, versionText(), localNow()},
+            {*m_ui->Grid1, m_log, m_transmitters, m_config.settings().callsign, versionText(), localNow()},
             m_options.regional, *m_options.fileCalls, [this](int done, int count) {
                 m_progress->setRange(0, count);
                 m_progress->setValue(done);
@@ -72,8 +70,8 @@ void Form1::menuExportEmail_Click()
     QString written;
     {
         const Hidden hidden(*m_ui->Grid1);
-        written = writeTextLog(m_config.applicationDir(), GridCells(*m_ui->Grid1), range, m_options.regional,
-            *m_options.fileCalls);
+        written = writeTextLog(
+            m_config.applicationDir(), *m_ui->Grid1, range, m_options.regional, *m_options.fileCalls);
     }
     openFile(written);
 }
