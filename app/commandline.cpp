@@ -1,5 +1,7 @@
 #include "commandline.h"
 
+#include "ui/version.h"
+
 #include <QCoreApplication>
 
 #include <cstdio>
@@ -82,7 +84,7 @@ std::optional<int> CommandLine::answered(int argc, char *argv[])
         return EXIT_SUCCESS;
     }
     if (m_parser.isSet(m_version)) {
-        std::puts("quillon " QUILLON_VERSION);
+        std::puts(qPrintable(u"quillon "_s + versionNumber()));
         return EXIT_SUCCESS;
     }
     if (!understood) {

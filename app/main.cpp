@@ -2,6 +2,7 @@
 #include "core/ui/form1.h"
 #include "platform/applicationdirectory.h"
 #include "ui/guard.h"
+#include "ui/version.h"
 
 #include <QApplication>
 #include <QIcon>
@@ -34,7 +35,7 @@ int main(int argc, char *argv[])
     QApplication application(argc, argv);
     displayGuard.reset();
     QApplication::setApplicationName(u"quillon"_s);
-    QApplication::setApplicationVersion(QStringLiteral(QUILLON_VERSION));
+    QApplication::setApplicationVersion(versionNumber());
     QApplication::setDesktopFileName(u"quillon"_s);
     QApplication::setWindowIcon(programIcon());
 

@@ -1,7 +1,7 @@
 // The commands of the main window at full size: 32,498 entries and 5,001 transmitters. Each is measured in
 // processor time of the whole process and printed beside its bar.
 
-#include "core/logbookfile.h"
+#include "core/logbooklines.h"
 #include "core/ui/form1.h"
 #include "platform/files.h"
 #include "support.h"

@@ -1,4 +1,4 @@
-#include "core/logbookfile.h"
+#include "core/logbooklines.h"
 #include "platform/files.h"
 #include "support.h"
 #include "txdb/distances.h"
@@ -58,14 +58,15 @@ void plainScan(benchmark::State &state)
     for ([[maybe_unused]] const auto step : state) {
         measureTransmitters(list, settings, false);
         for (qint32 index = 0; index < log.count(); ++index) {
-            LogEntry &entry = log.entry(index);
-            for (const Transmitter &row : list) {
-                if (row.name == entry.transmitter && row.country == entry.country
-                    && !row.distance.isEmpty()) {
-                    entry.dist = row.distance;
-                    break;
+            log.changeEntry(index, [&](LogEntry &entry) {
+                for (const Transmitter &row : list) {
+                    if (row.name == entry.transmitter && row.country == entry.country
+                        && !row.distance.isEmpty()) {
+                        entry.dist = row.distance;
+                        break;
+                    }
                 }
-            }
+            });
         }
     }
     reportSize(state, log, list);

@@ -1,4 +1,4 @@
-#include "core/logbookfile.h"
+#include "core/logbooklines.h"
 #include "import/rdsdx.h"
 #include "import/rdsspy.h"
 #include "platform/folder.h"

@@ -2,8 +2,9 @@
 
 #include "bench/logfile.h"
 #include "core/gridrows.h"
-#include "core/logbookfile.h"
+#include "core/logbooklines.h"
 #include "platform/files.h"
+#include "platform/keptfile.h"
 #include "txdb/pisearch.h"
 
 #include <QFile>
@@ -86,20 +87,40 @@ void savePlain(benchmark::State &state)
 }
 BENCHMARK(savePlain)->Unit(benchmark::kMillisecond)->UseRealTime();
 
+// One entry has changed, as after every Add, Update and Delete.
 void save(benchmark::State &state)
 {
-    const Logbook log = fullLogbook();
+    Logbook log = fullLogbook();
     const QString path = filePath(directory(), u"save.log"_s);
-    const CodePage page = regional().codePage;
+    LogbookLines lines(log, regional().codePage);
     // The file is there and known, as it is on every save but the first.
     writeFile(path, fullLogbookFile());
     KeptFile kept;
     kept.readWhole(path, *fileState(path));
+    kept.save(path, directory(), lines.bytes());
+    qint32 changed = 0;
     while (state.KeepRunning()) {
-        kept.save(path, directory(), logbookBytes(log, page));
+        log.changeEntry(changed, [](LogEntry &entry) { entry.prop = u"Es"_s; });
+        changed = (changed + 1) % log.count();
+        kept.save(path, directory(), lines.bytes());
     }
 }
 BENCHMARK(save)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+// The first save of a run encodes every entry.
+void saveFirst(benchmark::State &state)
+{
+    const Logbook log = fullLogbook();
+    const QString path = filePath(directory(), u"first.log"_s);
+    writeFile(path, fullLogbookFile());
+    KeptFile kept;
+    kept.readWhole(path, *fileState(path));
+    while (state.KeepRunning()) {
+        LogbookLines lines(log, regional().codePage);
+        kept.save(path, directory(), lines.bytes());
+    }
+}
+BENCHMARK(saveFirst)->Unit(benchmark::kMillisecond)->UseRealTime();
 
 void serialise(benchmark::State &state)
 {

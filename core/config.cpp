@@ -1,5 +1,6 @@
 #include "core/config.h"
 
+#include "core/linebreaks.h"
 #include "platform/files.h"
 #include "platform/runtimeerror.h"
 
@@ -60,7 +61,7 @@ void readLine(const QString &line, Settings &settings)
         }
         QString value = line.last(line.size() - key.name.size());
         if (key.member == &Settings::scratchPad) {
-            value.replace("CRLF"_L1, "\r\n"_L1);
+            value = unfoldedLineBreaks(value);
         }
         if (key.member == &Settings::callsign) {
             settings.titleCallsign = value;

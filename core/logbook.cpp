@@ -15,15 +15,6 @@ constexpr qint16 firstCapacity = 500;
 constexpr qint16 growth = 2000;
 constexpr qint32 slotsKeptFree = 3;
 
-std::size_t checkedIndex(qint32 index, qint32 count)
-{
-    if (index < 0 || index >= count) {
-        throw RuntimeError(ErrorName::SubscriptOutOfRange,
-            u"There is no entry %1 in the log, which holds %2"_s.arg(index).arg(count));
-    }
-    return static_cast<std::size_t>(index);
-}
-
 } // namespace
 
 Logbook::Logbook()
@@ -34,12 +25,23 @@ Logbook::Logbook()
 
 const LogEntry &Logbook::entry(qint32 index) const
 {
-    return m_slots[checkedIndex(index, m_count)];
+    return m_slots[checkedIndex(index, m_count, u"entry")];
 }
 
-LogEntry &Logbook::entry(qint32 index)
+LogEntry &Logbook::changing(qint32 index)
 {
-    return m_slots[checkedIndex(index, m_count)];
+    LogEntry &entry = m_slots[checkedIndex(index, m_count, u"entry")];
+    touch(index);
+    return entry;
+}
+
+void Logbook::touch(qint32 index)
+{
+    const auto block = static_cast<std::size_t>(index / blockSize);
+    if (block >= m_revisions.size()) {
+        m_revisions.resize(block + 1);
+    }
+    m_revisions[block] = ++m_lastRevision;
 }
 
 void Logbook::AddEntry(LogEntry entry)
@@ -54,6 +56,7 @@ void Logbook::AddEntry(LogEntry entry)
         entry.dist = std::move(slot.dist);
     }
     slot = std::move(entry);
+    touch(m_count);
     ++m_count;
     if (m_count > m_capacity - slotsKeptFree) {
         if (m_capacity > std::numeric_limits<qint16>::max() - growth) {

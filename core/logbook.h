@@ -21,7 +21,12 @@ public:
 
     /// The entry of that number. Throws "Subscript out of range".
     [[nodiscard]] const LogEntry &entry(qint32 index) const;
-    [[nodiscard]] LogEntry &entry(qint32 index);
+    /// Calls `change(LogEntry &)` with the entry of that number. Throws "Subscript out of range".
+    template<typename Change>
+    void changeEntry(qint32 index, Change change)
+    {
+        change(changing(index));
+    }
 
     /// Appends an entry. An empty Dist leaves the text that the slot holds. Throws "Overflow" when the log
     /// cannot grow any more (the entry itself is in the log then), "Subscript out of range" when there is no
@@ -37,8 +42,22 @@ public:
     [[nodiscard]] auto begin() const { return m_slots.begin(); }
     [[nodiscard]] auto end() const { return m_slots.begin() + m_count; }
 
+    /// Entries in a block: of each block the log knows when it last changed.
+    static constexpr qint32 blockSize = 256;
+    /// A number that grows with every change of an entry of block 0, 1, 2 ...: entries 0 to 255, 256 to 511
+    /// ...
+    [[nodiscard]] quint64 revision(qint32 block) const
+    {
+        return m_revisions[static_cast<std::size_t>(block)];
+    }
+
 private:
+    LogEntry &changing(qint32 index);
+    void touch(qint32 index);
+
     std::vector<LogEntry> m_slots;
+    std::vector<quint64> m_revisions;
+    quint64 m_lastRevision = 0;
     qint32 m_count = 0;
     qint16 m_capacity;
 };

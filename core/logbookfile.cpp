@@ -1,5 +1,6 @@
 #include "core/logbookfile.h"
 
+#include "core/linebreaks.h"
 #include "platform/runtimeerror.h"
 
 #include <algorithm>
@@ -98,46 +99,8 @@ LogEntry entryOf(QByteArrayView line, LogbookLayout layout, const Regional &regi
         field(page, fields[3]), field(page, fields[4]), field(page, fields[5]), field(page, fields[6]),
         field(page, fields[7]), field(page, fields[8]), field(page, fields[9]), field(page, fields[10]),
         field(page, fields[11])};
-    entry.notes.replace("CRLF"_L1, "\r\n"_L1);
+    entry.notes = unfoldedLineBreaks(entry.notes);
     return entry;
-}
-
-// More bytes than a line of the file can have.
-qsizetype longestLine(const LogEntry &entry)
-{
-    constexpr qsizetype dateAndMarks = 40;
-    return entry.piCode.size() + entry.prop.size() + entry.freq.size() + entry.transmitter.size()
-        + entry.country.size() + 2 * entry.notes.size() + entry.rdsName.size() + entry.power.size()
-        + entry.dist.size() + entry.fmlist.size() + entry.uid.size() + dateAndMarks;
-}
-
-// Writes one line; returns its end.
-char *writeLine(char *out, const LogEntry &entry, const CodePage &page)
-{
-    const auto put = [&](QStringView text) {
-        out = page.encodeTo(out, text);
-        *out++ = '|';
-    };
-    put(entry.piCode);
-    out = std::ranges::copy(generalCharacters(entry.dateTime), out).out;
-    *out++ = '|';
-    put(entry.prop);
-    put(entry.freq);
-    put(entry.transmitter);
-    put(entry.country);
-    if (entry.notes.contains("\r\n"_L1)) {
-        put(QString(entry.notes).replace("\r\n"_L1, "CRLF"_L1));
-    } else {
-        put(entry.notes);
-    }
-    put(entry.rdsName);
-    put(entry.power);
-    put(entry.dist);
-    put(entry.fmlist);
-    put(entry.uid);
-    *out++ = '\r';
-    *out++ = '\n';
-    return out;
 }
 
 } // namespace
@@ -177,23 +140,6 @@ bool readLogbook(Logbook &log, QByteArrayView file, const Regional &regional, co
         rest = rest.sliced(line.length);
     }
     return whole;
-}
-
-QByteArray logbookBytes(const Logbook &log, const CodePage &codePage)
-{
-    qsizetype most = 0;
-    for (const LogEntry &entry : log) {
-        most += longestLine(entry);
-    }
-    QByteArray bytes(most, Qt::Uninitialized);
-    char *out = bytes.data();
-    for (const LogEntry &entry : log) {
-        if (!isDeleted(entry)) {
-            out = writeLine(out, entry, codePage);
-        }
-    }
-    bytes.resize(out - bytes.constData());
-    return bytes;
 }
 
 LogbookLoading loadLogbook(Logbook &log, const QString &path, const Regional &regional, KeptFile &kept)

@@ -27,9 +27,6 @@ enum class LogbookLayout {
 /// log.
 bool readLogbook(Logbook &log, QByteArrayView file, const Regional &regional, const QString &fileName);
 
-/// The file of the log: one line of the current layout for each entry that is not deleted.
-[[nodiscard]] QByteArray logbookBytes(const Logbook &log, const CodePage &codePage);
-
 /// What became of a logbook file at start.
 enum class LogbookLoading {
     NoFile,

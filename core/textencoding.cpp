@@ -1,5 +1,7 @@
 #include "core/textencoding.h"
 
+#include "platform/numbers.h"
+
 #include <algorithm>
 #include <array>
 #include <optional>
@@ -16,11 +18,6 @@ constexpr qsizetype referenceLength = 6;
 bool isKept(QChar c)
 {
     return (c >= u'0' && c <= u'9') || (c >= u'A' && c <= u'Z') || (c >= u'a' && c <= u'z');
-}
-
-bool isDigit(QChar c)
-{
-    return c >= u'0' && c <= u'9';
 }
 
 // The number of the reference that begins the text; nothing when none does.

@@ -1,5 +1,6 @@
 #include "fmlist/autosearch.h"
 
+#include "core/linebreaks.h"
 #include "fmlist/tags.h"
 
 namespace quillon {
@@ -67,9 +68,8 @@ QByteArray updateLogLine(
         line += QString::number(c) + u':' + columns[c] + u'\t';
     }
     // A note of several lines is one record all the same.
-    line.replace("\r\n"_L1, "CRLF"_L1);
-    line += u"\r\n"_s;
-    return codePage.encode(line);
+    const QString record = foldedLineBreaks(line) + u"\r\n"_s;
+    return codePage.encode(record);
 }
 
 QString updatedText(int updated)

@@ -99,8 +99,8 @@ Upload uploadLogs(Logbook &log, const Settings &settings, const CodePage &codePa
             const QString answer = post(uploadBody(log.entry(i), settings, codePage));
             if (isAccepted(answer)) {
                 // Looked up again: the log may have grown while the answer was waited for.
-                LogEntry &entry = log.entry(i);
-                entry.fmlist = SetTagValue(entry.fmlist, stateTag, u"sent");
+                log.changeEntry(
+                    i, [](LogEntry &entry) { entry.fmlist = SetTagValue(entry.fmlist, stateTag, u"sent"); });
                 ++upload.accepted;
             }
             answered(answer, ++done, count);

@@ -3,6 +3,7 @@
 
 #include "core/gridrows.h"
 #include "core/logbookfile.h"
+#include "core/logbooklines.h"
 #include "platform/runtimeerror.h"
 
 #include <QLocale>

@@ -1,4 +1,4 @@
-#include "core/logbookfile.h"
+#include "core/logbooklines.h"
 #include "import/rdsdx.h"
 #include "platform/files.h"
 #include "platform/runtimeerror.h"

@@ -1,6 +1,7 @@
 #include "geo/maidenhead.h"
 
 #include "geo/coordinates.h"
+#include "platform/numbers.h"
 
 #include <algorithm>
 #include <cmath>
@@ -23,11 +24,6 @@ QString significantPart(const QString &text)
 bool isLetter(QChar c)
 {
     return c >= u'A' && c <= u'Z';
-}
-
-bool isDigit(QChar c)
-{
-    return c >= u'0' && c <= u'9';
 }
 
 bool matchesPattern(QStringView loc)

@@ -1,6 +1,7 @@
 #include "import/rdsdx.h"
 
 #include "platform/files.h"
+#include "platform/numbers.h"
 #include "platform/runtimeerror.h"
 
 #include <algorithm>
@@ -27,11 +28,6 @@ QStringView trimmedOfBlanks(QStringView text)
 QStringView columns(QStringView line, qsizetype first, qsizetype last)
 {
     return trimmedOfBlanks(line.mid(first - 1, last - first + 1));
-}
-
-bool isDigit(QChar c)
-{
-    return c >= u'0' && c <= u'9';
 }
 
 // The whole number that a text of digits is; -1 for any other text.

@@ -1,4 +1,5 @@
 #include "platform/datetime.h"
+#include "platform/numbers.h"
 
 #include <algorithm>
 
@@ -10,11 +11,6 @@ namespace {
 
 constexpr std::array<QStringView, 12> englishMonths {u"january", u"february", u"march", u"april", u"may",
     u"june", u"july", u"august", u"september", u"october", u"november", u"december"};
-
-bool isDigit(QChar c)
-{
-    return c >= u'0' && c <= u'9';
-}
 
 // Reads the text from the left; every take* leaves it as it was when what it wants is not there.
 class Reader

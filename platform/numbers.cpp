@@ -15,11 +15,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-bool isDigit(QChar c)
-{
-    return c >= u'0' && c <= u'9';
-}
-
 qsizetype digitsAt(QStringView text, qsizetype at)
 {
     qsizetype end = at;

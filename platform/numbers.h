@@ -16,6 +16,12 @@ struct NumberFormat
     [[nodiscard]] static NumberFormat fromEnvironment();
 };
 
+/// True for the ten ASCII digits alone.
+[[nodiscard]] constexpr bool isDigit(QChar c)
+{
+    return c >= u'0' && c <= u'9';
+}
+
 /// The number that a text holds: blanks around, a sign, ASCII digits with one "," or "." as the decimal
 /// separator, an exponent. Nothing for every other text, for "NaN" and for what a double cannot hold.
 [[nodiscard]] std::optional<double> numeric(QStringView text);

@@ -56,6 +56,15 @@ QString RuntimeError::text() const
     return u"Run-time error: "_s + errorText(m_name) + u'\n' + m_doing;
 }
 
+std::size_t checkedIndex(qint32 index, qint32 count, QStringView thing)
+{
+    if (index < 0 || index >= count) {
+        throw RuntimeError(ErrorName::SubscriptOutOfRange,
+            u"There is no %1 number %2; there are %3 of them"_s.arg(thing).arg(index).arg(count));
+    }
+    return static_cast<std::size_t>(index);
+}
+
 RuntimeError systemError(int code, const QString &doing)
 {
     switch (code) {

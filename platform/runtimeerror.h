@@ -48,6 +48,10 @@ private:
     QByteArray m_what;
 };
 
+/// The index for a container that holds `count` of what `thing` names in one word. Throws "Subscript out of
+/// range".
+[[nodiscard]] std::size_t checkedIndex(qint32 index, qint32 count, QStringView thing);
+
 /// The error that a failed system call stands for (ENOSPC is "Disk full", ENOENT "File not found" ...).
 [[nodiscard]] RuntimeError systemError(int code, const QString &doing);
 

@@ -1,6 +1,7 @@
 #include "stats/statsdata.h"
 
 #include "core/propagation.h"
+#include "platform/numbers.h"
 #include "platform/runtimeerror.h"
 
 #include <algorithm>
@@ -33,7 +34,6 @@ QStringList withEverything(std::span<const QStringView> texts)
 
 int yearNumber(QStringView text)
 {
-    const auto isDigit = [](QChar c) { return c >= u'0' && c <= u'9'; };
     return text.size() == yearDigits && std::ranges::all_of(text, isDigit) ? text.toInt() : noYear;
 }
 

@@ -49,10 +49,9 @@ void giveDistances(const TransmitterList &list, Logbook &log)
 {
     // A site is in the list once, so the one that is found is the first that matches.
     for (qint32 index = 0; index < log.count(); ++index) {
-        LogEntry &entry = log.entry(index);
-        const auto found = list.find(entry.transmitter, entry.country);
+        const auto found = list.find(log.entry(index).transmitter, log.entry(index).country);
         if (found && !list.row(*found).distance.isEmpty()) {
-            entry.dist = list.row(*found).distance;
+            log.changeEntry(index, [&](LogEntry &entry) { entry.dist = list.row(*found).distance; });
         }
     }
 }

@@ -11,20 +11,11 @@ namespace {
 
 constexpr qsizetype fieldCount = 5;
 
-std::size_t checkedIndex(int index, int count)
-{
-    if (index < 0 || index >= count) {
-        throw RuntimeError(ErrorName::SubscriptOutOfRange,
-            u"There is no row %1 in the transmitter list, which holds %2"_s.arg(index).arg(count));
-    }
-    return static_cast<std::size_t>(index);
-}
-
 } // namespace
 
 const Transmitter &TransmitterList::row(int index) const
 {
-    return m_rows[checkedIndex(index, count())];
+    return m_rows[checkedIndex(index, count(), u"transmitter")];
 }
 
 bool TransmitterList::add(const Transmitter &transmitter)
@@ -55,7 +46,7 @@ std::optional<int> TransmitterList::find(const QString &name, const QString &cou
 
 void TransmitterList::setDistance(int index, const QString &distance)
 {
-    m_rows[checkedIndex(index, count())].distance = distance;
+    m_rows[checkedIndex(index, count(), u"transmitter")].distance = distance;
 }
 
 QStringList TransmitterList::namesOfCountry(QStringView country) const

@@ -1,6 +1,7 @@
 #include "ui/frmsplash.h"
 
 #include "ui/desktop.h"
+#include "ui/version.h"
 #include "ui_frmsplash.h"
 
 #include <QEvent>

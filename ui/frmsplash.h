@@ -45,10 +45,4 @@ private:
     QString m_directory;
 };
 
-/// "Quillon V" and the program's version, major.minor.revision.
-[[nodiscard]] QString versionLabel();
-
-/// "V" and the program's version, major.minor.revision.
-[[nodiscard]] QString versionText();
-
 } // namespace quillon

@@ -3,6 +3,7 @@
 #include "platform/runtimeerror.h"
 #include "ui/gridmodel.h"
 #include "ui/tablelook.h"
+#include "ui/widgetstate.h"
 
 #include <QHeaderView>
 #include <QKeyEvent>

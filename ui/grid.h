@@ -86,23 +86,4 @@ private:
     int m_notesWidth = 0; ///< what the Notes column needs; it gets what the window has to spare
 };
 
-/// Keeps a widget from drawing, as long as it lives.
-class RedrawOff
-{
-public:
-    explicit RedrawOff(QWidget &widget)
-        : m_widget(widget)
-        , m_before(widget.updatesEnabled())
-    {
-        m_widget.setUpdatesEnabled(false);
-    }
-    ~RedrawOff() { m_widget.setUpdatesEnabled(m_before); }
-    RedrawOff(const RedrawOff &) = delete;
-    RedrawOff &operator=(const RedrawOff &) = delete;
-
-private:
-    QWidget &m_widget;
-    bool m_before;
-};
-
 } // namespace quillon

@@ -1,6 +1,7 @@
 #include "ui/scratchpad.h"
 
 #include "core/config.h"
+#include "core/linebreaks.h"
 #include "ui/guard.h"
 #include "ui_scratchpad.h"
 
@@ -41,7 +42,7 @@ void ScratchPad::ScratchPad_OKButton_Click()
                    .replace(QChar::ParagraphSeparator, "\r\n"_L1)
                    .replace(QChar::LineSeparator, "\r\n"_L1);
     }
-    m_config.changeConfig(u"SCRATCH_PAD="_s, scratchPadValue(note));
+    m_config.changeConfig(u"SCRATCH_PAD="_s, foldedLineBreaks(note));
     close();
 }
 
@@ -49,11 +50,6 @@ void ScratchPad::ScratchPad_OKButton_Click()
 void ScratchPad::CancelButton_Click()
 {
     close();
-}
-
-QString scratchPadValue(QString note)
-{
-    return note.replace("\r\n"_L1, "CRLF"_L1);
 }
 
 } // namespace quillon

@@ -33,7 +33,4 @@ private:
     QString m_offered; ///< the note as it was kept, each blank and line end as it stood
 };
 
-/// The note as the value of one configuration line: every CR LF pair as the four letters "CRLF".
-[[nodiscard]] QString scratchPadValue(QString note);
-
 } // namespace quillon

@@ -1,12 +1,17 @@
-#include "ui/frmsplash.h"
+#include "ui/version.h"
 
 namespace quillon {
 
 using namespace Qt::StringLiterals;
 
+QString versionNumber()
+{
+    return QStringLiteral(QUILLON_VERSION);
+}
+
 QString versionText()
 {
-    return u"V"_s + QStringLiteral(QUILLON_VERSION);
+    return u"V"_s + versionNumber();
 }
 
 QString versionLabel()

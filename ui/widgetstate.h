@@ -65,6 +65,25 @@ private:
     QWidget &m_widget;
 };
 
+/// Keeps a widget from drawing, as long as it lives.
+class RedrawOff
+{
+public:
+    explicit RedrawOff(QWidget &widget)
+        : m_widget(widget)
+        , m_before(widget.updatesEnabled())
+    {
+        m_widget.setUpdatesEnabled(false);
+    }
+    ~RedrawOff() { m_widget.setUpdatesEnabled(m_before); }
+    RedrawOff(const RedrawOff &) = delete;
+    RedrawOff &operator=(const RedrawOff &) = delete;
+
+private:
+    QWidget &m_widget;
+    bool m_before;
+};
+
 /// Keeps a progress bar shown, as long as it lives. It begins empty; `format` is what stands in it, "%v" for
 /// how much is done and "%m" for how much there is.
 class ShownProgress

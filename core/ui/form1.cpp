@@ -9,6 +9,7 @@
 #include "ui/guard.h"
 #include "ui/inet1.h"
 #include "ui/messages.h"
+#include "ui/version.h"
 #include "ui_form1.h"
 
 #include <QApplication>
@@ -33,6 +34,7 @@ Form1::Form1(const Form1Options &options)
     : m_ui(std::make_unique<Ui::Form1>())
     , m_options(options)
     , m_config(options.applicationDir, options.regional.codePage, *options.fileCalls)
+    , m_logbookLines(m_log, options.regional.codePage)
     , m_logbookFile(*options.fileCalls)
     , m_transmitterFile(*options.fileCalls)
     , m_inet(new Inet1(options.regional.codePage, this))
@@ -186,6 +188,8 @@ void Form1::loadLogbookFile()
             m_status->setText(
                 u"The logbook %1 was not loaded: its first line has an unknown layout"_s.arg(path));
         }
+        // The first save is then as quick as all the others.
+        m_logbookLines.prepare();
     } catch (const RuntimeError &) {
         m_status->setText(u"The logbook %1 was not loaded whole: %2 entries were read"_s.arg(
             path, QString::number(m_log.count())));

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "core/config.h"
-#include "core/logbook.h"
+#include "core/logbooklines.h"
 #include "fmlist/autosearch.h"
 #include "fmlist/search.h"
 #include "platform/keptfile.h"
@@ -195,6 +195,7 @@ private:
     Form1Options m_options;
     Config m_config;
     Logbook m_log;
+    LogbookLines m_logbookLines;
     TransmitterList m_transmitters;
     KeptFile m_logbookFile;
     KeptFile m_transmitterFile;

@@ -171,8 +171,8 @@ void Form1::updateFromResult(int row)
 void Form1::markEntry(int row, qint32 number, Finding finding)
 {
     m_ui->Grid1->setText(row, GridColumn::FMList, findingText(finding));
-    LogEntry &entry = m_log.entry(number);
-    entry.fmlist = markedField(entry.fmlist, finding);
+    m_log.changeEntry(
+        number, [finding](LogEntry &entry) { entry.fmlist = markedField(entry.fmlist, finding); });
 }
 
 // One line of autoupdate.log: the cells of a row.

@@ -133,14 +133,14 @@ void Form1::Command1_Click()
 void Form1::Command3_Click()
 {
     LogEntry changed = entryOfForm();
-    LogEntry &entry = m_log.entry(m_selected);
+    const LogEntry &entry = m_log.entry(m_selected);
     changed.dist = entry.dist;
     changed.fmlist = entry.fmlist;
     if (!m_ui->Text3->document()->isModified()) {
         // The text box knows one kind of line end and of blank: notes that nobody touched keep theirs.
         changed.notes = entry.notes;
     }
-    entry = changed;
+    m_log.changeEntry(m_selected, [&](LogEntry &loaded) { loaded = changed; });
     rewriteRow(rowOfLoadedEntry());
     addTransmitterOfForm();
     lockEntryForm();
@@ -163,7 +163,7 @@ void Form1::Command9_Click()
 // Delete.
 void Form1::Command15_Click()
 {
-    m_log.entry(m_selected).piCode = deletedPiCode.toString();
+    m_log.changeEntry(m_selected, [](LogEntry &entry) { entry.piCode = deletedPiCode.toString(); });
     const int row = rowOfLoadedEntry();
     m_ui->Grid1->setText(row, GridColumn::PiCode, deletedPiCode.toString());
     m_ui->Grid1->setRow(row);

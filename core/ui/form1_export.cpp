@@ -6,8 +6,8 @@
 #include "fmlist/weblinks.h"
 #include "ui/busypointer.h"
 #include "ui/desktop.h"
-#include "ui/frmsplash.h"
 #include "ui/messages.h"
+#include "ui/version.h"
 #include "ui/widgetstate.h"
 #include "ui_form1.h"
 

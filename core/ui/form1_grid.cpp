@@ -1,7 +1,8 @@
 #include "core/ui/form1.h"
 
 #include "core/gridrows.h"
-#include "core/logbookfile.h"
+#include "core/logbooklines.h"
+#include "ui/widgetstate.h"
 #include "ui_form1.h"
 
 #include <QFileInfo>
@@ -31,8 +32,7 @@ void Form1::saveLogbook()
 {
     m_logUnsaved = true;
     const QString path = m_config.path(m_config.settings().logbookFileName);
-    tellOfCopy(m_logbookFile.save(
-        path, m_config.applicationDir(), logbookBytes(m_log, m_options.regional.codePage)));
+    tellOfCopy(m_logbookFile.save(path, m_config.applicationDir(), m_logbookLines.bytes()));
     m_logUnsaved = false;
 }
 

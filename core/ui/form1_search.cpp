@@ -1,6 +1,7 @@
 #include "core/ui/form1.h"
 
 #include "ui/messages.h"
+#include "ui/widgetstate.h"
 #include "ui_form1.h"
 
 namespace quillon {

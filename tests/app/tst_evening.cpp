@@ -4,7 +4,7 @@
 #include "stats/ui/logstats.h"
 #include "support/mainwindow.h"
 #include "support/opened.h"
-#include "ui/frmsplash.h"
+#include "ui/version.h"
 
 #include <QComboBox>
 #include <QDir>

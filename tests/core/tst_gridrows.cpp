@@ -86,7 +86,7 @@ private Q_SLOTS:
                  std::pair {u"D"_s, 1}, std::pair {u"E"_s, 3}, std::pair {u"F"_s, 5}}) {
             log.AddEntry(entryAt(code, hour));
         }
-        log.entry(3).piCode = u"delete"_s;
+        log.changeEntry(3, [](LogEntry &entry) { entry.piCode = u"delete"_s; });
         const std::vector<GridRow> rows = gridRows(log);
         QCOMPARE(piCodes(rows), (QStringList {u"delete"_s, u"B"_s, u"E"_s, u"A"_s, u"C"_s, u"F"_s}));
         QCOMPARE(rows[0].entry, 3);

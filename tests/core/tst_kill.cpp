@@ -1,4 +1,5 @@
 #include "core/logbookfile.h"
+#include "core/logbooklines.h"
 #include "support/testfiles.h"
 
 #include <QElapsedTimer>

@@ -147,7 +147,7 @@ private Q_SLOTS:
                 QFAIL("nothing was thrown");
             } catch (const RuntimeError &error) {
                 QCOMPARE(error.name(), ErrorName::SubscriptOutOfRange);
-                QCOMPARE(error.doing(), u"There is no entry %1 in the log, which holds 2"_s.arg(index));
+                QCOMPARE(error.doing(), u"There is no entry number %1; there are 2 of them"_s.arg(index));
             }
         }
     }
@@ -167,7 +167,7 @@ private Q_SLOTS:
     {
         Logbook log;
         add(log, 2);
-        log.entry(1).piCode = deletedPiCode.toString();
+        log.changeEntry(1, [](LogEntry &entry) { entry.piCode = deletedPiCode.toString(); });
         QVERIFY(isDeleted(log.entry(1)));
         QCOMPARE(log.count(), 2);
     }

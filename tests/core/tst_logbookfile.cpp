@@ -1,4 +1,5 @@
 #include "core/logbookfile.h"
+#include "core/logbooklines.h"
 #include "platform/runtimeerror.h"
 #include "support/testfiles.h"
 
@@ -254,11 +255,11 @@ private Q_SLOTS:
     {
         Logbook log;
         QVERIFY(read(log, good + logLine("D318", "12/06/2010 18:22:05", "87.7", "B") + good));
-        log.entry(1).piCode = u"delete"_s;
+        log.changeEntry(1, [](LogEntry &entry) { entry.piCode = u"delete"_s; });
         QCOMPARE(logbookBytes(log, CodePage()), QByteArray(good + good));
         QCOMPARE(log.count(), 3);
-        log.entry(0).piCode = u"delete"_s;
-        log.entry(2).piCode = u"delete"_s;
+        log.changeEntry(0, [](LogEntry &entry) { entry.piCode = u"delete"_s; });
+        log.changeEntry(2, [](LogEntry &entry) { entry.piCode = u"delete"_s; });
         QCOMPARE(logbookBytes(log, CodePage()), ""_ba);
     }
 

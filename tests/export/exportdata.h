@@ -97,10 +97,10 @@ inline Logbook sampleLog()
         reception(u"09/07/2011 06:30:00"_s, u"F201"_s, u"105.5"_s, u"FR INTER"_s, u"Langenberg"_s, u"F"_s));
     log.AddEntry(
         reception(u"10/07/2011 06:31:00"_s, u"delete"_s, u"105.5"_s, u"<script>"_s, u"Langenberg"_s, u"D"_s));
-    log.entry(0).dist = u"123.5"_s;
-    log.entry(0).power = u"100"_s;
-    log.entry(1).notes = u"first\r\nsecond"_s;
-    log.entry(3).dist = u"n/a"_s;
+    log.changeEntry(0, [](LogEntry &entry) { entry.dist = u"123.5"_s; });
+    log.changeEntry(0, [](LogEntry &entry) { entry.power = u"100"_s; });
+    log.changeEntry(1, [](LogEntry &entry) { entry.notes = u"first\r\nsecond"_s; });
+    log.changeEntry(3, [](LogEntry &entry) { entry.dist = u"n/a"_s; });
     return log;
 }
 

@@ -341,9 +341,11 @@ private Q_SLOTS:
     {
         const Site oldSite(sampleLog());
         Logbook changed = sampleLog();
-        changed.entry(3).transmitter = u"Langenberg"_s;
-        changed.entry(3).country = u"D"_s;
-        changed.entry(5).country = u"E"_s;
+        changed.changeEntry(3, [](LogEntry &entry) {
+            entry.transmitter = u"Langenberg"_s;
+            entry.country = u"D"_s;
+        });
+        changed.changeEntry(5, [](LogEntry &entry) { entry.country = u"E"_s; });
         const Site newSite(changed);
         oldSite.write();
         newSite.write();

@@ -1,6 +1,6 @@
 #include "import/rdsdx.h"
 
-#include "core/logbookfile.h"
+#include "core/logbooklines.h"
 #include "platform/runtimeerror.h"
 
 #include <QStringList>

@@ -43,8 +43,6 @@ private Q_SLOTS:
     void cleanup();
 
     void theControlsAreThere();
-    void theValueOfANote_data();
-    void theValueOfANote();
     void aNoteIsKeptOnOneLine();
     void aKeptNoteComesBackAsItWas();
     void anOpenNoteIsNotOverwritten();
@@ -125,26 +123,6 @@ void TestScratchPad::theControlsAreThere()
     QCOMPARE(m_window->findChild<QPushButton *>(u"CancelButton"_s)->text().remove(u'&'), u"Cancel"_s);
     QCOMPARE(note().toPlainText(), u"one, two\nthree"_s);
     QVERIFY(!note().accessibleName().isEmpty());
-}
-
-void TestScratchPad::theValueOfANote_data()
-{
-    QTest::addColumn<QString>("note");
-    QTest::addColumn<QString>("value");
-    QTest::newRow("lines") << u"a\r\nb\r\n\r\nc"_s << u"aCRLFbCRLFCRLFc"_s;
-    QTest::newRow("a lone CR") << u"a\rb"_s << u"a\rb"_s;
-    QTest::newRow("a lone LF") << u"a\nb"_s << u"a\nb"_s;
-    QTest::newRow("the wrong way round") << u"a\n\rb"_s << u"a\n\rb"_s;
-    QTest::newRow("CR and a pair") << u"a\r\r\nb"_s << u"a\rCRLFb"_s;
-    QTest::newRow("the letters") << u"aCRLFb"_s << u"aCRLFb"_s;
-    QTest::newRow("empty") << u""_s << u""_s;
-}
-
-void TestScratchPad::theValueOfANote()
-{
-    QFETCH(QString, note);
-    QFETCH(QString, value);
-    QCOMPARE(scratchPadValue(note), value);
 }
 
 void TestScratchPad::aNoteIsKeptOnOneLine()

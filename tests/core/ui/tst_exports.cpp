@@ -1,5 +1,5 @@
 #include "core/ui/exportingwindow.h"
-#include "ui/frmsplash.h"
+#include "ui/version.h"
 
 #include <QDir>
 

@@ -1,6 +1,7 @@
 #include "platform/applicationdirectory.h"
 #include "support/mainwindow.h"
 #include "ui/frmsplash.h"
+#include "ui/version.h"
 
 #include <QApplication>
 #include <QComboBox>

@@ -245,7 +245,8 @@ private Q_SLOTS:
     {
         Logbook logbook = sampleLog();
         const Window stats(logbook);
-        logbook.entry(3).dateTime.seconds = std::numeric_limits<qint64>::max();
+        logbook.changeEntry(
+            3, [](LogEntry &entry) { entry.dateTime.seconds = std::numeric_limits<qint64>::max(); });
         DialogAnswers answers;
         answers.press(QMessageBox::Ok);
         stats.click(u"Command3"_s);

@@ -1,0 +1,17 @@
+#include "core/linebreaks.h"
+
+namespace quillon {
+
+using namespace Qt::StringLiterals;
+
+QString foldedLineBreaks(QString text)
+{
+    return text.replace("\r\n"_L1, "CRLF"_L1);
+}
+
+QString unfoldedLineBreaks(QString text)
+{
+    return text.replace("CRLF"_L1, "\r\n"_L1);
+}
+
+} // namespace quillon

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QString>
+
+namespace quillon {
+
+/// The version of this build, such as "1.0.0".
+[[nodiscard]] QString versionNumber();
+
+/// "V" and the version.
+[[nodiscard]] QString versionText();
+
+/// "Quillon V" and the version.
+[[nodiscard]] QString versionLabel();
+
+} // namespace quillon
