@@ -78,6 +78,8 @@ void Form2::fill()
     m_ui->rdsdir->setText(settings.rdsdxDirectory);
     m_ui->rdsspydir->setText(settings.rdsSpyDirectory);
     (settings.inMiles() ? m_ui->Option2 : m_ui->Option1)->setChecked(true);
+    // The Tab key comes to the chosen one, the arrows to the other.
+    (settings.inMiles() ? m_ui->Option1 : m_ui->Option2)->setFocusPolicy(Qt::ClickFocus);
 }
 
 // The fields of all frames begin below each other.

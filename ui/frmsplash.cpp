@@ -31,7 +31,6 @@ bool isModifier(int key)
 frmSplash::frmSplash(QWidget *parent, Use use, const QString &propagationUrl)
     : QDialog(parent)
     , m_ui(std::make_unique<Ui::frmSplash>())
-    , m_propagationUrl(propagationUrl)
 {
     loadPictures();
     m_ui->setupUi(this);
@@ -49,10 +48,18 @@ frmSplash::frmSplash(QWidget *parent, Use use, const QString &propagationUrl)
     m_ui->Command1->setFocus();
     m_ui->Command1->installEventFilter(this);
     tellDirectory({});
+    setLink(propagationUrl);
     Form_Load();
 }
 
 frmSplash::~frmSplash() = default;
+
+void frmSplash::setLink(const QString &propagationUrl)
+{
+    m_propagationUrl = propagationUrl;
+    m_ui->Label2->setText(propagationUrl);
+    m_ui->Label2->setHidden(propagationUrl.isEmpty());
+}
 
 void frmSplash::tellDirectory(const QString &directory)
 {
@@ -74,11 +81,18 @@ void frmSplash::Form_Load()
     m_ui->Label1->setFont(typewriter);
     m_ui->Label1->setText(versionLabel());
     m_ui->libraries->setText(u"With Qt and Qt Charts "_s + QLatin1StringView(qVersion()));
-    m_ui->Label2->setText(m_propagationUrl);
     QFont link = m_ui->Label2->font();
     link.setUnderline(true);
     m_ui->Label2->setFont(link);
-    m_ui->Label2->setForegroundRole(QPalette::Link);
+    showFocusOfLink(false);
+}
+
+// A label does not show by itself that it has the keyboard.
+void frmSplash::showFocusOfLink(bool focus)
+{
+    m_ui->Label2->setAutoFillBackground(focus);
+    m_ui->Label2->setBackgroundRole(QPalette::Highlight);
+    m_ui->Label2->setForegroundRole(focus ? QPalette::HighlightedText : QPalette::Link);
 }
 
 // Close.
@@ -87,7 +101,7 @@ void frmSplash::Command1_Click()
     close();
 }
 
-// Any key closes the window, but for Tab where there is another button to go to.
+// Any key closes the window, but for those that lead to its link and its buttons.
 void frmSplash::Form_KeyPress()
 {
     close();
@@ -123,8 +137,16 @@ void frmSplash::keyPressEvent(QKeyEvent *event)
 
 bool frmSplash::eventFilter(QObject *watched, QEvent *event)
 {
+    if (watched == m_ui->Label2 && (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut)) {
+        showFocusOfLink(event->type() == QEvent::FocusIn);
+    }
     if (event->type() == QEvent::KeyPress) {
         const int key = static_cast<QKeyEvent *>(event)->key();
+        if (watched == m_ui->Label2
+            && (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Space)) {
+            Label2_Click();
+            return true;
+        }
         if (key == Qt::Key_Tab || key == Qt::Key_Backtab || isModifier(key)) {
             return false;
         }

@@ -25,6 +25,9 @@ public:
     frmSplash(QWidget *parent, Use use, const QString &propagationUrl);
     ~frmSplash() override;
 
+    /// The address of the radio-propagation page.
+    void setLink(const QString &propagationUrl);
+
     /// Tells where the user's files are, with a button that opens the folder.
     void tellDirectory(const QString &directory);
 
@@ -38,6 +41,7 @@ private:
     void Form_KeyPress();
     void Frame1_Click();
     void Label2_Click();
+    void showFocusOfLink(bool focus);
     void openDirectory_Click();
 
     std::unique_ptr<Ui::frmSplash> m_ui;

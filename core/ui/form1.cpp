@@ -9,6 +9,7 @@
 #include "ui/guard.h"
 #include "ui/inet1.h"
 #include "ui/messages.h"
+#include "ui/statustext.h"
 #include "ui/version.h"
 #include "ui_form1.h"
 
@@ -74,14 +75,16 @@ Form1::~Form1() = default;
 
 void Form1::addStatusBar()
 {
-    const auto label = [this](const QString &name, const QString &accessibleName) {
-        auto *made = new QLabel(this);
-        made->setObjectName(name);
-        made->setAccessibleName(accessibleName);
-        made->setTextFormat(Qt::PlainText);
-        return made;
+    const auto named = [](QLabel *label, const QString &name, const QString &accessibleName) {
+        label->setObjectName(name);
+        label->setAccessibleName(accessibleName);
+        label->setTextFormat(Qt::PlainText);
+        return label;
     };
-    m_status = label(u"status"_s, u"Status"_s);
+    const auto label = [&](const QString &name, const QString &accessibleName) {
+        return named(new QLabel(this), name, accessibleName);
+    };
+    m_status = named(new StatusText(this), u"status"_s, u"Status"_s);
     m_proclogs = label(u"proclogs"_s, u"Work in progress"_s);
     m_proclogs->setText(u"PROCESSING LOGS PLEASE WAIT..."_s);
     m_version = label(u"version"_s, u"Version"_s);
@@ -93,10 +96,6 @@ void Form1::addStatusBar()
     m_ui->statusbar->addPermanentWidget(m_proclogs);
     m_ui->statusbar->addPermanentWidget(m_progress);
     m_ui->statusbar->addPermanentWidget(m_version);
-    m_status->setMinimumWidth(1);
-    // What the service answers can have many lines: the first is shown, and the window keeps its size.
-    m_status->setFixedHeight(m_version->sizeHint().height());
-    m_status->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     m_proclogs->hide();
     m_progress->hide();
     m_applicationDir = label(u"applicationDir"_s, u"Application directory"_s);
@@ -108,8 +107,7 @@ void Form1::addStatusBar()
 void Form1::Form_Load()
 {
     m_applicationDir->setText(m_config.applicationDir());
-    const QPointer<frmSplash> splash =
-        new frmSplash(this, frmSplash::Use::WhileLoading, m_config.settings().propagationUrl);
+    const QPointer<frmSplash> splash = new frmSplash(this, frmSplash::Use::WhileLoading, {});
     splash->show();
     QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
     QWidget *const messageParent = splash;
@@ -124,6 +122,9 @@ void Form1::Form_Load()
     }
     m_ui->Combo2->setCurrentIndex(-1);
     guarded(messageParent, [this] { m_config.readConfig(); });
+    if (splash) {
+        splash->setLink(m_config.settings().propagationUrl);
+    }
     m_mapDir->setText(m_config.settings().mapDirectory);
     m_ui->Grid1->writeGridHeader();
     lockEntryForm();

@@ -18,6 +18,22 @@ namespace quillon {
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+QString askedFor(const SearchRequest &request)
+{
+    QStringList parts {request.frequency + u" MHz"_s};
+    if (!request.pi.isEmpty()) {
+        parts += u"PI code "_s + request.pi;
+    }
+    if (!request.ps.isEmpty()) {
+        parts += u"RDS name "_s + request.ps;
+    }
+    return parts.join(u", "_s);
+}
+
+} // namespace
+
 // Search FMList.
 void Form1::Command11_Click()
 {
@@ -47,6 +63,8 @@ void Form1::searchFmlist(const SearchRequest &request)
     m_status->setText(answer.status);
     const RedrawOff redrawOff(*m_ui->List2);
     m_ui->List2->setLines(answer.rows);
+    m_ui->List2->setEmptyText(
+        (answer.status.isEmpty() ? u"FMList named no station"_s : answer.status) + u'\n' + askedFor(request));
     m_ui->List2->setListIndex(static_cast<int>(highlightedRow(answer.rows, request.pi)));
 }
 

@@ -242,6 +242,9 @@ void TestFmlistSearch::errorsOfTheService()
     m_window->click("Command11");
     QTEST(m_window->status(), "status");
     QCOMPARE(m_window->results().count(), 0);
+    const QString told = m_window->status().isEmpty() ? u"FMList named no station"_s : m_window->status();
+    QVERIFY2(m_window->results().emptyText().startsWith(told + u'\n'),
+        qPrintable(m_window->results().emptyText()));
     QCOMPARE(m_window->answers.takeTexts(), QStringList());
     QVERIFY(m_window->isAfterASearch());
 }

@@ -15,15 +15,16 @@ const QStringList &controls()
 {
     static const QStringList names {u"Text1"_s, u"Text2"_s, u"Text3"_s, u"Text5"_s, u"Text6"_s, u"Text7"_s,
         u"Text8"_s, u"Text9"_s, u"Text10"_s, u"Combo1"_s, u"Combo2"_s, u"Combo3"_s, u"uid"_s, u"Command1"_s,
-        u"Command2"_s, u"Command3"_s, u"Command4"_s, u"Command6"_s, u"Command7"_s, u"Command8"_s,
-        u"Command9"_s, u"Command13"_s, u"Command14"_s, u"Command15"_s};
+        u"Command2"_s, u"Command3"_s, u"Command4"_s, u"Command5"_s, u"Command6"_s, u"Command7"_s,
+        u"Command8"_s, u"Command9"_s, u"Command10"_s, u"Command11"_s, u"Command12"_s, u"Command13"_s,
+        u"Command14"_s, u"Command15"_s};
     return names;
 }
 
 const QStringList &lockedInBrowseState()
 {
     static const QStringList names {u"Text2"_s, u"Text3"_s, u"Text6"_s, u"Text7"_s, u"Text10"_s, u"Combo1"_s,
-        u"Combo2"_s, u"Command1"_s, u"Command3"_s, u"Command9"_s, u"Command15"_s};
+        u"Combo2"_s, u"Command1"_s, u"Command3"_s, u"Command5"_s, u"Command9"_s, u"Command11"_s, u"Command15"_s};
     return names;
 }
 

@@ -54,6 +54,7 @@ private Q_SLOTS:
     void theScratchPadShowsTheKeptNote();
     void theScratchPadIsSavedAndCancelled();
     void theAboutWindowOpensItsLink();
+    void theAboutWindowsLinkIsOpenedByTheKeyboard();
     void theAboutWindowClosesOnAnyKey();
     void theAboutWindowStaysForTabAndModifiers();
     void theScratchPadRefreshesTheTitle();
@@ -333,6 +334,32 @@ void TestWindows::theAboutWindowOpensItsLink()
     settle();
     QVERIFY(!about);
     QVERIFY(main.form().isVisible());
+}
+
+void TestWindows::theAboutWindowsLinkIsOpenedByTheKeyboard()
+{
+    Opened opened;
+    MainWindow main;
+    main.directory.write(u"LOGBOOK.INI"_s, "PROPAGATION_URL=http://127.0.0.1:9/muf\r\n");
+    main.start();
+    settle();
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Space}) {
+        main.trigger("menuAbout");
+        const QPointer<frmSplash> about = main.find<frmSplash>("frmSplash");
+        about->activateWindow();
+        QTRY_VERIFY(about->isActiveWindow());
+        const auto *link = about->findChild<QLabel *>(u"Label2"_s);
+        const QColor before = link->palette().color(link->foregroundRole());
+        for (int tab = 0; tab < 4 && !link->hasFocus(); ++tab) {
+            QTest::keyClick(about->focusWidget(), Qt::Key_Tab);
+        }
+        QVERIFY(link->hasFocus());
+        QVERIFY(link->palette().color(link->foregroundRole()) != before);
+        QTest::keyClick(about->focusWidget(), key);
+        QCOMPARE(opened.take(), QStringList {u"http://127.0.0.1:9/muf"_s});
+        settle();
+        QVERIFY(!about);
+    }
 }
 
 void TestWindows::theAboutWindowClosesOnAnyKey()
