@@ -7,6 +7,8 @@
 #include <QEvent>
 #include <QKeyEvent>
 
+#include <curl/curl.h>
+
 // The linker leaves the pictures of a static library out when nothing asks for them.
 static void loadPictures()
 {
@@ -80,7 +82,8 @@ void frmSplash::Form_Load()
     typewriter.setBold(true);
     m_ui->Label1->setFont(typewriter);
     m_ui->Label1->setText(versionLabel());
-    m_ui->libraries->setText(u"With Qt and Qt Charts "_s + QLatin1StringView(qVersion()));
+    m_ui->libraries->setText(u"With Qt and Qt Charts %1, libcurl %2"_s.arg(
+        QLatin1StringView(qVersion()), QLatin1StringView(curl_version_info(CURLVERSION_NOW)->version)));
     QFont link = m_ui->Label2->font();
     link.setUnderline(true);
     m_ui->Label2->setFont(link);

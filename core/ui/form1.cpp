@@ -92,6 +92,8 @@ void Form1::addStatusBar()
     m_progress->setObjectName(u"progress"_s);
     m_progress->setAccessibleName(u"Progress"_s);
     m_progress->setMaximumWidth(260);
+    // The text begins below the grid's edge.
+    m_status->setContentsMargins(4, 0, 4, 0);
     m_ui->statusbar->addWidget(m_status, 1);
     m_ui->statusbar->addPermanentWidget(m_proclogs);
     m_ui->statusbar->addPermanentWidget(m_progress);

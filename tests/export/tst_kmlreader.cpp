@@ -38,7 +38,7 @@ QList<Placemark> readByGdal(const QByteArray &document)
     QList<Placemark> placemarks;
     const QJsonArray features =
         QJsonDocument::fromJson(ogr2ogr.readAllStandardOutput()).object()[u"features"_s].toArray();
-    for (const QJsonValue &feature : features) {
+    for (const auto &feature : features) {
         const QJsonArray position = feature[u"geometry"_s][u"coordinates"_s].toArray();
         const QJsonValue properties = feature[u"properties"_s];
         placemarks.append({properties[u"Name"_s].toString(), position.at(0).toDouble(),

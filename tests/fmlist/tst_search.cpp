@@ -202,7 +202,7 @@ private Q_SLOTS:
 
     void aMegabyteOfJunkIsToldShortly()
     {
-        const QString junk = QString(1024 * 1024, u'x') + u'\n';
+        const QString junk = QString(1'048'576, u'x') + u'\n';
         try {
             (void)readSearchAnswer(junk, point);
             QFAIL("no error");

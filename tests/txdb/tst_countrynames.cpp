@@ -24,9 +24,10 @@ void CountryNamesTest::codesAreSortedWithoutDuplicates()
 {
     const auto names = countryNames();
     QCOMPARE(names.size(), std::size_t(250));
-    for (std::size_t i = 1; i < names.size(); ++i)
+    for (std::size_t i = 1; i < names.size(); ++i) {
         QVERIFY2(names[i - 1].code < names[i].code,
             qPrintable(QString::fromStdU16String(std::u16string(names[i].code))));
+    }
 }
 
 void CountryNamesTest::codesAreOneOrThreeCapitals()

@@ -7,6 +7,8 @@
 #include <QTest>
 #include <QUrl>
 
+#include <curl/curl.h>
+
 using namespace quillon;
 using namespace Qt::StringLiterals;
 
@@ -47,7 +49,9 @@ void About::tellsVersionLibrariesLicenceAndDirectory()
     window.tellDirectory(u"/home/dx/log & more"_s);
     window.show();
     QCOMPARE(textOf(window, u"Label1"_s), u"Quillon V1.0.0"_s);
-    QCOMPARE(textOf(window, u"libraries"_s), u"With Qt and Qt Charts "_s + QString::fromLatin1(qVersion()));
+    QCOMPARE(textOf(window, u"libraries"_s),
+        u"With Qt and Qt Charts %1, libcurl %2"_s.arg(QString::fromLatin1(qVersion()),
+            QString::fromLatin1(curl_version_info(CURLVERSION_NOW)->version)));
     QVERIFY(textOf(window, u"Label4"_s).contains(u"GNU GPL, version 3 or later"_s));
     QCOMPARE(textOf(window, u"directory"_s), u"Your files are in /home/dx/log & more"_s);
     for (const QString &name : {u"libraries"_s, u"directory"_s}) {

@@ -73,7 +73,7 @@ void TestStates::theStatesOfTheForm_data()
     QTest::addColumn<QString>("newCaption");
     const QStringList newEntry {u"Command3"_s, u"Command9"_s, u"Command15"_s};
     const QStringList editing {u"Command1"_s};
-    const QStringList browse = lockedInBrowseState();
+    const QStringList &browse = lockedInBrowseState();
     QTest::newRow("start") << QStringList() << browse << -1 << u"New"_s;
     QTest::newRow("New") << QStringList {u"Command2"_s} << newEntry << -1 << u"Cancel"_s;
     QTest::newRow("New, Cancel") << QStringList {u"Command2"_s, u"Command2"_s} << browse << -1 << u"New"_s;
