@@ -14,7 +14,6 @@
 
 using namespace quillon;
 using namespace Qt::StringLiterals;
-using standin::Behaviour;
 using standin::Fault;
 
 namespace {
@@ -300,10 +299,10 @@ private Q_SLOTS:
 
     void moreThan16MiBWithoutSayingSo()
     {
-        answerRaw("HTTP/1.1 200 OK\r\n\r\n" + QByteArray(17 * 1024 * 1024, 'x'));
+        answerRaw("HTTP/1.1 200 OK\r\n\r\n" + QByteArray(17'825'792, 'x'));
         QVERIFY(opened(search()).endsWith(u": the answer is larger than 16 MiB"_s));
-        answerRaw("HTTP/1.1 200 OK\r\n\r\n" + QByteArray(16 * 1024 * 1024, 'x'));
-        QCOMPARE(opened(search()).size(), 16 * 1024 * 1024);
+        answerRaw("HTTP/1.1 200 OK\r\n\r\n" + QByteArray(16'777'216, 'x'));
+        QCOMPARE(opened(search()).size(), 16'777'216);
     }
 
     void aMegabyteOfJunkIsText()
