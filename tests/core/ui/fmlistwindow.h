@@ -118,6 +118,16 @@ public:
             && results().updatesEnabled() && !list().isVisible();
     }
 
+    /// Runs the automatic search for the 12th of June 2010 and answers its two questions.
+    void searchAutomatically(const char *action = "menuFMListAutoSearch")
+    {
+        answers.type(QStringLiteral("12/06/2010"));
+        answers.press(QMessageBox::Yes);
+        trigger(action);
+    }
+    /// The texts of the boxes that came after those two.
+    [[nodiscard]] QStringList boxesAfterTheQuestions() { return answers.takeTexts().mid(2); }
+
     [[nodiscard]] QString status() { return text("status"); }
 
 private:

@@ -50,16 +50,6 @@ private Q_SLOTS:
     void withNothingToSearchTheChosenRowStays();
 
 private:
-    // Runs it for the 12th of June 2010 and answers its boxes.
-    void run(const char *action = "menuFMListAutoSearch")
-    {
-        m_window->answers.type(u"12/06/2010"_s);
-        m_window->answers.press(QMessageBox::Yes);
-        m_window->trigger(action);
-    }
-    // The texts of the boxes after the two questions.
-    QStringList boxes() { return m_window->answers.takeTexts().mid(2); }
-
     std::unique_ptr<FmlistWindow> m_window;
 };
 
@@ -123,7 +113,7 @@ void TestAutoSearch::noCancelsIt()
     m_window->answers.type(u"12/06/2010"_s);
     m_window->answers.press(QMessageBox::No);
     m_window->trigger("menuFMLSearchPI");
-    QCOMPARE(boxes(), QStringList {u"Auto update cancelled"_s});
+    QCOMPARE(m_window->boxesAfterTheQuestions(), QStringList {u"Auto update cancelled"_s});
     QVERIFY(m_window->asked().isEmpty());
     QCOMPARE(m_window->logbook(), unknown);
     QVERIFY(!m_window->find<QWidget>("proclogs")->isVisible());
@@ -132,8 +122,8 @@ void TestAutoSearch::noCancelsIt()
 void TestAutoSearch::anEmptyLogEndsItSilently()
 {
     m_window->open(""_ba);
-    run();
-    QCOMPARE(boxes(), QStringList());
+    m_window->searchAutomatically();
+    QCOMPARE(m_window->boxesAfterTheQuestions(), QStringList());
     QVERIFY(m_window->asked().isEmpty());
 }
 
@@ -146,7 +136,7 @@ void TestAutoSearch::theDayBeforeAndTheDayBothBoundsOut()
         log += "AAAA|" + moment + "|Es|99.9||TBD|||||||\r\n";
     }
     m_window->open(log);
-    run();
+    m_window->searchAutomatically();
     QCOMPARE(m_window->asked(), QByteArrayList(4, lookup("freq=99.9&pi=AAAA")));
     QStringList marked;
     for (int row = 1; row < m_window->grid().rows(); ++row) {
@@ -157,13 +147,13 @@ void TestAutoSearch::theDayBeforeAndTheDayBothBoundsOut()
     QCOMPARE(marked,
         QStringList({u"11/06/2010 00:00:01"_s, u"11/06/2010 23:30:00"_s, u"12/06/2010 00:00:00"_s,
             u"12/06/2010 23:59:59"_s}));
-    QCOMPARE(boxes(), QStringList {u"Updated 0 entries"_s});
+    QCOMPARE(m_window->boxesAfterTheQuestions(), QStringList {u"Updated 0 entries"_s});
 }
 
 void TestAutoSearch::modePiAndPsSendsTheName()
 {
     m_window->open(unknown + several + identified);
-    run();
+    m_window->searchAutomatically();
     QCOMPARE(m_window->asked(),
         QByteArrayList({lookup("freq=99.9&pi=AAAA&ps=NAME"), lookup("freq=90.0&pi=F201&ps=FIP")}));
 }
@@ -171,7 +161,7 @@ void TestAutoSearch::modePiAndPsSendsTheName()
 void TestAutoSearch::modePiLeavesTheNameOutAndTheFormKeepsIt()
 {
     m_window->open(unknown);
-    run("menuFMLSearchPI");
+    m_window->searchAutomatically("menuFMLSearchPI");
     QCOMPARE(m_window->asked(), QByteArrayList {lookup("freq=99.9&pi=AAAA")});
     QCOMPARE(m_window->text("Text8"), u"NAME"_s);
     QCOMPARE(m_window->logbook(), unknownAfter);
@@ -183,14 +173,14 @@ void TestAutoSearch::noneAndMultiAreMarkedAndSavedAtTheEnd()
     m_window->answerSlowly();
     QByteArray duringTheSecond;
     m_window->duringRequest(2, [&] { duringTheSecond = m_window->logbook(); });
-    run();
+    m_window->searchAutomatically();
     QCOMPARE(duringTheSecond, unknown + several + identified);
     QCOMPARE(m_window->logbook(), unknownAfter + severalAfter + identified);
     QCOMPARE(m_window->grid().text(1, GridColumn::FMList), u"None"_s);
     QCOMPARE(m_window->grid().text(2, GridColumn::FMList), u"Multi"_s);
     QCOMPARE(m_window->grid().text(3, GridColumn::FMList), QString());
     QVERIFY(m_window->directory.read(u"autoupdate.log"_s).isNull());
-    QCOMPARE(boxes(), QStringList {u"Updated 0 entries"_s});
+    QCOMPARE(m_window->boxesAfterTheQuestions(), QStringList {u"Updated 0 entries"_s});
 }
 
 void TestAutoSearch::anExactMatchIsStoredAndRecorded()
@@ -198,9 +188,9 @@ void TestAutoSearch::anExactMatchIsStoredAndRecorded()
     m_window->open(exact + unknown);
     // The pause counts whole seconds of the wall clock.
     const qint64 start = QDateTime::currentSecsSinceEpoch();
-    run("menuFMLSearchPI");
+    m_window->searchAutomatically("menuFMLSearchPI");
     QVERIFY(QDateTime::currentSecsSinceEpoch() - start >= 2);
-    QCOMPARE(boxes(), QStringList {u"Updated 1 entries"_s});
+    QCOMPARE(m_window->boxesAfterTheQuestions(), QStringList {u"Updated 1 entries"_s});
     QCOMPARE(m_window->asked(), QByteArrayList({lookup("freq=87.6&pi=D3C1"), lookup("freq=99.9&pi=AAAA")}));
     QCOMPARE(m_window->logbook(), exactAfter + unknownAfter);
     QCOMPARE(m_window->transmitterFile(), "Berlin (Alex)|D|52.5208|13.4094||\r\n"_ba);
@@ -221,7 +211,7 @@ void TestAutoSearch::theRecordsAreAppended()
 {
     m_window->directory.write(u"autoupdate.log"_s, "earlier\r\n");
     m_window->open(exact);
-    run("menuFMLSearchPI");
+    m_window->searchAutomatically("menuFMLSearchPI");
     const QByteArrayList lines = m_window->directory.read(u"autoupdate.log"_s).split('\n');
     QCOMPARE(lines.size(), 4);
     QCOMPARE(lines[0], "earlier\r"_ba);
@@ -230,9 +220,9 @@ void TestAutoSearch::theRecordsAreAppended()
     // It has its UID now and is not searched again.
     m_window->service.forget();
     (void)m_window->answers.takeTexts();
-    run("menuFMLSearchPI");
+    m_window->searchAutomatically("menuFMLSearchPI");
     QVERIFY(m_window->asked().isEmpty());
-    QCOMPARE(boxes(), QStringList {u"Updated 0 entries"_s});
+    QCOMPARE(m_window->boxesAfterTheQuestions(), QStringList {u"Updated 0 entries"_s});
 }
 
 void TestAutoSearch::whileItRunsTheLabelAndTheProgressAreShown()
@@ -277,8 +267,8 @@ void TestAutoSearch::failedRequestsCountAsNoMatch()
     QFETCH(QString, told);
     m_window->open(unknown + several);
     m_window->service.behave({.fault = static_cast<Fault>(fault), .delay = 100, .times = 1});
-    run();
-    QCOMPARE(boxes(), QStringList {u"Updated 0 entries"_s});
+    m_window->searchAutomatically();
+    QCOMPARE(m_window->boxesAfterTheQuestions(), QStringList {u"Updated 0 entries"_s});
     QCOMPARE(m_window->logbook(), unknownAfter + severalAfter);
     QVERIFY2(m_window->status().startsWith(u"1 of the requests to FMList failed; the last: "_s),
         qPrintable(m_window->status()));
@@ -290,7 +280,7 @@ void TestAutoSearch::anEntryWithoutAFrequencyIsMarkedWithoutAsking()
 {
     const QByteArray without = "AAAA|12/06/2010 11:30:00|Es|||TBD||NAME|||||\r\n";
     m_window->open(unknown + without + several);
-    run();
+    m_window->searchAutomatically();
     QCOMPARE(m_window->asked().size(), 2);
     QCOMPARE(m_window->logbook(),
         unknownAfter + "AAAA|12/06/2010 11:30:00|Es|||TBD||NAME|||fml=none#||\r\n" + severalAfter);
@@ -301,7 +291,7 @@ void TestAutoSearch::anEntryMarkedBeforeIsSearchedAgain()
 {
     m_window->open(severalAfter);
     m_window->answerWith("Error 10005\n");
-    run();
+    m_window->searchAutomatically();
     QCOMPARE(m_window->asked().size(), 1);
     QCOMPARE(m_window->logbook(), QByteArray(severalAfter).replace("fml=multi#", "fml=none#"));
     QCOMPARE(m_window->grid().text(1, GridColumn::FMList), u"None"_s);
@@ -312,8 +302,8 @@ void TestAutoSearch::withNothingToSearchTheChosenRowStays()
     const QByteArray later = QByteArray(unknown).replace("12/06", "20/06");
     m_window->open(identified + later);
     m_window->clickRow(1);
-    run();
-    QCOMPARE(boxes(), QStringList {u"Updated 0 entries"_s});
+    m_window->searchAutomatically();
+    QCOMPARE(m_window->boxesAfterTheQuestions(), QStringList {u"Updated 0 entries"_s});
     QCOMPARE(m_window->asked(), QByteArrayList());
     QCOMPARE(m_window->form().selected(), 0);
     QCOMPARE(m_window->grid().row(), 1);

@@ -31,16 +31,6 @@ private Q_SLOTS:
     void anUnwritableUpdateLogKeepsWhatWasFound();
 
 private:
-    // Runs it for the 12th of June 2010 and answers its boxes.
-    void run(const char *action = "menuFMListAutoSearch")
-    {
-        m_window->answers.type(u"12/06/2010"_s);
-        m_window->answers.press(QMessageBox::Yes);
-        m_window->trigger(action);
-    }
-    // The texts of the boxes after the two questions.
-    QStringList boxes() { return m_window->answers.takeTexts().mid(2); }
-
     std::unique_ptr<FmlistWindow> m_window;
 };
 
@@ -52,7 +42,7 @@ void TestAutoSearchMeanwhile::sortingWhileARequestRuns()
         m_window->clickHeading(static_cast<int>(GridColumn::Freq));
         QCOMPARE(m_window->piCodes(), QStringList({u"F201"_s, u"AAAA"_s}));
     });
-    run();
+    m_window->searchAutomatically();
     QCOMPARE(m_window->logbook(), unknownAfter + severalAfter);
     QCOMPARE(m_window->grid().text(1, GridColumn::FMList), u"Multi"_s);
     QCOMPARE(m_window->grid().text(2, GridColumn::FMList), u"None"_s);
@@ -69,8 +59,8 @@ void TestAutoSearchMeanwhile::addingWhileARequestRuns()
             u"01/06/2010 08:00:00"_s});
         m_window->click("Command1");
     });
-    run();
-    QCOMPARE(boxes(), QStringList {u"Updated 0 entries"_s});
+    m_window->searchAutomatically();
+    QCOMPARE(m_window->boxesAfterTheQuestions(), QStringList {u"Updated 0 entries"_s});
     QCOMPARE(
         m_window->logbook(), unknownAfter + severalAfter + "BBBB|01/06/2010 08:00:00|Es|101.1||D|||||||\r\n");
     QCOMPARE(m_window->piCodes(), QStringList({u"BBBB"_s, u"AAAA"_s, u"F201"_s}));
@@ -91,7 +81,7 @@ void TestAutoSearchMeanwhile::choosingAnotherRowWhileARequestRuns()
     m_window->open(log);
     m_window->answerSlowly();
     m_window->duringRequest(1, [this] { m_window->clickRow(2); });
-    run("menuFMLSearchPI");
+    m_window->searchAutomatically("menuFMLSearchPI");
     QTEST(m_window->logbook(), "after");
 }
 
@@ -112,8 +102,8 @@ void TestAutoSearchMeanwhile::beginningANewEntryWhileARequestRuns()
     m_window->open(log);
     m_window->answerSlowly();
     m_window->duringRequest(1, [this, button] { m_window->click(button); });
-    run("menuFMLSearchPI");
-    QCOMPARE(boxes().size(), 1);
+    m_window->searchAutomatically("menuFMLSearchPI");
+    QCOMPARE(m_window->boxesAfterTheQuestions().size(), 1);
     QTEST(m_window->logbook(), "after");
     QCOMPARE(m_window->grid().rows(), 2);
 }
@@ -123,8 +113,8 @@ void TestAutoSearchMeanwhile::deletingTheEntryWhileItsRequestRuns()
     m_window->open(exact + unknown);
     m_window->answerSlowly();
     m_window->duringRequest(1, [this] { m_window->click("Command15"); });
-    run("menuFMLSearchPI");
-    QCOMPARE(boxes(), QStringList {u"Updated 0 entries"_s});
+    m_window->searchAutomatically("menuFMLSearchPI");
+    QCOMPARE(m_window->boxesAfterTheQuestions(), QStringList {u"Updated 0 entries"_s});
     QCOMPARE(m_window->logbook(), unknownAfter);
     QCOMPARE(m_window->piCodes(), QStringList({u"delete"_s, u"AAAA"_s}));
     QVERIFY(m_window->directory.read(u"autoupdate.log"_s).isNull());
@@ -156,9 +146,9 @@ void TestAutoSearchMeanwhile::anEntryChangedBeforeItsTurnIsLookedAtAgain()
         m_window->find<QLineEdit>(field)->setText(value);
         m_window->click(button);
     });
-    run();
+    m_window->searchAutomatically();
     QCOMPARE(m_window->asked().size(), 1);
-    QCOMPARE(boxes(), QStringList {u"Updated 0 entries"_s});
+    QCOMPARE(m_window->boxesAfterTheQuestions(), QStringList {u"Updated 0 entries"_s});
     QCOMPARE(m_window->logbook(), unknownAfter + after);
 }
 
@@ -171,7 +161,7 @@ void TestAutoSearchMeanwhile::updatingTheEntryWhileItsRequestRuns()
         m_window->type("Text3", u"heard well"_s);
         m_window->click("Command3");
     });
-    run("menuFMLSearchPI");
+    m_window->searchAutomatically("menuFMLSearchPI");
     QCOMPARE(
         m_window->logbook(), "AAAA|12/06/2010 11:00:00|Es|99.9||TBD|heard well|NAME|||fml=none#||\r\n"_ba);
 }
@@ -181,8 +171,8 @@ void TestAutoSearchMeanwhile::aHalfTypedDateDoesNotStopIt()
     m_window->open(exact + unknown);
     m_window->answerSlowly();
     m_window->duringRequest(1, [this] { m_window->type("Text2", u"12/"_s); });
-    run("menuFMLSearchPI");
-    QCOMPARE(boxes(), QStringList {u"Updated 1 entries"_s});
+    m_window->searchAutomatically("menuFMLSearchPI");
+    QCOMPARE(m_window->boxesAfterTheQuestions(), QStringList {u"Updated 1 entries"_s});
     QCOMPARE(m_window->logbook(), exactAfter + unknownAfter);
 }
 
@@ -192,9 +182,9 @@ void TestAutoSearchMeanwhile::closingInTheMiddleKeepsWhatWasFound()
     m_window->open(unknown + several + last);
     m_window->service.behave({.fault = Fault::Hang, .after = 2});
     m_window->duringRequest(3, [this] { m_window->form().close(); });
-    run();
+    m_window->searchAutomatically();
     QVERIFY(!m_window->form().isVisible());
-    QCOMPARE(boxes(), QStringList());
+    QCOMPARE(m_window->boxesAfterTheQuestions(), QStringList());
     QCOMPARE(m_window->asked().size(), 3);
     QCOMPARE(m_window->logbook(), unknownAfter + severalAfter + last);
     m_window->stop();
@@ -206,8 +196,8 @@ void TestAutoSearchMeanwhile::anUnwritableUpdateLogKeepsWhatWasFound()
     m_window->directory.write(u"autoupdate.log/file"_s, "x");
     const QByteArray later = QByteArray(exact).replace(" 10:", " 14:");
     m_window->open(unknown + later);
-    run("menuFMLSearchPI");
-    const QStringList texts = boxes();
+    m_window->searchAutomatically("menuFMLSearchPI");
+    const QStringList texts = m_window->boxesAfterTheQuestions();
     QCOMPARE(texts.size(), 1);
     QVERIFY2(texts[0].startsWith(u"Run-time error: "_s), qPrintable(texts[0]));
     QVERIFY2(texts[0].contains(u"autoupdate.log"_s), qPrintable(texts[0]));

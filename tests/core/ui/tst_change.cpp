@@ -1,4 +1,4 @@
-#include "support/mainwindow.h"
+#include "loggingwindow.h"
 
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -6,21 +6,6 @@
 using namespace Qt::StringLiterals;
 using namespace quillon;
 using namespace quillon::test;
-
-namespace {
-
-const QByteArray oneEntry =
-    "D3C3|12/06/2010 18:22:05|Es|87.6|Bilbao|E|oneCRLFtwo|RNE_1|10|812.4|fml=none#|4711|\r\n";
-const QByteArray oneTransmitter = "Bilbao|E|43.2630|-2.9350|812.4|\r\n";
-
-void typeEntry(MainWindow &window)
-{
-    window.fill({u"Text9"_s, u"88.2"_s, u"Text1"_s, u"f201"_s, u"Text8"_s, u"FIP"_s, u"Combo2"_s, u"Tropo"_s,
-        u"Text3"_s, u"weak\nbut clear"_s, u"uid"_s, u"99"_s, u"Combo3"_s, u"F"_s, u"Text5"_s, u"Paris"_s,
-        u"Text6"_s, u"10kw"_s, u"Text7"_s, u"48.85"_s, u"Text10"_s, u"2.29"_s});
-}
-
-} // namespace
 
 class TestChange : public QObject
 {

@@ -1,35 +1,8 @@
-#include "support/mainwindow.h"
+#include "loggingwindow.h"
 
 using namespace Qt::StringLiterals;
 using namespace quillon;
 using namespace quillon::test;
-
-namespace {
-
-QByteArray numberedLog(int entries)
-{
-    QByteArray log;
-    for (int i = 0; i < entries; ++i) {
-        log += logLine(QByteArray::number(0x1000 + i, 16).toUpper(),
-            "12/06/2010 " + QByteArray::number(i / 3600).rightJustified(2, '0') + ':'
-                + QByteArray::number(i / 60 % 60).rightJustified(2, '0') + ':'
-                + QByteArray::number(i % 60).rightJustified(2, '0'),
-            "87.6", "NAME");
-    }
-    return log;
-}
-
-// Logs a station, and gives the line that it makes in the file.
-QByteArray addStation(MainWindow &window, const QString &piCode = u"F201"_s)
-{
-    window.click("Command2");
-    window.fill({u"Text9"_s, u"88.2"_s, u"Text1"_s, piCode, u"Combo3"_s, u"F"_s, u"Text2"_s,
-        u"01/07/2010 09:05:00"_s});
-    window.click("Command1");
-    return piCode.toLatin1() + "|01/07/2010 09:05:00||88.2||F|||||||\r\n"_ba;
-}
-
-} // namespace
 
 class TestFullLog : public QObject
 {

@@ -1,43 +1,10 @@
-#include "support/mainwindow.h"
+#include "loggingwindow.h"
 
 using namespace Qt::StringLiterals;
 using namespace quillon;
 using namespace quillon::test;
 
 namespace {
-
-const QByteArray oneEntry =
-    "D3C3|12/06/2010 18:22:05|Es|87.6|Bilbao|E|oneCRLFtwo|RNE_1|10|812.4|fml=none#|4711|\r\n";
-const QByteArray oneTransmitter = "Bilbao|E|43.2630|-2.9350|812.4|\r\n";
-
-// The controls whose state the form decides, in the order of the table of states.
-const QStringList &controls()
-{
-    static const QStringList names {u"Text1"_s, u"Text2"_s, u"Text3"_s, u"Text5"_s, u"Text6"_s, u"Text7"_s,
-        u"Text8"_s, u"Text9"_s, u"Text10"_s, u"Combo1"_s, u"Combo2"_s, u"Combo3"_s, u"uid"_s, u"Command1"_s,
-        u"Command2"_s, u"Command3"_s, u"Command4"_s, u"Command5"_s, u"Command6"_s, u"Command7"_s,
-        u"Command8"_s, u"Command9"_s, u"Command10"_s, u"Command11"_s, u"Command12"_s, u"Command13"_s,
-        u"Command14"_s, u"Command15"_s};
-    return names;
-}
-
-const QStringList &lockedInBrowseState()
-{
-    static const QStringList names {u"Text2"_s, u"Text3"_s, u"Text6"_s, u"Text7"_s, u"Text10"_s, u"Combo1"_s,
-        u"Combo2"_s, u"Command1"_s, u"Command3"_s, u"Command5"_s, u"Command9"_s, u"Command11"_s, u"Command15"_s};
-    return names;
-}
-
-QStringList disabled(MainWindow &window)
-{
-    QStringList names;
-    for (const QString &name : controls()) {
-        if (!window.enabled(name)) {
-            names += name;
-        }
-    }
-    return names;
-}
 
 // Presses the buttons of these names one after another; "row" clicks the only row.
 void doSteps(MainWindow &window, const QStringList &steps)
