@@ -22,7 +22,7 @@ bool matches(const LogEntry &entry, LogSearch search, QStringView text)
 QString resultLine(const LogEntry &entry)
 {
     constexpr QChar tab = u'\t';
-    const QString line = entry.piCode + tab + generalText(entry.dateTime) + tab + entry.prop + tab
+    QString line = entry.piCode + tab + generalText(entry.dateTime) + tab + entry.prop + tab
         + entry.freq + tab + entry.transmitter + tab + entry.country + tab + entry.rdsName + tab + entry.power
         + tab;
     return line;
