@@ -1,6 +1,10 @@
 #include "fmlist/answertext.h"
 
+#include "platform/charset.h"
+
 #include <QList>
+
+#include <optional>
 
 namespace quillon {
 
@@ -13,12 +17,25 @@ QByteArray charsetOf(QByteArrayView contentType)
 {
     const QList<QByteArray> parameters = contentType.toByteArray().toLower().split(';');
     for (const QByteArray &parameter : parameters) {
-        const QByteArray trimmed = parameter.trimmed();
-        if (trimmed.startsWith("charset=")) {
-            return trimmed.mid(8).replace('"', "").trimmed();
+        const qsizetype sign = parameter.indexOf('=');
+        if (sign >= 0 && parameter.first(sign).trimmed() == "charset") {
+            return parameter.sliced(sign + 1).replace('"', "").trimmed();
         }
     }
     return {};
+}
+
+// In the Windows pages of the program every byte is a character.
+std::optional<CodePage> windowsPage(const QByteArray &charset)
+{
+    for (const QByteArrayView prefix : {QByteArrayView("windows-"), QByteArrayView("cp")}) {
+        if (charset.startsWith(prefix)) {
+            const int number = charset.sliced(prefix.size()).toInt();
+            const CodePage named(number);
+            return named.number() == number ? std::optional(named) : std::nullopt;
+        }
+    }
+    return std::nullopt;
 }
 
 } // namespace
@@ -32,14 +49,11 @@ QString answerText(QByteArrayView body, QByteArrayView contentType, const CodePa
     if (charset == "iso-8859-1" || charset == "latin1" || charset == "us-ascii") {
         return QString::fromLatin1(body);
     }
-    for (const QByteArrayView prefix : {QByteArrayView("windows-"), QByteArrayView("cp")}) {
-        if (charset.startsWith(prefix)) {
-            const int number = charset.mid(prefix.size()).toInt();
-            const CodePage named(number);
-            return (named.number() == number ? named : codePage).decode(body);
-        }
+    if (const auto page = windowsPage(charset)) {
+        return page->decode(body);
     }
-    return codePage.decode(body);
+    const auto text = decodedFrom(charset, body);
+    return text ? *text : codePage.decode(body);
 }
 
 } // namespace quillon

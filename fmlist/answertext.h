@@ -7,8 +7,9 @@
 
 namespace quillon {
 
-/// The text of an answer by the charset that its Content-Type names: UTF-8, ISO 8859-1, US-ASCII or a Windows
-/// page of one byte. Any other is read in `codePage`, as is an answer that names none.
+/// The text of an answer by the charset that its Content-Type names, as far as decodedFrom knows it; bytes
+/// that are no character of it become U+FFFD. An answer of an unknown charset is read in `codePage`, as is
+/// one that names none.
 [[nodiscard]] QString answerText(QByteArrayView body, QByteArrayView contentType, const CodePage &codePage);
 
 } // namespace quillon

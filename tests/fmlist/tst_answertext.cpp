@@ -22,7 +22,18 @@ private Q_SLOTS:
         QTest::newRow("Windows 1251") << "text/plain; charset=cp1251"_ba << u"\u0413\u0456"_s;
         QTest::newRow("none named") << "text/plain"_ba << page1250;
         QTest::newRow("no type") << ""_ba << page1250;
-        QTest::newRow("unknown") << "text/plain; charset=koi8-r"_ba << page1250;
+        QTest::newRow("KOI8-R") << "text/plain; charset=koi8-r"_ba << u"\u0446\u0401"_s;
+        QTest::newRow("ISO 8859-2, blanks and quotes")
+            << "text/plain; x=y ; CharSet = \" ISO-8859-2 \" "_ba << u"\u0102\u0142"_s;
+        QTest::newRow("ISO 8859-15") << "text/plain;charset=iso-8859-15"_ba << u"\u00c3\u00b3"_s;
+        QTest::newRow("Windows 1256, which is no page of the program")
+            << "text/plain; charset=windows-1256"_ba << u"\u0623\u00b3"_s;
+        QTest::newRow("Shift_JIS") << "text/plain; charset=Shift_JIS"_ba << u"\uff83\uff73"_s;
+        QTest::newRow("UTF-16") << "text/plain; charset=utf-16be"_ba << u"\uc3b3"_s;
+        QTest::newRow("unknown") << "text/plain; charset=klingon-8"_ba << page1250;
+        QTest::newRow("empty") << "text/plain; charset="_ba << page1250;
+        QTest::newRow("only quotes") << "text/plain; charset=\"\""_ba << page1250;
+        QTest::newRow("another parameter") << "text/plain; xcharset=utf-8"_ba << page1250;
         QTest::newRow("unknown Windows page") << "text/plain; charset=windows-9999"_ba << page1250;
     }
 
@@ -30,6 +41,14 @@ private Q_SLOTS:
     {
         QFETCH(QByteArray, contentType);
         QTEST(answerText("\xC3\xB3", contentType, CodePage(1250)), "text");
+    }
+
+    void aByteThatIsNoLetterOfTheCharsetIsMarkedAndTheRestIsRead()
+    {
+        QCOMPARE(answerText("A\xFF;\nB", "text/plain; charset=iso-8859-7", CodePage(1252)), u"A\ufffd;\nB"_s);
+        QCOMPARE(answerText("A\xFF;\nB", "text/plain; charset=utf-8", CodePage(1252)), u"A\ufffd;\nB"_s);
+        QCOMPARE(
+            answerText("A\x81;\nB", "text/plain; charset=windows-1252", CodePage(1250)), u"A\u0081;\nB"_s);
     }
 
     void iso88591HasControlsWhereWindowsHasLetters()
