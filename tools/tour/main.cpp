@@ -1,3 +1,4 @@
+#include "core/config.h"
 #include "core/ui/form1.h"
 #include "platform/applicationdirectory.h"
 #include "tour/look.h"
@@ -28,7 +29,7 @@ int visitAll(quillon::tour::Walk &walk)
 {
     using namespace quillon::tour;
     int failed = 0;
-    for (const QList<Stop> &stops : {mainStops(), windowStops(), fmlistStops(), importStops()}) {
+    for (const QList<Stop> &stops : {mainStops(), windowStops(), fmlistStops(), importStops(), lastStops()}) {
         for (const Stop &stop : stops) {
             try {
                 stop.visit(walk);
@@ -66,7 +67,9 @@ int main(int argc, char **argv)
         {QDir(directory).absolutePath(), quillon::suppliedDirectory(), quillon::Regional::fromEnvironment()});
     form.Form_Load();
     form.show();
-    quillon::tour::Walk walk(form, pictures);
+    quillon::Config config(directory);
+    config.readConfig();
+    quillon::tour::Walk walk(form, pictures, config.settings().fmlistUrl);
     const int failed = visitAll(walk);
     std::printf("%lld pictures\n", static_cast<long long>(walk.written().size()));
     return failed == 0 ? 0 : 1;

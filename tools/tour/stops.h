@@ -20,7 +20,9 @@ struct Stop
 [[nodiscard]] QList<Stop> windowStops();
 /// FMList: the search and the questions of the automatic one.
 [[nodiscard]] QList<Stop> fmlistStops();
-/// RDS Spy and RDSDX. They change the log, so they come last.
+/// RDS Spy and RDSDX. They change the log, so they come late.
 [[nodiscard]] QList<Stop> importStops();
+/// The automatic search while it runs. It ends as the user would end it: the main window is closed.
+[[nodiscard]] QList<Stop> lastStops();
 
 } // namespace quillon::tour

@@ -2,6 +2,7 @@
 
 #include "ui/resultlist.h"
 
+#include <QProgressBar>
 #include <QTest>
 
 namespace quillon::tour {
@@ -25,11 +26,13 @@ void showSearch(Walk &walk)
     QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, first);
 }
 
+constexpr QLatin1StringView openingDay("12/07/2025");
+
 void showAutomaticSearch(Walk &walk)
 {
     walk.answers().doing([&walk](QWidget *box) {
         QTest::keyClick(box->focusWidget(), Qt::Key_A, Qt::ControlModifier);
-        QTest::keyClicks(box->focusWidget(), u"12/07/2025"_s);
+        QTest::keyClicks(box->focusWidget(), openingDay);
         walk.picture(u"auto-search-day"_s, *box);
         QTest::keyClick(box, Qt::Key_Return);
     });
@@ -38,7 +41,34 @@ void showAutomaticSearch(Walk &walk)
     walk.menu(u"menuFMListAutoSearch"_s);
 }
 
+// Each station that is found costs a pause of two seconds, so the picture is of one of the first requests.
+void showRunningSearch(Walk &walk)
+{
+    constexpr int pictured = 5;
+    constexpr int delay = 200;
+    walk.delayService(delay);
+    walk.answers().type(openingDay);
+    walk.answers().press(QMessageBox::Yes);
+    bool isSeen = false;
+    const auto &progress = walk.control<QProgressBar>(u"progress"_s);
+    walk.when([&progress] { return progress.isVisible() && progress.value() == pictured; },
+        [&walk, &isSeen] {
+            walk.picture(u"auto-search"_s);
+            isSeen = true;
+            walk.mainWindow().close();
+        });
+    walk.menu(u"menuFMListAutoSearch"_s);
+    if (!isSeen || walk.mainWindow().isVisible()) {
+        Walk::fail(u"the automatic search was over too early"_s);
+    }
+}
+
 } // namespace
+
+QList<Stop> lastStops()
+{
+    return {{u"the automatic search while it runs"_s, showRunningSearch}};
+}
 
 QList<Stop> fmlistStops()
 {

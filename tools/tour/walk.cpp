@@ -2,6 +2,7 @@
 
 #include "tour/look.h"
 #include "ui/grid.h"
+#include "ui/inet1.h"
 
 #include <QAction>
 #include <QApplication>
@@ -9,6 +10,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QTest>
+#include <QTimer>
 
 #include <stdexcept>
 
@@ -22,9 +24,10 @@ constexpr QSize mainSize(1180, 760);
 
 } // namespace
 
-Walk::Walk(QWidget &mainWindow, const QString &pictures)
+Walk::Walk(QWidget &mainWindow, const QString &pictures, const QString &service)
     : m_mainWindow(mainWindow)
     , m_pictures(pictures)
+    , m_service(service)
 {
     setShade(Shade::Light);
     m_mainWindow.resize(mainSize);
@@ -101,6 +104,27 @@ void Walk::clickRow(const QString &dateTime) const
         }
     }
     fail(u"the grid has no row of " + dateTime);
+}
+
+void Walk::delayService(int milliseconds) const
+{
+    const QString url = m_service + u"/control?mode=delay:%1"_s.arg(milliseconds);
+    if (Inet1(CodePage()).openUrl(url.toLatin1()) != u"OK\n") {
+        fail(u"the service cannot be delayed"_s);
+    }
+}
+
+void Walk::when(const std::function<bool()> &holds, const std::function<void()> &work)
+{
+    auto *timer = new QTimer(&m_answers);
+    QObject::connect(timer, &QTimer::timeout, timer, [timer, holds, work] {
+        if (holds()) {
+            timer->stop();
+            timer->deleteLater();
+            work();
+        }
+    });
+    timer->start(1);
 }
 
 void Walk::picture(const QString &name, QWidget &of, QSize size)

@@ -5,6 +5,8 @@
 #include <QStringList>
 #include <QWidget>
 
+#include <functional>
+
 class QAction;
 
 namespace quillon::tour {
@@ -13,8 +15,8 @@ namespace quillon::tour {
 class Walk
 {
 public:
-    /// Pictures go into the directory `pictures`.
-    Walk(QWidget &mainWindow, const QString &pictures);
+    /// Pictures go into the directory `pictures`; `service` is the address of the stand-in service.
+    Walk(QWidget &mainWindow, const QString &pictures, const QString &service);
 
     [[nodiscard]] QWidget &mainWindow() const { return m_mainWindow; }
     [[nodiscard]] test::DialogAnswers &answers() { return m_answers; }
@@ -42,6 +44,11 @@ public:
     /// Clicks the row of the log grid with this Date/Time, after scrolling it to the top.
     void clickRow(const QString &dateTime) const;
 
+    /// Lets the stand-in service take this long for each answer.
+    void delayService(int milliseconds) const;
+    /// Does something as soon as a condition holds, from within whatever event loop runs then.
+    void when(const std::function<bool()> &holds, const std::function<void()> &work);
+
     /// Writes `name`.png and `name`-dark.png of a window, in this size when one is given.
     void picture(const QString &name, QWidget &of, QSize size = {});
     /// A picture of the main window.
@@ -54,6 +61,7 @@ public:
 private:
     QWidget &m_mainWindow;
     QString m_pictures;
+    QString m_service;
     test::DialogAnswers m_answers;
     QStringList m_written;
 };
