@@ -93,11 +93,21 @@ public:
         : m_shown(bar)
     {
         bar.setFormat(format);
+        bar.setMinimumWidth(widthOf(bar, format));
         bar.setRange(0, 0);
         bar.setValue(0);
     }
 
 private:
+    // Room for the text with any number that the work can come to, on one line.
+    static int widthOf(const QProgressBar &bar, QString format)
+    {
+        const QString figures = QStringLiteral("00000");
+        format.replace(QStringLiteral("%v"), figures).replace(QStringLiteral("%m"), figures);
+        constexpr int padding = 24;
+        return bar.fontMetrics().horizontalAdvance(format) + padding;
+    }
+
     Shown m_shown;
 };
 
