@@ -62,6 +62,7 @@ void importRDSSpy::Command3_Click()
         m_config.changeConfig(u"TIME_OFFSET="_s, ui->Text2->text());
         const Importing importing(*this);
         importSelected();
+        saveRest();
     }
     showMessage(this, u"Imported"_s);
     close();
@@ -104,6 +105,20 @@ void importRDSSpy::importRow(int row)
         rdsSpyReception(ui->List1->text(row), ui->Text1->text(), ui->Text2->text(), m_regional.months));
 }
 
+// What an import that failed before has left in the log alone must be on the disk before this one is done.
+// When it cannot be, nothing is selected any more, so that nothing is added twice.
+void importRDSSpy::saveRest()
+{
+    try {
+        m_saveRest();
+    } catch (const RuntimeError &error) {
+        Command2_Click();
+        throw RuntimeError(error.name(),
+            error.doing()
+                + u"\nAll receptions are in the log, but not all on the disk. Import tries again to save them."_s);
+    }
+}
+
 // The rows that are in the log already are deselected, so that Import can go on with the rest.
 RuntimeError importRDSSpy::failedAt(int row, int done, int total, const RuntimeError &error, bool isInLog)
 {
@@ -118,7 +133,7 @@ RuntimeError importRDSSpy::failedAt(int row, int done, int total, const RuntimeE
         ui->List1->setListIndex(static_cast<int>(all.indexOf(isInLog ? marked(line) : line)));
     }
     if (isInLog) {
-        doing += u"\nIt is in the log, and not selected any more: the next save writes it."_s;
+        doing += u"\nIt is in the log, and not selected any more: Import or the next save writes it."_s;
     }
     if (done > 0) {
         doing += u"\nThe %1 before it are in the log, and not selected any more."_s.arg(done);
