@@ -61,6 +61,8 @@ void Form1::menuImportRDSSpyLog_Click()
     });
     connect(window, &importRDSSpy::progress, this, [this, bar](int done, int total) {
         if (*bar) {
+            // Drawn with the next events, not after each reception together with the grid.
+            const RedrawOff redrawOff(*m_progress);
             m_progress->setRange(0, total);
             m_progress->setValue(done);
         }

@@ -2,6 +2,7 @@
 
 #include "ui/busypointer.h"
 #include "ui/messages.h"
+#include "ui/widgetstate.h"
 
 #include "ui_importrdsspy.h"
 
@@ -14,6 +15,17 @@
 namespace quillon {
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+// A bar draws itself and all that is due in its window at once; here it waits for the next events.
+void showQuietly(QProgressBar &bar, int value)
+{
+    const RedrawOff redrawOff(bar);
+    bar.setValue(value);
+}
+
+} // namespace
 
 // The progress shown in place of the list, every control disabled and the window kept open, as long as it
 // lives.
@@ -90,7 +102,7 @@ void importRDSSpy::importSelected()
             throw failedAt(row, done, total, error, false);
         }
         ++done;
-        ui->progressBar->setValue(done);
+        showQuietly(*ui->progressBar, done);
         Q_EMIT progress(done, total);
         if (sinceEvents.elapsed() >= responsiveMs) {
             QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
