@@ -42,10 +42,11 @@ int main(int argc, char *argv[])
     const QString chosen = commandLine.directory(QApplication::arguments());
     const QString directory = applicationDirectory(directoryChoiceOfProcess(chosen));
     const QString supplied = suppliedDirectory();
-    if (!guarded(nullptr, [&] { prepareApplicationDirectory(directory, supplied); })) {
+    const Regional regional = Regional::fromEnvironment();
+    if (!guarded(nullptr, [&] { prepareApplicationDirectory(directory, supplied, regional.codePage); })) {
         return 1;
     }
-    Form1 form({directory, supplied, Regional::fromEnvironment()});
+    Form1 form({directory, supplied, regional});
     form.Form_Load();
     form.show();
     return QApplication::exec();

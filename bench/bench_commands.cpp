@@ -2,72 +2,30 @@
 // processor time of the whole process and printed beside its bar.
 
 #include "core/logbooklines.h"
-#include "core/ui/form1.h"
 #include "platform/files.h"
 #include "support.h"
-#include "ui/grid.h"
+#include "supportwindow.h"
 #include "ui/resultlist.h"
 
-#include <QAbstractButton>
-#include <QAction>
 #include <QApplication>
 #include <QComboBox>
 #include <QDesktopServices>
-#include <QDialog>
 #include <QDir>
 #include <QLineEdit>
 #include <QTemporaryDir>
-#include <QTimer>
 
 #include <algorithm>
 #include <cstdio>
-#include <ctime>
 #include <functional>
-#include <sys/resource.h>
 #include <vector>
 
 using namespace quillon;
+using namespace quillon::bench;
 using namespace Qt::StringLiterals;
 
 namespace {
 
 constexpr int repetitions = 7;
-
-// Milliseconds of processor time of the whole process, and how many of them the kernel took.
-struct Times
-{
-    double all = 0;
-    double kernel = 0;
-};
-
-Times processorTimes()
-{
-    timespec now {};
-    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
-    rusage usage {};
-    getrusage(RUSAGE_SELF, &usage);
-    return {static_cast<double>(now.tv_sec) * 1e3 + static_cast<double>(now.tv_nsec) / 1e6,
-        static_cast<double>(usage.ru_stime.tv_sec) * 1e3 + static_cast<double>(usage.ru_stime.tv_usec) / 1e3};
-}
-
-// Everything that is due, drawing included, is done.
-void settle()
-{
-    for (int pass = 0; pass < 3; ++pass) {
-        QApplication::sendPostedEvents();
-        QApplication::processEvents();
-    }
-}
-
-Times measured(const std::function<void()> &work)
-{
-    settle();
-    const Times before = processorTimes();
-    work();
-    settle();
-    const Times after = processorTimes();
-    return {after.all - before.all, after.kernel - before.kernel};
-}
 
 double memoryMb()
 {
@@ -80,31 +38,6 @@ double memoryMb()
     return 0;
 }
 
-// Closes every box that waits for an answer by Enter, after typing what is wanted of it.
-class Answering : public QObject
-{
-public:
-    QString text;
-
-    Answering()
-    {
-        connect(&m_timer, &QTimer::timeout, this, [this] {
-            auto *box = qobject_cast<QDialog *>(QApplication::activeModalWidget());
-            if (!box) {
-                return;
-            }
-            if (auto *edit = box->findChild<QLineEdit *>(); edit && !text.isEmpty()) {
-                edit->setText(text);
-            }
-            box->accept();
-        });
-        m_timer.start(1);
-    }
-
-private:
-    QTimer m_timer;
-};
-
 // Takes what is handed to the desktop and opens nothing.
 class Nowhere : public QObject
 {
@@ -116,39 +49,6 @@ public:
 
 public Q_SLOTS:
     void open(const QUrl &) { }
-};
-
-class Window
-{
-public:
-    explicit Window(const QString &directory)
-        : m_form({directory, {}, {CodePage(1252), NumberFormat(), MonthNames::of(QLocale::c())}})
-    {
-        m_form.Form_Load();
-        m_form.show();
-        settle();
-    }
-    template<typename Control>
-    [[nodiscard]] Control &find(const QString &name)
-    {
-        auto *control = m_form.findChild<Control *>(name);
-        if (!control) {
-            qFatal("the window has no %s", qPrintable(name));
-        }
-        return *control;
-    }
-    void click(const QString &name) { find<QAbstractButton>(name).click(); }
-    void write(const QString &name, const QString &text) { find<QLineEdit>(name).setText(text); }
-    void trigger(const QString &name) { find<QAction>(name).trigger(); }
-    [[nodiscard]] Grid &grid() { return find<Grid>(u"Grid1"_s); }
-    void chooseRow(int row)
-    {
-        grid().setRow(row);
-        Q_EMIT grid().rowChosen(row);
-    }
-
-private:
-    Form1 m_form;
 };
 
 class Table

@@ -61,6 +61,10 @@ public:
     {
     }
 
+    // Of an export that was killed. Files that do not change, and months that are gone, are not written
+    // again.
+    void removeLeftovers() const { quillon::removeLeftovers(m_pages, u"quillon"_s); }
+
     QString writeIndexPage()
     {
         const QString viewer = u"quillon_mapview.htm"_s;
@@ -165,6 +169,7 @@ QString exportWebPages(const QString &applicationDir, const WebSite &site, const
     FileCalls &calls, const WebPagesProgress &progress)
 {
     SiteWriter writer(applicationDir, site, regional, calls, progress);
+    writer.removeLeftovers();
     QString index = writer.writeIndexPage();
     writer.writeFullKml();
     return index;

@@ -67,6 +67,21 @@ private:
     QString m_shelter;
 };
 
+// A supplied file that says in which code page the exports write. A file that says nothing of it stays as it
+// is.
+QByteArray declaring(QByteArray file, const CodePage &codePage)
+{
+    const QByteArray name = "windows-" + QByteArray::number(codePage.number());
+    for (const QByteArray &declaration :
+        {"<meta charset=\""_ba, "<meta name=\"kml-charset\" content=\""_ba}) {
+        const QByteArray supplied = declaration + "windows-1252\"";
+        if (const qsizetype at = file.indexOf(supplied); at >= 0) {
+            file.replace(at, supplied.size(), QByteArray(declaration + name + '"'));
+        }
+    }
+    return file;
+}
+
 } // namespace
 
 DirectoryChoice directoryChoiceOfProcess(const QString &option)
@@ -97,7 +112,8 @@ QString suppliedDirectory()
     return QDir::cleanPath(QCoreApplication::applicationDirPath() + u"/../share/quillon"_s);
 }
 
-void prepareApplicationDirectory(const QString &directory, const QString &supplied, FileCalls &calls)
+void prepareApplicationDirectory(
+    const QString &directory, const QString &supplied, const CodePage &codePage, FileCalls &calls)
 {
     if (QFileInfo::exists(directory)) {
         if (!QFileInfo(directory).isDir()) {
@@ -108,7 +124,8 @@ void prepareApplicationDirectory(const QString &directory, const QString &suppli
     const NewDirectory created(directory);
     const QStringList names = QDir(supplied).entryList(QDir::Files, QDir::Name);
     for (const QString &name : names) {
-        copyFile(filePath(supplied, name), filePath(created.path(), name), calls);
+        const QByteArray bytes = readFile(filePath(supplied, name));
+        writeFile(filePath(created.path(), name), declaring(bytes, codePage), calls);
     }
     created.commit();
 }

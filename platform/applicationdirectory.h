@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/codepage.h"
 #include "platform/filecalls.h"
 
 #include <QString>
@@ -26,9 +27,10 @@ struct DirectoryChoice
 [[nodiscard]] QString suppliedDirectory();
 
 /// Creates `directory` and copies the supplied files into it when it does not exist; leaves an existing one
-/// as it is. Throws the run-time error of what failed; there is no directory then, so that the next start
-/// tries anew.
-void prepareApplicationDirectory(
-    const QString &directory, const QString &supplied, FileCalls &calls = FileCalls::real());
+/// as it is. The copied templates and the map viewer name `codePage` as the encoding of what the exports
+/// write. Throws the run-time error of what failed; there is no directory then, so that the next start tries
+/// anew.
+void prepareApplicationDirectory(const QString &directory, const QString &supplied, const CodePage &codePage,
+    FileCalls &calls = FileCalls::real());
 
 } // namespace quillon

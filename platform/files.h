@@ -46,6 +46,10 @@ QString backupFile(
 /// Removes what a writeFile that was killed between naming and renaming may have left beside `path`.
 void removeLeftover(const QString &path);
 
+/// removeLeftover for every file in `directory` whose name begins with `prefix`, whether it is still there or
+/// not.
+void removeLeftovers(const QString &directory, const QString &prefix);
+
 /// What tells whether a file is still the one it was: identity, size and times.
 struct FileState
 {

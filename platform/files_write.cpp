@@ -2,6 +2,7 @@
 
 #include "platform/runtimeerror.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
@@ -175,6 +176,15 @@ void appendToFile(const QString &path, QByteArrayView bytes)
 void removeLeftover(const QString &path)
 {
     ::unlink(leftoverName(linkTarget(path)).constData());
+}
+
+void removeLeftovers(const QString &directory, const QString &prefix)
+{
+    const QStringList names =
+        QDir(directory).entryList({u'.' + prefix + u"*.new"_s}, QDir::Files | QDir::Hidden);
+    for (const QString &name : names) {
+        ::unlink(QFile::encodeName(filePath(directory, name)).constData());
+    }
 }
 
 } // namespace quillon

@@ -71,6 +71,7 @@ private:
     void loadTransmitterList();
     void loadCountryList();
     void showTitle();
+    void saveUnsaved();
     [[nodiscard]] QString unsavedFailure();
 
     // form1_wiring.cpp: which event calls which handler

@@ -44,6 +44,17 @@ void Form1::saveTransmitterList()
     m_transmittersUnsaved = false;
 }
 
+// Writes what an earlier save could not.
+void Form1::saveUnsaved()
+{
+    if (m_logUnsaved) {
+        saveLogbook();
+    }
+    if (m_transmittersUnsaved) {
+        saveTransmitterList();
+    }
+}
+
 void Form1::tellOfCopy(const std::optional<QString> &copy)
 {
     if (copy) {

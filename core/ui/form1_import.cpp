@@ -49,7 +49,7 @@ void Form1::menuImportRDSSpyLog_Click()
     }
     auto *window = new importRDSSpy(
         m_config, m_options.regional, [this](const RdsSpyReception &reception) { addReception(reception); },
-        this);
+        [this] { saveUnsaved(); }, this);
     // The bar of an upload or an automatic search that runs stays theirs.
     const auto bar = std::make_shared<std::unique_ptr<ShownProgress>>();
     connect(window, &importRDSSpy::importing, this, [this, bar](bool runs) {
@@ -61,6 +61,8 @@ void Form1::menuImportRDSSpyLog_Click()
     });
     connect(window, &importRDSSpy::progress, this, [this, bar](int done, int total) {
         if (*bar) {
+            // Drawn with the next events, not after each reception together with the grid.
+            const RedrawOff redrawOff(*m_progress);
             m_progress->setRange(0, total);
             m_progress->setValue(done);
         }

@@ -18,11 +18,13 @@ namespace quillon {
 
 using namespace Qt::StringLiterals;
 
-importRDSSpy::importRDSSpy(Config &config, const Regional &regional, AddEntry addEntry, QWidget *parent)
+importRDSSpy::importRDSSpy(
+    Config &config, const Regional &regional, AddEntry addEntry, SaveRest saveRest, QWidget *parent)
     : QDialog(parent)
     , m_config(config)
     , m_regional(regional)
     , m_addEntry(std::move(addEntry))
+    , m_saveRest(std::move(saveRest))
     , ui(std::make_unique<Ui::importRDSSpy>())
 {
     ui->setupUi(this);

@@ -33,9 +33,12 @@ public:
     /// Fills the entry form with a reception and presses Add; may throw a RuntimeError, which stops the
     /// import. An AddedNotSaved says that the reception is in the log all the same.
     using AddEntry = std::function<void(const RdsSpyReception &)>;
+    /// Writes what of the log is not on the disk yet, if anything; may throw a RuntimeError.
+    using SaveRest = std::function<void()>;
 
     /// `config` and `regional` must outlive the window.
-    importRDSSpy(Config &config, const Regional &regional, AddEntry addEntry, QWidget *parent = nullptr);
+    importRDSSpy(Config &config, const Regional &regional, AddEntry addEntry, SaveRest saveRest,
+        QWidget *parent = nullptr);
     ~importRDSSpy() override;
 
     /// Shows the window with the settings of `config`, asks for a day and lists it. Throws what populateList1
@@ -76,6 +79,7 @@ private:
     void replaceRow(int row, const QString &line);
     void importSelected();
     void importRow(int row);
+    void saveRest();
     [[nodiscard]] RuntimeError failedAt(
         int row, int done, int total, const RuntimeError &error, bool isInLog);
     [[nodiscard]] QStringList lines() const;
@@ -87,6 +91,7 @@ private:
     Config &m_config;
     const Regional &m_regional;
     AddEntry m_addEntry;
+    SaveRest m_saveRest;
     QString m_day; // as it was answered
     bool m_importing = false;
     std::unique_ptr<Ui::importRDSSpy> ui;

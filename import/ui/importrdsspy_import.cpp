@@ -2,6 +2,7 @@
 
 #include "ui/busypointer.h"
 #include "ui/messages.h"
+#include "ui/widgetstate.h"
 
 #include "ui_importrdsspy.h"
 
@@ -14,6 +15,17 @@
 namespace quillon {
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+// A bar draws itself and all that is due in its window at once; here it waits for the next events.
+void showQuietly(QProgressBar &bar, int value)
+{
+    const RedrawOff redrawOff(bar);
+    bar.setValue(value);
+}
+
+} // namespace
 
 // The progress shown in place of the list, every control disabled and the window kept open, as long as it
 // lives.
@@ -62,6 +74,7 @@ void importRDSSpy::Command3_Click()
         m_config.changeConfig(u"TIME_OFFSET="_s, ui->Text2->text());
         const Importing importing(*this);
         importSelected();
+        saveRest();
     }
     showMessage(this, u"Imported"_s);
     close();
@@ -89,7 +102,7 @@ void importRDSSpy::importSelected()
             throw failedAt(row, done, total, error, false);
         }
         ++done;
-        ui->progressBar->setValue(done);
+        showQuietly(*ui->progressBar, done);
         Q_EMIT progress(done, total);
         if (sinceEvents.elapsed() >= responsiveMs) {
             QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
@@ -102,6 +115,20 @@ void importRDSSpy::importRow(int row)
 {
     m_addEntry(
         rdsSpyReception(ui->List1->text(row), ui->Text1->text(), ui->Text2->text(), m_regional.months));
+}
+
+// What an import that failed before has left in the log alone must be on the disk before this one is done.
+// When it cannot be, nothing is selected any more, so that nothing is added twice.
+void importRDSSpy::saveRest()
+{
+    try {
+        m_saveRest();
+    } catch (const RuntimeError &error) {
+        Command2_Click();
+        throw RuntimeError(error.name(),
+            error.doing()
+                + u"\nAll receptions are in the log, but not all on the disk. Import tries again to save them."_s);
+    }
 }
 
 // The rows that are in the log already are deselected, so that Import can go on with the rest.
@@ -118,7 +145,7 @@ RuntimeError importRDSSpy::failedAt(int row, int done, int total, const RuntimeE
         ui->List1->setListIndex(static_cast<int>(all.indexOf(isInLog ? marked(line) : line)));
     }
     if (isInLog) {
-        doing += u"\nIt is in the log, and not selected any more: the next save writes it."_s;
+        doing += u"\nIt is in the log, and not selected any more: Import or the next save writes it."_s;
     }
     if (done > 0) {
         doing += u"\nThe %1 before it are in the log, and not selected any more."_s.arg(done);

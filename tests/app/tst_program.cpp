@@ -123,6 +123,7 @@ private Q_SLOTS:
     void theDirectoryIsChosen();
     void thePortableProgramKeepsItsFilesBesideIt();
     void aNewDirectoryGetsTheSuppliedFiles();
+    void thePagesOfANewDirectoryNameTheCodePage();
     void anExistingDirectoryGetsTheConfigurationAlone();
     void aFileInPlaceOfTheDirectoryIsRefused();
     void versionAndHelpNeedNoDisplay_data();
@@ -203,6 +204,20 @@ void TestProgram::aNewDirectoryGetsTheSuppliedFiles()
     std::ranges::sort(expected);
     std::ranges::sort(names);
     QCOMPARE(names, expected);
+}
+
+void TestProgram::thePagesOfANewDirectoryNameTheCodePage()
+{
+    Program program;
+    program.set(u"QUILLON_CODEPAGE"_s, u"1250"_s);
+    QVERIFY(program.start({u"--directory"_s, u"new"_s}));
+    const QString directory = program.home.file(u"new"_s);
+    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(directory + u"/LOGBOOK.INI"_s), patience);
+    for (const QString &name : {u"quillon_index.template"_s, u"quillon_log.template"_s}) {
+        QVERIFY(bytesOf(filePath(directory, name)).contains("\n<meta charset=\"windows-1250\">\n"));
+    }
+    QVERIFY(bytesOf(filePath(directory, u"quillon_mapview.htm"_s))
+                .contains("\n<meta name=\"kml-charset\" content=\"windows-1250\">\n"));
 }
 
 void TestProgram::anExistingDirectoryGetsTheConfigurationAlone()

@@ -1,15 +1,12 @@
 #include "core/logbookfile.h"
 #include "core/logbooklines.h"
+#include "support/child.h"
 #include "support/testfiles.h"
 
 #include <QElapsedTimer>
 #include <QRandomGenerator>
 #include <QTest>
 
-#include <csignal>
-#include <functional>
-#include <sys/prctl.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 using namespace quillon;
@@ -50,7 +47,6 @@ Logbook logOf(bool second)
 // Saves the two logs in turn until it is killed.
 [[noreturn]] void saveForEver(const QString &directory, const Logbook &first, const Logbook &second)
 {
-    ::prctl(PR_SET_PDEATHSIG, SIGKILL);
     const QString path = filePath(directory, u"RDSLog.log"_s);
     KeptFile kept;
     kept.readWhole(path, *fileState(path));
@@ -59,43 +55,6 @@ Logbook logOf(bool second)
         kept.save(path, directory, logbookBytes(first, CodePage()));
     }
 }
-
-// A process of its own that runs `work`.
-class Child
-{
-public:
-    explicit Child(const std::function<void()> &work)
-        : m_id(::fork())
-    {
-        if (m_id == 0) {
-            try {
-                work();
-            } catch (...) {
-                ::_exit(1);
-            }
-            ::_exit(0);
-        }
-    }
-    Child(const Child &) = delete;
-    Child &operator=(const Child &) = delete;
-    ~Child() { kill(); }
-
-    // True when it was still running.
-    bool kill()
-    {
-        if (m_id <= 0) {
-            return false;
-        }
-        ::kill(m_id, SIGKILL);
-        int status = 0;
-        ::waitpid(m_id, &status, 0);
-        m_id = -1;
-        return WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL;
-    }
-
-private:
-    pid_t m_id;
-};
 
 } // namespace
 

@@ -9,6 +9,8 @@
 #include <QProcess>
 #include <QTest>
 
+#include <algorithm>
+
 using namespace quillon;
 using namespace quillon::test;
 
@@ -66,7 +68,37 @@ struct Demo
     TransmitterList transmitters;
 };
 
-/// What GDAL makes of the names and lists that are written as they stand: the document in true UTF-8.
+bool isPlain(const QString &text)
+{
+    return std::ranges::all_of(text, [](QChar c) { return c.unicode() < 0x80 && c != u'&' && c != u'<'; });
+}
+
+/// The part of the sample log that a strict reader understands as it is written: names with "&" and "<" are
+/// written as they stand, and letters outside ASCII are in the code page although the file declares UTF-8.
+struct PlainDemo
+{
+    PlainDemo()
+    {
+        const Demo demo;
+        for (int i = 0; i < demo.transmitters.count(); ++i) {
+            const Transmitter &transmitter = demo.transmitters.row(i);
+            if (isPlain(transmitter.name) && isPlain(transmitter.country)) {
+                transmitters.add(transmitter);
+            }
+        }
+        for (const LogEntry &entry : demo.log) {
+            if (isPlain(entry.rdsName) && isPlain(entry.transmitter)) {
+                log.AddEntry(entry);
+            }
+        }
+    }
+
+    Logbook log;
+    TransmitterList transmitters;
+};
+
+/// The document in true UTF-8, as other programs read it. Written it is in the code page, although it
+/// declares UTF-8: a strict reader stops at the first letter outside ASCII.
 QByteArray asUtf8(const QByteArray &document)
 {
     return CodePage(1252).decode(document).toUtf8();
@@ -112,6 +144,32 @@ private Q_SLOTS:
         QCOMPARE(read[2].longitude, 7.0);
         QCOMPARE(read[2].latitude, 50.9);
         QCOMPARE(readByGdal(*heard.month(at(u"01/07/2011"_s))).size(), 2);
+    }
+
+    void aLogInAsciiIsReadAsItIsWritten()
+    {
+        const PlainDemo demo;
+        const auto receptions = findReceptions(demo.log, demo.transmitters);
+        QVERIFY(demo.transmitters.count() > 40);
+        QVERIFY(receptions.size() > 100);
+        compare(readByGdal(transmitterKml(demo.transmitters, CodePage(1252))), demo.transmitters);
+        const auto all = readByGdal(logbookKml(demo.log, demo.transmitters, CodePage(1252)));
+        compare(all, demo.transmitters);
+        QCOMPARE(listLines(all), static_cast<int>(receptions.size()));
+        const HeardKml heard(demo.log, demo.transmitters, english());
+        QCOMPARE(listLines(readByGdal(heard.full())), static_cast<int>(receptions.size()));
+        int lines = 0;
+        int expected = 0;
+        for (const Reception &reception : receptions) {
+            expected += civil(demo.log.entry(reception.entry).dateTime).year == 2024 ? 1 : 0;
+        }
+        for (int month = 1; month <= 12; ++month) {
+            if (const auto document = heard.month(*fromCivil({2024, month, 1, 0, 0, 0}))) {
+                lines += listLines(readByGdal(*document));
+            }
+        }
+        QVERIFY(expected > 10);
+        QCOMPARE(lines, expected);
     }
 
     void everyTransmitterOfTheDemoIsAtItsPlace()

@@ -337,6 +337,18 @@ private Q_SLOTS:
         QVERIFY(!none.wasCalled());
     }
 
+    void whatAKilledExportLeftIsRemoved()
+    {
+        const Site site(sampleLog());
+        site.write();
+        const auto before = site.pages();
+        // Beside a page that does not change, and of a month that is no longer in the log.
+        site.directory.write(u"html/.quillon_log_2010-Jul.htm.new"_s, "half");
+        site.directory.write(u"html/.quillon_log_1999-Jan.kml.new"_s, "half");
+        site.write();
+        QCOMPARE(site.pages(), before);
+    }
+
     void aFailingDiskLeavesEachFileOldOrNew()
     {
         const Site oldSite(sampleLog());

@@ -1,4 +1,5 @@
 #include "platform/applicationdirectory.h"
+#include "platform/files.h"
 #include "platform/runtimeerror.h"
 #include "support/faultycalls.h"
 #include "support/testfiles.h"
@@ -57,11 +58,46 @@ private Q_SLOTS:
         supplied.write(u"page.htm"_s, "<html>");
         const TestDirectory home;
         const QString directory = home.file(u"deep/down"_s);
-        prepareApplicationDirectory(directory, supplied.path());
+        prepareApplicationDirectory(directory, supplied.path(), CodePage());
         QCOMPARE(QDir(directory).entryList(QDir::Files, QDir::Name),
             (QStringList {u"country.lst"_s, u"page.htm"_s}));
         QCOMPARE(home.read(u"deep/down/country.lst"_s), "D\r\nAUT\r\n"_ba);
         QCOMPARE(home.read(u"deep/down/page.htm"_s), "<html>"_ba);
+    }
+
+    void theCopiedPagesNameTheCodePageOfTheExports_data()
+    {
+        QTest::addColumn<int>("codePage");
+        for (const int codePage : {1250, 1251, 1252, 1253, 1254, 1257}) {
+            QTest::addRow("%d", codePage) << codePage;
+        }
+    }
+
+    void theCopiedPagesNameTheCodePageOfTheExports()
+    {
+        QFETCH(int, codePage);
+        const QString supplied = QStringLiteral(QUILLON_SUPPLIED);
+        const TestDirectory home;
+        prepareApplicationDirectory(home.file(u"log"_s), supplied, CodePage(codePage));
+        const QByteArray name = "windows-" + QByteArray::number(codePage);
+        const QStringList files = QDir(supplied).entryList(QDir::Files);
+        QVERIFY(files.size() >= 5);
+        int changed = 0;
+        for (const QString &file : files) {
+            // Nothing but that name, where the file has one, is other than supplied.
+            QByteArray expected = readFile(filePath(supplied, file));
+            const bool isTemplate = file.endsWith(u".template");
+            const QByteArray before =
+                isTemplate ? "<head>\n<meta charset=\""_ba : "<meta name=\"kml-charset\" content=\""_ba;
+            if (isTemplate || file == u"quillon_mapview.htm") {
+                const QByteArray western = before + "windows-1252\"";
+                QCOMPARE(expected.count(western), 1);
+                expected.replace(western, QByteArray(before + name + '"'));
+                ++changed;
+            }
+            QVERIFY2(home.read(u"log/"_s + file) == expected, qPrintable(file));
+        }
+        QCOMPARE(changed, 3);
     }
 
     void aDirectoryThatCannotBeFilledIsGone()
@@ -75,7 +111,7 @@ private Q_SLOTS:
             const TestDirectory home;
             FaultyCalls calls(failing, ENOSPC);
             try {
-                prepareApplicationDirectory(home.file(u"log"_s), supplied.path(), calls);
+                prepareApplicationDirectory(home.file(u"log"_s), supplied.path(), CodePage(), calls);
                 succeeded = true;
                 QVERIFY(failing > 2);
             } catch (const RuntimeError &error) {
@@ -83,7 +119,7 @@ private Q_SLOTS:
                 const auto all = QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot;
                 QCOMPARE(QDir(home.path()).entryList(all), QStringList());
                 // The next start tries anew.
-                prepareApplicationDirectory(home.file(u"log"_s), supplied.path());
+                prepareApplicationDirectory(home.file(u"log"_s), supplied.path(), CodePage());
             }
             QCOMPARE(home.read(u"log/a.lst"_s), "one"_ba);
             QCOMPARE(home.read(u"log/b.lst"_s), "two"_ba);
@@ -95,7 +131,7 @@ private Q_SLOTS:
         const TestDirectory supplied;
         supplied.write(u"country.lst"_s, "D\r\n");
         const TestDirectory home;
-        prepareApplicationDirectory(home.path(), supplied.path());
+        prepareApplicationDirectory(home.path(), supplied.path(), CodePage());
         QCOMPARE(home.names(), QStringList());
     }
 
@@ -105,7 +141,7 @@ private Q_SLOTS:
         home.write(u"quillon"_s, "mine");
         for (const QString &path : {u"quillon"_s, u"quillon/below"_s}) {
             try {
-                prepareApplicationDirectory(home.file(path), home.path());
+                prepareApplicationDirectory(home.file(path), home.path(), CodePage());
                 QFAIL("nothing was thrown");
             } catch (const RuntimeError &error) {
                 QCOMPARE(error.name(), ErrorName::PathNotFound);

@@ -311,6 +311,18 @@ private Q_SLOTS:
         QCOMPARE(home.names().size(), 3);
     }
 
+    void whatKilledWritesOfManyFilesLeftIsRemovedAndNothingElse()
+    {
+        const TestDirectory home;
+        for (const QString &name : {u".page_1.htm.new"_s, u".page_gone.htm.new"_s, u".page_1.htm"_s,
+                 u".other.new"_s, u"page_1.htm"_s, u"page_2.htm.new"_s}) {
+            home.write(name, "x");
+        }
+        removeLeftovers(home.path(), u"page"_s);
+        QCOMPARE(home.names(),
+            (QStringList {u".other.new"_s, u".page_1.htm"_s, u"page_1.htm"_s, u"page_2.htm.new"_s}));
+    }
+
     void aLeftoverDoesNotHinderTheNextWrite()
     {
         const TestDirectory home;

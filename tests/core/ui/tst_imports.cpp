@@ -28,9 +28,8 @@ private Q_SLOTS:
     void aWrongOffsetIsStoredAndStopsTheImport();
     void aFailureHalfWayKeepsWhatWasImported();
     void aFirstReceptionThatIsNotSavedIsNotImportedAgain();
-    void theProgressBarShowsTheImport();
-    void theProgressBarIsHiddenAfterAFailure();
-    void theProgressBarOfAnotherRunStays();
+    void aLastReceptionThatIsNotSavedIsSavedByTheNextImport();
+    void receptionsThatAddRefusesDoNotHideThatOneIsNotSaved();
     void aMissingFolderIsToldInTheStatus();
 };
 
@@ -184,9 +183,9 @@ void TestImports::aFailureHalfWayKeepsWhatWasImported()
     QVERIFY(dialog->isVisible());
 
     // What the file missed is written by the next save.
-    QVERIFY2(
-        texts.last().endsWith(u"\nIt is in the log, and not selected any more: the next save writes it.\n"
-                              u"The 2 before it are in the log, and not selected any more."_s),
+    QVERIFY2(texts.last().endsWith(
+                 u"\nIt is in the log, and not selected any more: Import or the next save writes it.\n"
+                 u"The 2 before it are in the log, and not selected any more."_s),
         qPrintable(texts.last()));
     window.calls.failSync = 0;
     window.form().saveLogbook();
@@ -224,57 +223,58 @@ void TestImports::aFirstReceptionThatIsNotSavedIsNotImportedAgain()
               "2222|12/06/2010 18:22:06||87.5||TBD||B|||||\r\n");
 }
 
-void TestImports::theProgressBarShowsTheImport()
-{
-    ImportingWindow window;
-    for (int second = 0; second < 3; ++second) {
-        window.spy(u"2010-06-12 18-22-0%1 111%1 A.txt"_s.arg(second));
-    }
-    window.start();
-    auto *dialog = window.openSpy(u"12/06/2010"_s);
-    const auto *bar = window.find<QProgressBar>("progress");
-    QStringList shown;
-    bool atStart = false;
-    bool atEnd = true;
-    connect(dialog, &importRDSSpy::progress, dialog,
-        [&] { shown += bar->isVisible() ? bar->text() : u"hidden"_s; });
-    connect(dialog, &importRDSSpy::importing, dialog,
-        [&](bool runs) { (runs ? atStart : atEnd) = bar->isVisible(); });
-    ImportingWindow::press(dialog, u"Command3"_s);
-    QCOMPARE(shown, (QStringList {u"Importing 1 of 3"_s, u"Importing 2 of 3"_s, u"Importing 3 of 3"_s}));
-    QVERIFY(atStart);
-    QVERIFY(!atEnd);
-    QVERIFY(!bar->isVisible());
-}
-
-void TestImports::theProgressBarIsHiddenAfterAFailure()
+void TestImports::aLastReceptionThatIsNotSavedIsSavedByTheNextImport()
 {
     ImportingWindow window;
     window.spy(u"2010-06-12 18-22-05 1111 A.txt"_s);
     window.spy(u"2010-06-12 18-22-06 2222 B.txt"_s);
-    window.start();
-    auto *dialog = window.openSpy(u"12/06/2010"_s);
-    connect(dialog, &importRDSSpy::progress, dialog, [&window] { window.calls.failSync = ENOSPC; });
+    window.start(oldEntry);
+    const QPointer<importRDSSpy> dialog = window.openSpy(u"12/06/2010"_s);
+    (void)window.answers.takeTexts();
+    // The disk is full from the first reception on; the offset can be stored all the same.
+    bool full = false;
+    connect(dialog, &importRDSSpy::progress, dialog, [&] {
+        full = true;
+        window.calls.failSync = ENOSPC;
+    });
+    connect(dialog, &importRDSSpy::importing, dialog,
+        [&](bool runs) { window.calls.failSync = runs && full ? ENOSPC : 0; });
+    const QByteArray first = oldEntry + "1111|12/06/2010 18:22:05||87.5||TBD||A|||||\r\n";
+    // From the second attempt on nothing is selected: it is not said to be imported as long as it is not
+    // saved.
+    for (int attempt = 0; attempt < 3; ++attempt) {
+        ImportingWindow::press(dialog, u"Command3"_s);
+        const QStringList texts = window.answers.takeTexts();
+        QCOMPARE(texts.size(), 1);
+        QVERIFY2(texts.first().startsWith(u"Run-time error: Disk full\n"_s), qPrintable(texts.first()));
+        QCOMPARE(window.logbook(), first);
+        QVERIFY(dialog->isVisible());
+    }
+    full = false;
     ImportingWindow::press(dialog, u"Command3"_s);
-    QVERIFY(dialog->isVisible());
-    QVERIFY(!window.find<QProgressBar>("progress")->isVisible());
+    QCOMPARE(window.answers.takeTexts(), QStringList {u"Imported"_s});
+    QCOMPARE(window.logbook(), first + "2222|12/06/2010 18:22:06||87.5||TBD||B|||||\r\n");
+    QTRY_VERIFY(!dialog);
 }
 
-void TestImports::theProgressBarOfAnotherRunStays()
+void TestImports::receptionsThatAddRefusesDoNotHideThatOneIsNotSaved()
 {
     ImportingWindow window;
     window.spy(u"2010-06-12 18-22-05 1111 A.txt"_s);
-    window.start();
+    // Two blanks after the time: neither PI code nor name, and so no save.
+    window.spy(u"2010-06-12 18-22-06  .txt"_s);
+    window.start(oldEntry);
     const QPointer<importRDSSpy> dialog = window.openSpy(u"12/06/2010"_s);
-    auto *bar = window.find<QProgressBar>("progress");
-    bar->setFormat(u"Uploading %v of %m"_s);
-    bar->setRange(0, 7);
-    bar->setValue(4);
-    bar->show();
+    (void)window.answers.takeTexts();
+    const auto diskFull = connect(dialog, &importRDSSpy::importing, dialog,
+        [&window](bool runs) { window.calls.failSync = runs ? ENOSPC : 0; });
     ImportingWindow::press(dialog, u"Command3"_s);
-    QTRY_VERIFY(!dialog);
-    QVERIFY(bar->isVisible());
-    QCOMPARE(bar->text(), u"Uploading 4 of 7"_s);
+    disconnect(diskFull);
+    QCOMPARE(window.answers.takeTexts().size(), 1);
+    QCOMPARE(window.logbook(), oldEntry);
+    ImportingWindow::press(dialog, u"Command3"_s);
+    QCOMPARE(window.answers.takeTexts(), (QStringList {u"PI Code and RDS Name Empty"_s, u"Imported"_s}));
+    QCOMPARE(window.logbook(), oldEntry + "1111|12/06/2010 18:22:05||87.5||TBD||A|||||\r\n");
 }
 
 void TestImports::aMissingFolderIsToldInTheStatus()

@@ -111,7 +111,7 @@ void TestStartup::anExistingDirectoryGetsNoSuppliedFile()
     TestDirectory supplied;
     supplied.write(u"country.lst"_s, "D\r\n");
     MainWindow window;
-    prepareApplicationDirectory(window.directory.path(), supplied.path());
+    prepareApplicationDirectory(window.directory.path(), supplied.path(), CodePage());
     window.start();
     QCOMPARE(window.directory.names(), QStringList {u"LOGBOOK.INI"_s});
     QCOMPARE(window.find<QComboBox>("Combo3")->count(), 0);
@@ -123,7 +123,7 @@ void TestStartup::aNewDirectoryGetsTheSuppliedFiles()
     supplied.write(u"country.lst"_s, "D\r\nE\r\n");
     TestDirectory parent;
     const QString path = parent.file(u"new/quillon"_s);
-    prepareApplicationDirectory(path, supplied.path());
+    prepareApplicationDirectory(path, supplied.path(), CodePage());
     DialogAnswers answers;
     Form1 form({path, supplied.path(), Regional::fromEnvironment()});
     form.Form_Load();

@@ -29,6 +29,8 @@ protected:
         m_answers = std::make_unique<DialogAnswers>();
         m_added.clear();
         m_failing = -1;
+        m_failingRest = false;
+        m_savedRest = 0;
         m_directory->write(QStringLiteral("LOGBOOK.INI"),
             "TIME_OFFSET=-1\r\nRDSSPY_LOGS=" + QFile::encodeName(logs()) + "\r\nOMID=4711\r\n");
         QVERIFY(QDir().mkpath(logs()));
@@ -62,15 +64,23 @@ protected:
     void create()
     {
         delete m_window.data();
-        m_window = new importRDSSpy(*m_config, m_regional, [this](const RdsSpyReception &reception) {
-            if (m_atRow) {
-                m_atRow();
-            }
-            if (m_failing == static_cast<int>(m_added.size())) {
-                throw RuntimeError(ErrorName::DiskFull, QStringLiteral("Writing the log"));
-            }
-            m_added.push_back(reception);
-        });
+        m_window = new importRDSSpy(
+            *m_config, m_regional,
+            [this](const RdsSpyReception &reception) {
+                if (m_atRow) {
+                    m_atRow();
+                }
+                if (m_failing == static_cast<int>(m_added.size())) {
+                    throw RuntimeError(ErrorName::DiskFull, QStringLiteral("Writing the log"));
+                }
+                m_added.push_back(reception);
+            },
+            [this] {
+                if (m_failingRest) {
+                    throw RuntimeError(ErrorName::DiskFull, QStringLiteral("Writing the log"));
+                }
+                ++m_savedRest;
+            });
     }
 
     // Opens the window and cancels its question.
@@ -132,6 +142,8 @@ protected:
     std::vector<RdsSpyReception> m_added;
     std::function<void()> m_atRow; // called before a row is added
     int m_failing = -1; // so many rows are added, then one fails
+    bool m_failingRest = false; // what is not on the disk cannot be saved
+    int m_savedRest = 0; // how often it was
 };
 
 } // namespace quillon::test

@@ -135,6 +135,28 @@ private Q_SLOTS:
         QCOMPARE(m_added[1].rdsName, u"R2"_s);
     }
 
+    void whatCannotBeSavedAtTheEndIsNotImported()
+    {
+        listedDay(threeFiles());
+        m_failingRest = true;
+        importAndAnswer();
+        QCOMPARE(m_answers->takeTexts(),
+            QStringList {
+                u"Run-time error: Disk full\nWriting the log\nAll receptions are in the log, but not "
+                "all on the disk. Import tries again to save them."_s});
+        QVERIFY(m_window->isVisible());
+        QVERIFY(list()->isVisible());
+        QVERIFY(!QGuiApplication::overrideCursor());
+        QCOMPARE(lines(),
+            QStringList({u"*2010/06/12 10:00:00\tD3C3\tR1"_s, u"*2010/06/12 11:00:00\tD3C3\tR2"_s,
+                u"*2010/06/12 12:00:00\tD3C3\tR3"_s}));
+        m_failingRest = false;
+        importAndAnswer();
+        QCOMPARE(m_answers->takeTexts(), QStringList {u"Imported"_s});
+        QCOMPARE(m_added.size(), std::size_t(3));
+        QCOMPARE(m_savedRest, 1);
+    }
+
     void aConfigurationThatCannotBeWrittenStopsBeforeAnyRow()
     {
         listedDay(threeFiles());
