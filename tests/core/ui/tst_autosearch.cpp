@@ -236,7 +236,8 @@ void TestAutoSearch::whileItRunsTheLabelAndTheProgressAreShown()
         m_window->duringRequest(request, [&] {
             QVERIFY(label->isVisible());
             QVERIFY(progress->isVisible());
-            QVERIFY(progress->fontMetrics().horizontalAdvance(u"Searching 32498 of 32498"_s) < progress->width());
+            QVERIFY(
+                progress->fontMetrics().horizontalAdvance(u"Searching 32498 of 32498"_s) < progress->width());
             texts += progress->text();
         });
     }
