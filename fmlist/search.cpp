@@ -135,20 +135,25 @@ std::optional<QByteArray> searchUrl(
 SearchAnswer readSearchAnswer(const QString &answer, NumberFormat format)
 {
     if (answer.startsWith(u"Error "_s)) {
-        return {.rows = {}, .matches = 0, .status = errorStatus(answer)};
+        return {.rows = {}, .matches = 0, .status = errorStatus(answer), .failure = {}};
     }
     const QString stripped = StripCharRefs(answer);
     QStringList rows;
     qsizetype begin = 0;
     for (qsizetype end = stripped.indexOf(u'\n'); end >= 0; end = stripped.indexOf(u'\n', begin)) {
         const QStringView line = QStringView(stripped).sliced(begin, end - begin);
-        rows += resultRow(readLine(line, rows.size() + 1, format));
+        try {
+            rows += resultRow(readLine(line, rows.size() + 1, format));
+        } catch (const RuntimeError &error) {
+            return {.rows = rows, .matches = 0, .status = {}, .failure = error};
+        }
         begin = end + 1;
     }
     const auto matches = static_cast<int>(rows.size());
     return {.rows = rows,
         .matches = matches,
-        .status = u"FMList Search: "_s + QString::number(matches) + u" matches"_s};
+        .status = u"FMList Search: "_s + QString::number(matches) + u" matches"_s,
+        .failure = {}};
 }
 
 QString resultRow(const SearchResult &result)

@@ -2,6 +2,7 @@
 
 #include "platform/codepage.h"
 #include "platform/numbers.h"
+#include "platform/runtimeerror.h"
 
 #include <QByteArray>
 #include <QString>
@@ -41,6 +42,7 @@ struct SearchAnswer
     QStringList rows; ///< one resultRow each
     int matches = 0; ///< number of line feeds in the answer, 0 for an error answer
     QString status; ///< for the status line
+    std::optional<RuntimeError> failure; ///< of the line at which the reading stopped, after those in `rows`
 };
 
 /// The address of the search below `fmlistUrl`. Nothing when there is nothing to ask for: no frequency, or
@@ -51,8 +53,9 @@ struct SearchAnswer
 
 /// Reads an answer: one of the errors "Error 10001" to "Error 10006", or lines that each end with LF, of at
 /// least nine fields separated by ";" (frequency, PI, PS, country, location, kW, latitude, longitude,
-/// identifier); character references of three digits are stripped. Throws "Subscript out of range" for a line
-/// with fewer fields and "Overflow" for a frequency that no single holds, with the line's number and text.
+/// identifier); character references of three digits are stripped. It stops with "Subscript out of range" at
+/// a line with fewer fields and with "Overflow" at a frequency that no single holds, and tells the line's
+/// number and text.
 [[nodiscard]] SearchAnswer readSearchAnswer(const QString &answer, NumberFormat format);
 
 /// The nine values separated by tabs.

@@ -27,6 +27,15 @@ qsizetype lineOf(const QString &doing)
     return doing.sliced(start.size()).section(u':', 0, 0).toLongLong();
 }
 
+void checkFailure(const SearchAnswer &read, qsizetype lines)
+{
+    const RuntimeError &error = *read.failure;
+    require(error.name() == ErrorName::SubscriptOutOfRange || error.name() == ErrorName::Overflow);
+    const qsizetype line = lineOf(error.doing());
+    require(line == read.rows.size() + 1 && line <= lines && error.doing().size() < 400);
+    require(read.matches == 0 && read.status.isEmpty());
+}
+
 void checkError(const QString &answer, const SearchAnswer &read)
 {
     require(read.rows.isEmpty() && read.matches == 0);
@@ -76,24 +85,22 @@ void checkHighlight(const QStringList &rows)
 void check(const QString &answer, NumberFormat format)
 {
     const auto lines = static_cast<qsizetype>(answer.count(u'\n'));
-    try {
-        const SearchAnswer read = readSearchAnswer(answer, format);
-        if (answer.startsWith(u"Error "_s)) {
-            checkError(answer, read);
-            return;
+    const SearchAnswer read = readSearchAnswer(answer, format);
+    if (answer.startsWith(u"Error "_s)) {
+        checkError(answer, read);
+        return;
+    }
+    if (!answer.contains(u'\t')) {
+        for (const QString &row : read.rows) {
+            checkRow(row, format);
         }
+    }
+    checkHighlight(read.rows);
+    if (read.failure) {
+        checkFailure(read, lines);
+    } else {
         require(read.matches == lines && read.rows.size() == lines);
         require(read.status == u"FMList Search: %1 matches"_s.arg(lines));
-        if (!answer.contains(u'\t')) {
-            for (const QString &row : read.rows) {
-                checkRow(row, format);
-            }
-        }
-        checkHighlight(read.rows);
-    } catch (const RuntimeError &error) {
-        require(error.name() == ErrorName::SubscriptOutOfRange || error.name() == ErrorName::Overflow);
-        const qsizetype line = lineOf(error.doing());
-        require(line >= 1 && line <= lines && error.doing().size() < 400);
     }
 }
 

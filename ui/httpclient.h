@@ -23,7 +23,7 @@ struct HttpAnswer
 
 /// Requests to HTTP servers, one at a time, by libcurl: it sends addresses as they stand.
 /// (QNetworkAccessManager takes them as QUrl, which turns the "%5F" of an encoded name into "_" and "%9" into
-/// "%259".) No time limit.
+/// "%259".) No time limit. A proxy of the environment is used, but not for this machine's own addresses.
 class HttpClient : public QObject
 {
     Q_OBJECT

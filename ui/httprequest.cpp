@@ -6,6 +6,10 @@
 #include <QList>
 
 #include <algorithm>
+#include <arpa/inet.h>
+#include <cstdint>
+#include <limits>
+#include <memory>
 #include <new>
 
 namespace quillon {
@@ -28,6 +32,23 @@ void append(CurlLines &lines, const QByteArray &line)
     }
     (void)lines.release();
     lines.reset(longer);
+}
+
+bool isOfThisMachine(const QByteArray &url)
+{
+    const CurlUrl parts(curl_url());
+    char *found = nullptr;
+    if (!parts || curl_url_set(parts.get(), CURLUPART_URL, url.constData(), CURLU_PATH_AS_IS) != CURLUE_OK
+        || curl_url_get(parts.get(), CURLUPART_HOST, &found, 0) != CURLUE_OK) {
+        return false;
+    }
+    const std::unique_ptr<char, void (*)(void *)> owned(found, &curl_free);
+    const QByteArray host = QByteArray(found).toLower();
+    constexpr std::uint32_t loopbackNet = 127;
+    in_addr address {};
+    return host == "localhost" || host == "[::1]"
+        || (inet_pton(AF_INET, host.constData(), &address) == 1
+            && ntohl(address.s_addr) >> 24U == loopbackNet);
 }
 
 } // namespace
@@ -89,6 +110,12 @@ void setRequest(CURL *transfer, const HttpRequest &request, const CurlLines &lin
 {
     setOption(transfer, CURLOPT_URL, request.url.constData());
     setOption(transfer, CURLOPT_PATH_AS_IS, 1L);
+    if (isOfThisMachine(request.url)) {
+        // A proxy could not reach it, and need not know of it.
+        setOption(transfer, CURLOPT_NOPROXY, "*");
+    }
+    // Whoever waits decides how long; left alone, a connection would be given up after five minutes.
+    setOption(transfer, CURLOPT_CONNECTTIMEOUT_MS, long {std::numeric_limits<int>::max()});
     setOption(transfer, CURLOPT_PROTOCOLS_STR, "http,https");
     setOption(transfer, CURLOPT_REDIR_PROTOCOLS_STR, "http,https");
     setOption(transfer, CURLOPT_DISALLOW_USERNAME_IN_URL, 1L);

@@ -67,9 +67,8 @@ void Form1::autoSearch(SearchMode mode)
     try {
         const std::vector<qint32> entries = entriesToSearch(window);
         searchEntries(mode, entries, window, tally);
-        if (!entries.empty()) {
-            makeCurrent(m_ui->Grid1->rows() - 1);
-        }
+        // It ends with the last row, whether that was searched or not.
+        makeCurrent(m_ui->Grid1->rows() - 1);
     } catch (...) {
         // The program is ending, or a file cannot be written. What was found until now is kept.
         saveLogbook();

@@ -66,6 +66,9 @@ void Form1::searchFmlist(const SearchRequest &request)
     m_ui->List2->setEmptyText(
         (answer.status.isEmpty() ? u"FMList named no station"_s : answer.status) + u'\n' + askedFor(request));
     m_ui->List2->setListIndex(static_cast<int>(highlightedRow(answer.rows, request.pi)));
+    if (answer.failure) {
+        throw RuntimeError(*answer.failure);
+    }
 }
 
 // A result of Search FMList: copies it into the form and stores it.

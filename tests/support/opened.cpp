@@ -31,12 +31,25 @@ Opened::~Opened()
 
 QStringList Opened::take()
 {
-    return std::exchange(m_opened, {});
+    QStringList opened;
+    for (const QUrl &url : std::exchange(m_opened, {})) {
+        opened += url.isLocalFile() ? url.toLocalFile() : url.toString();
+    }
+    return opened;
+}
+
+QStringList Opened::takeEncoded()
+{
+    QStringList opened;
+    for (const QUrl &url : std::exchange(m_opened, {})) {
+        opened += QString::fromLatin1(url.toEncoded());
+    }
+    return opened;
 }
 
 void Opened::open(const QUrl &url)
 {
-    m_opened += url.isLocalFile() ? url.toLocalFile() : url.toString();
+    m_opened += url;
 }
 
 } // namespace quillon::test

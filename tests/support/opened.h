@@ -17,12 +17,14 @@ public:
 
     /// What was opened since the last call, files as their path.
     [[nodiscard]] QStringList take();
+    /// The same as URLs, encoded as the desktop gets them.
+    [[nodiscard]] QStringList takeEncoded();
 
 public Q_SLOTS:
     void open(const QUrl &url);
 
 private:
-    QStringList m_opened;
+    QList<QUrl> m_opened;
 };
 
 } // namespace quillon::test

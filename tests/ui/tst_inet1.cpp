@@ -5,6 +5,7 @@
 #include "ui/inet1.h"
 
 #include <QLoggingCategory>
+#include <QScopeGuard>
 #include <QTcpServer>
 #include <QTest>
 #include <QTimer>
@@ -295,6 +296,29 @@ private Q_SLOTS:
         QCOMPARE(opened(url), expected.replace(u"URL"_s, QString::fromLatin1(url)));
         QVERIFY(!m_inet->stillExecuting());
         QCOMPARE(opened(url), QString::fromLatin1(line));
+    }
+
+    void aProxyHearsNothingOfThisMachine_data()
+    {
+        QTest::addColumn<QByteArray>("host");
+        QTest::newRow("127.0.0.1") << "127.0.0.1"_ba;
+        QTest::newRow("127.0.0.1 in another form") << "127.1"_ba;
+        QTest::newRow("localhost") << "LocalHost"_ba;
+    }
+
+    void aProxyHearsNothingOfThisMachine()
+    {
+        QFETCH(QByteArray, host);
+        QTcpServer proxy;
+        QVERIFY(proxy.listen(QHostAddress::LocalHost));
+        const auto hidden = qScopeGuard([before = qgetenv("no_proxy")] {
+            qunsetenv("http_proxy");
+            qputenv("no_proxy", before);
+        });
+        qunsetenv("no_proxy");
+        qputenv("http_proxy", "http://127.0.0.1:" + QByteArray::number(proxy.serverPort()));
+        QCOMPARE(opened(QByteArray(search()).replace("127.0.0.1", host)), QString::fromLatin1(line));
+        QVERIFY(!proxy.hasPendingConnections());
     }
 
     void moreThan16MiBWithoutSayingSo()

@@ -47,7 +47,7 @@ private Q_SLOTS:
     void failedRequestsCountAsNoMatch();
     void anEntryWithoutAFrequencyIsMarkedWithoutAsking();
     void anEntryMarkedBeforeIsSearchedAgain();
-    void withNothingToSearchTheChosenRowStays();
+    void withNothingToSearchTheLastRowIsLoaded();
 
 private:
     std::unique_ptr<FmlistWindow> m_window;
@@ -161,8 +161,12 @@ void TestAutoSearch::modePiAndPsSendsTheName()
 void TestAutoSearch::modePiLeavesTheNameOutAndTheFormKeepsIt()
 {
     m_window->open(unknown);
+    m_window->answerSlowly();
+    QString during;
+    m_window->duringRequest(1, [&] { during = m_window->text("Text8"); });
     m_window->searchAutomatically("menuFMLSearchPI");
     QCOMPARE(m_window->asked(), QByteArrayList {lookup("freq=99.9&pi=AAAA")});
+    QCOMPARE(during, u"NAME"_s);
     QCOMPARE(m_window->text("Text8"), u"NAME"_s);
     QCOMPARE(m_window->logbook(), unknownAfter);
 }
@@ -299,7 +303,7 @@ void TestAutoSearch::anEntryMarkedBeforeIsSearchedAgain()
     QCOMPARE(m_window->grid().text(1, GridColumn::FMList), u"None"_s);
 }
 
-void TestAutoSearch::withNothingToSearchTheChosenRowStays()
+void TestAutoSearch::withNothingToSearchTheLastRowIsLoaded()
 {
     const QByteArray later = QByteArray(unknown).replace("12/06", "20/06");
     m_window->open(identified + later);
@@ -307,8 +311,9 @@ void TestAutoSearch::withNothingToSearchTheChosenRowStays()
     m_window->searchAutomatically();
     QCOMPARE(m_window->boxesAfterTheQuestions(), QStringList {u"Updated 0 entries"_s});
     QCOMPARE(m_window->asked(), QByteArrayList());
-    QCOMPARE(m_window->form().selected(), 0);
-    QCOMPARE(m_window->grid().row(), 1);
+    QCOMPARE(m_window->form().selected(), 1);
+    QCOMPARE(m_window->grid().row(), 2);
+    QCOMPARE(m_window->text("Text1"), u"AAAA"_s);
     QCOMPARE(m_window->logbook(), identified + later);
 }
 

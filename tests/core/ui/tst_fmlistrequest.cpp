@@ -19,6 +19,7 @@ private Q_SLOTS:
 
     void failures_data();
     void failures();
+    void theLinesBeforeABrokenOneAreListed();
     void noServer();
     void aSearchAfterAFailureWorks();
     void aSecondRequestIsRefusedAndTheFirstGoesOn();
@@ -76,6 +77,22 @@ void TestFmlistRequest::failures()
     QCOMPARE(m_window->status(), QString());
     QCOMPARE(m_window->fields(), fields);
     QCOMPARE(m_window->logbook(), oneEntry);
+}
+
+void TestFmlistRequest::theLinesBeforeABrokenOneAreListed()
+{
+    m_window->open(oneEntry);
+    search();
+    m_window->answerWith("87.6;D3C1;ONE;D;Berlin, Berlin;10;52.5;13.4;1\n"
+                         "87.6;D3C1;TWO;D;Berlin\n"
+                         "87.6;D3C1;THREE;D;Berlin, Berlin;10;52.5;13.4;3\n");
+    m_window->click("Command11");
+    const QStringList texts = m_window->answers.takeTexts();
+    QCOMPARE(texts.size(), 1);
+    QVERIFY2(texts.first().contains(u", line 2: "_s), qPrintable(texts.first()));
+    QCOMPARE(m_window->resultRows(), QStringList {u"87.6\tD3C1\tONE\tD\tBerlin\t10\t52.5\t13.4\t1"_s});
+    QCOMPARE(m_window->status(), QString());
+    QVERIFY(m_window->isAfterASearch());
 }
 
 void TestFmlistRequest::noServer()

@@ -126,9 +126,10 @@ public:
     Importer &operator=(const Importer &) = delete;
     ~Importer() { kill(); }
 
-    [[nodiscard]] bool waitFor(char what)
+    // False when it ended, or fell silent, before it reported that so often.
+    [[nodiscard]] bool waitFor(char what, qsizetype times = 1)
     {
-        while (!m_reports.contains(what)) {
+        while (m_reports.count(what) < times) {
             if (!m_process.waitForReadyRead(patience)) {
                 return false;
             }
@@ -172,14 +173,15 @@ void TestKilledImport::aKilledImportLeavesTheOldLogAndTheFirstReceptions()
         QCOMPARE(importer.reported(), receptions);
         QCOMPARE(home.directory.read(u"RDSLog.log"_s), logs.last());
     }
-    const auto wholeUs = static_cast<quint32>(whole.nsecsElapsed() / 1'000);
+    const auto receptionUs = static_cast<quint32>(whole.nsecsElapsed() / 1'000 / receptions);
     QRandomGenerator random(19480512);
     int halfWay = 0;
     for (int i = 0; i < kills; ++i) {
         const Home home(logs.first());
         Importer importer(home.directory);
-        QVERIFY(importer.waitFor(began));
-        QThread::usleep(random.bounded(wholeUs));
+        // At any reception, and at any moment of what is done for one.
+        QVERIFY(importer.waitFor(imported, random.bounded(1, receptions / 2)));
+        QThread::usleep(random.bounded(2 * receptionUs));
         importer.kill();
 
         const qsizetype onDisk = logs.indexOf(home.directory.read(u"RDSLog.log"_s));

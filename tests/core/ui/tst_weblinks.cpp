@@ -1,11 +1,10 @@
 #include "fmlistwindow.h"
-
+#include "support/opened.h"
 #include "ui/desktop.h"
 
 #include <QAction>
 #include <QApplication>
 #include <QDate>
-#include <QDesktopServices>
 #include <QProcess>
 #include <QUrl>
 
@@ -18,34 +17,6 @@ namespace {
 const QByteArray settings = "SEARCH_URL=http://127.0.0.1:9/search?q=\r\n";
 
 } // namespace
-
-/// Keeps what the desktop is asked to open.
-class Opened : public QObject
-{
-    Q_OBJECT
-
-public:
-    Opened()
-    {
-        for (const QString &scheme : schemes) {
-            QDesktopServices::setUrlHandler(scheme, this, "open");
-        }
-    }
-    ~Opened() override
-    {
-        for (const QString &scheme : schemes) {
-            QDesktopServices::unsetUrlHandler(scheme);
-        }
-    }
-
-    QStringList urls;
-
-public Q_SLOTS:
-    void open(const QUrl &url) { urls += QString::fromLatin1(url.toEncoded()); }
-
-private:
-    const QStringList schemes {u"http"_s, u"https"_s, u"file"_s};
-};
 
 class TestWebLinks : public QObject
 {
@@ -68,6 +39,7 @@ private Q_SLOTS:
     void googleSearchesAtItsUsualAddress();
     void googleTellsWhatItDoes();
     void theMapOfToday();
+    void aDesktopThatRefusesGoesUnnoticed();
     void theMapOfTodayForYou();
     void withoutAnOmidThereIsNoMapForYou();
     void helpOpensTheManual_data();
@@ -81,7 +53,7 @@ private Q_SLOTS:
 
 private:
     // What was opened since the last call.
-    QStringList takeOpened() { return std::exchange(m_opened->urls, {}); }
+    QStringList takeOpened() { return m_opened->takeEncoded(); }
     static QString today() { return QDate::currentDate().toString(u"yyyy-MM-dd"_s); }
 
     std::unique_ptr<FmlistWindow> m_window;
@@ -128,6 +100,20 @@ void TestWebLinks::googleTellsWhatItDoes()
     QCOMPARE(m_window->caption("Command5"), u"Google"_s);
     QVERIFY2(m_window->find<QWidget>("Command5")->toolTip().contains(u"callsign"_s),
         qPrintable(m_window->find<QWidget>("Command5")->toolTip()));
+}
+
+void TestWebLinks::aDesktopThatRefusesGoesUnnoticed()
+{
+    m_window->open(oneEntry);
+    m_window->clickRow(1);
+    // Off screen there is no desktop that could open anything.
+    m_opened.reset();
+    m_window->click("Command5");
+    for (const char *command : {"menuFMLPropMap", "menuFMLAutoUpdateViewLog", "menuHelpOnlineHelp"}) {
+        m_window->trigger(command);
+    }
+    QCOMPARE(m_window->answers.takeTexts(), QStringList());
+    QVERIFY(!QApplication::overrideCursor());
 }
 
 void TestWebLinks::theMapOfToday()
