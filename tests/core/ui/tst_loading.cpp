@@ -15,7 +15,8 @@ using namespace quillon::test;
 
 namespace {
 
-// Looks whether the splash window had been painted when the first message box appeared.
+// Looks whether the splash window had been painted, and what was pending once it was shown had happened, when
+// the first message box appeared. Some platforms paint a window already while it is being shown.
 class SplashWatch : public QObject
 {
 public:
@@ -26,16 +27,21 @@ public:
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override
     {
-        if (event->type() == QEvent::Paint && qobject_cast<frmSplash *>(watched)) {
+        if (event->type() == QEvent::ShowToParent && qobject_cast<frmSplash *>(watched)) {
+            // The last that happens while a window is being shown.
+            QMetaObject::invokeMethod(
+                this, [this] { m_pendingHappened = true; }, Qt::QueuedConnection);
+        } else if (event->type() == QEvent::Paint && qobject_cast<frmSplash *>(watched)) {
             m_painted = true;
         } else if (event->type() == QEvent::Show && qobject_cast<QMessageBox *>(watched) && !m_before) {
-            m_before = m_painted;
+            m_before = m_painted && m_pendingHappened;
         }
         return false;
     }
 
 private:
     bool m_painted = false;
+    bool m_pendingHappened = false;
     std::optional<bool> m_before;
 };
 
