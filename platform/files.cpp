@@ -76,9 +76,10 @@ FileIndex::FileIndex(const QString &directory)
 
 QString FileIndex::resolve(const QString &name) const
 {
-    const auto same = std::ranges::equal_range(m_names, name, comesBeforeWithoutCase);
-    const bool onlyInOtherCase = !same.empty() && std::ranges::find(same, name) == same.end();
-    return filePath(m_directory, onlyInOtherCase ? same.front() : name);
+    const auto [first, last] =
+        std::equal_range(m_names.cbegin(), m_names.cend(), name, comesBeforeWithoutCase);
+    const bool onlyInOtherCase = first != last && std::find(first, last, name) == last;
+    return filePath(m_directory, onlyInOtherCase ? *first : name);
 }
 
 QByteArray readFile(const QString &path)
