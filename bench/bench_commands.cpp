@@ -4,6 +4,7 @@
 #include "core/logbooklines.h"
 #include "platform/files.h"
 #include "support.h"
+#include "supportimport.h"
 #include "supportwindow.h"
 #include "ui/resultlist.h"
 
@@ -17,6 +18,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <functional>
+#include <optional>
 #include <vector>
 
 using namespace quillon;
@@ -223,6 +225,81 @@ void measureWholeLog(Table &table, Window &window, const QString &directory)
         "sort by a heading", repeated([] {}, [&] { Q_EMIT window.grid().headerClicked(++column); }), 150);
 }
 
+QByteArray firstLines(int count)
+{
+    const QByteArray log = logbookBytes(bench::fullLog(), CodePage(1252));
+    qsizetype end = 0;
+    for (int line = 0; line < count; ++line) {
+        end = log.indexOf('\n', end) + 1;
+    }
+    return log.first(end);
+}
+
+// What the menu commands of the imports work on, and a window of its own for each run.
+class Imports
+{
+public:
+    explicit Imports(const QByteArray &log = {})
+        : m_log(log)
+    {
+        writeConfiguration(m_home.path());
+        const QByteArray folders = "RDSSPY_LOGS=" + QFile::encodeName(m_spy.path())
+            + "\r\nRDSDX_LOG=" + QFile::encodeName(m_dx.path()) + "\r\n";
+        appendToFile(m_home.filePath(u"LOGBOOK.INI"_s), folders);
+        writeFile(m_dx.filePath(u"20100612.txt"_s), rdsdxLog());
+        writeSpyFolder(m_spy.path());
+    }
+
+    /// A main window with the log as it was.
+    Window &fresh()
+    {
+        m_window.reset();
+        writeFile(m_home.filePath(u"RDSLog.log"_s), m_log);
+        return m_window.emplace(m_home.path());
+    }
+    [[nodiscard]] Window &window() { return *m_window; }
+
+private:
+    QByteArray m_log;
+    QTemporaryDir m_home;
+    QTemporaryDir m_spy;
+    QTemporaryDir m_dx;
+    std::optional<Window> m_window;
+};
+
+void measureRdsdx(Table &table, Answering &answering, const char *name, const QByteArray &log)
+{
+    Imports imports(log);
+    answering.yes = u"Import "_s;
+    int before = 0;
+    table.row(name,
+        repeated(
+            [&] {
+                before = imports.fresh().form().log().count();
+                imports.window().trigger(u"menuImportRDSDXLogCnv"_s);
+            },
+            [&] { imports.window().click(u"OKButton"_s); }),
+        150);
+    if (imports.window().form().log().count() != before + rdsdxLineCount) {
+        qFatal("not all receptions were imported");
+    }
+    answering.yes.clear();
+}
+
+void measureSpyFolder(Table &table, Answering &answering)
+{
+    Imports imports;
+    imports.fresh();
+    answering.text = u"12/06/2010"_s;
+    table.row("a folder of 20,000 RDS Spy files lists one day",
+        repeated([] {}, [&] { imports.window().trigger(u"menuImportRDSSpyLog"_s); }), 200);
+    answering.text.clear();
+    auto &dialog = imports.window().find<QWidget>(u"importRDSSpy"_s);
+    if (dialog.findChild<ResultList *>(u"List1"_s)->count() != spyFilesOfADay) {
+        qFatal("not all receptions of the day are listed");
+    }
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
@@ -256,6 +333,9 @@ int main(int argc, char *argv[])
         table.memory("memory of the process after all of this", memoryMb(), 120);
     }
     measureStart(table, full.path(), empty.path());
+    measureRdsdx(table, answering, "RDSDX log of 10,000 lines into an empty log", {});
+    measureRdsdx(table, answering, "RDSDX log of 10,000 lines into one of 20,000", firstLines(20'000));
+    measureSpyFolder(table, answering);
     return table.missed() ? 1 : 0;
 }
 

@@ -1,9 +1,8 @@
 #include "core/logbooklines.h"
 #include "import/rdsdx.h"
 #include "import/rdsspy.h"
-#include "platform/folder.h"
+#include "supportimport.h"
 
-#include <QDir>
 #include <QFile>
 #include <QLocale>
 #include <QTemporaryDir>
@@ -16,12 +15,10 @@
 // Each import beside a plain loop over the same input.
 
 using namespace quillon;
+using namespace quillon::bench;
 using namespace Qt::StringLiterals;
 
 namespace {
-
-constexpr int fileCount = 20'000;
-constexpr int lineCount = 10'000;
 
 const Regional &regional()
 {
@@ -29,24 +26,11 @@ const Regional &regional()
     return western;
 }
 
-QString number(int value, int width)
-{
-    return u"%1"_s.arg(value, width, 10, QChar(u'0'));
-}
-
-// A folder with four weeks of receptions.
 const QString &folder()
 {
     static const QTemporaryDir directory;
     static const QString path = [] {
-        for (int i = 0; i < fileCount; ++i) {
-            const QString name = u"2010-06-"_s + number(i % 28 + 1, 2) + u' ' + number(i % 24, 2) + u'-'
-                + number(i % 60, 2) + u"-00 D3C3 RADIO "_s + number(i, 5) + u".txt"_s;
-            QFile file(directory.filePath(name));
-            if (!file.open(QIODevice::WriteOnly)) {
-                qFatal("cannot write %s", qPrintable(file.fileName()));
-            }
-        }
+        writeSpyFolder(directory.path());
         return directory.path();
     }();
     return path;
@@ -54,15 +38,7 @@ const QString &folder()
 
 const QByteArray &rdsdxFile()
 {
-    static const QByteArray file = [] {
-        QByteArray bytes = "Freq   PI   PS       Time    ITU Station\r\n";
-        for (int i = 0; i < lineCount; ++i) {
-            const QByteArray clock =
-                (number(i % 24, 2) + number(i % 60, 2) + u' ' + number(i % 59, 2)).toLatin1();
-            bytes += "87.6   D3C3 BAYERN3  " + clock + " D   D, Wendelstein|Es, strong\r\n";
-        }
-        return bytes;
-    }();
+    static const QByteArray file = rdsdxLog();
     return file;
 }
 

@@ -8,6 +8,8 @@
 #include <QApplication>
 #include <QDialog>
 #include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
 #include <QTimer>
 
 #include <ctime>
@@ -62,12 +64,18 @@ class Answering : public QObject
 {
 public:
     QString text; ///< what is typed; empty for what the box offers
+    QString yes; ///< how the question begins that is answered with Yes; empty for none
 
     Answering()
     {
         connect(&m_timer, &QTimer::timeout, this, [this] {
             auto *box = qobject_cast<QDialog *>(QApplication::activeModalWidget());
             if (!box) {
+                return;
+            }
+            auto *question = qobject_cast<QMessageBox *>(box);
+            if (question && !yes.isEmpty() && question->text().startsWith(yes)) {
+                question->button(QMessageBox::Yes)->click();
                 return;
             }
             if (auto *edit = box->findChild<QLineEdit *>(); edit && !text.isEmpty()) {

@@ -56,6 +56,7 @@ public:
         , m_calls(calls)
         , m_progress(progress)
         , m_pages(pageDirectory(applicationDir))
+        , m_pageFiles(m_pages)
         , m_dates(site.grid, regional)
         , m_heard(site.log, site.transmitters, regional)
     {
@@ -68,7 +69,7 @@ public:
     QString writeIndexPage()
     {
         const QString viewer = u"quillon_mapview.htm"_s;
-        writePageFile(filePath(m_pages, viewer), suppliedFile(viewer), m_calls);
+        writePageFile(m_pageFiles.resolve(viewer), suppliedFile(viewer), m_calls);
 
         const std::array placeholders {
             Placeholder {"$CALLSIGN"_ba, m_codePage.encode(m_site.callsign)},
@@ -78,12 +79,12 @@ public:
         };
         const QByteArray page = fillTemplate(suppliedFile(u"quillon_index.template"_s), placeholders,
             [this](QByteArray &out) { writeMonths(out); });
-        QString path = filePath(m_pages, u"quillon_logindex.htm"_s);
+        QString path = m_pageFiles.resolve(u"quillon_logindex.htm"_s);
         writePageFile(path, page, m_calls);
         return path;
     }
 
-    void writeFullKml() { writePageFile(filePath(m_pages, u"quillon.kml"_s), m_heard.full(), m_calls); }
+    void writeFullKml() { writePageFile(m_pageFiles.resolve(u"quillon.kml"_s), m_heard.full(), m_calls); }
 
 private:
     // What the files of a month hold, for its rows in the index.
@@ -124,10 +125,10 @@ private:
         if (known != m_written.cend()) {
             return known.value();
         }
-        const QString path = filePath(m_pages, monthFileName(month, m_months));
+        const QString name = monthFileName(month, m_months);
         MonthFiles files;
-        files.counts = writeMonthPage(path + u".htm"_s, month);
-        files.hasMap = writeMonthlyKml(path + u".kml"_s, m_heard, month, m_calls);
+        files.counts = writeMonthPage(m_pageFiles.resolve(name + u".htm"_s), month);
+        files.hasMap = writeMonthlyKml(m_pageFiles.resolve(name + u".kml"_s), m_heard, month, m_calls);
         return m_written.insert(key, files).value();
     }
 
@@ -157,6 +158,7 @@ private:
     FileCalls &m_calls;
     const WebPagesProgress &m_progress;
     QString m_pages;
+    FileIndex m_pageFiles;
     GridDates m_dates;
     HeardKml m_heard;
     std::optional<QByteArray> m_monthTemplate;

@@ -32,6 +32,7 @@ using WebPagesProgress = std::function<void(int done, int count)>;
 /// the KML file of the whole log. A month is listed when a row of another month or row 1 follows it, so a
 /// month that begins at row 1 is not; a month that is met again is listed again.
 ///
+/// A file that is there under its name in another case is the one that is written.
 /// Each file is written whole, and only when its bytes change; what an export that was killed has left beside
 /// them is removed first. Throws the run-time error of what failed:
 /// "File not found" with the path of a missing template or map viewer page, "Type mismatch" for a row without

@@ -6,7 +6,9 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <algorithm>
 #include <cerrno>
+#include <fcntl.h>
 #include <sys/stat.h>
 
 namespace quillon {
@@ -31,6 +33,11 @@ QList<View> linesOf(View text, Character carriageReturn, Character lineFeed)
         text = end < 0 ? View() : text.sliced(end + 1);
     }
     return lines;
+}
+
+bool comesBeforeWithoutCase(const QString &one, const QString &other)
+{
+    return one.compare(other, Qt::CaseInsensitive) < 0;
 }
 
 } // namespace
@@ -60,16 +67,40 @@ QString resolveFile(const QString &directory, const QString &name)
     return findFile(directory, name).value_or(filePath(directory, name));
 }
 
+FileIndex::FileIndex(const QString &directory)
+    : m_directory(directory)
+    , m_names(QDir(directory).entryList(QDir::Files | QDir::Hidden, QDir::Name))
+{
+    std::ranges::stable_sort(m_names, comesBeforeWithoutCase);
+}
+
+QString FileIndex::resolve(const QString &name) const
+{
+    const auto [first, last] =
+        std::equal_range(m_names.cbegin(), m_names.cend(), name, comesBeforeWithoutCase);
+    const bool onlyInOtherCase = first != last && std::find(first, last, name) == last;
+    return filePath(m_directory, onlyInOtherCase ? *first : name);
+}
+
 QByteArray readFile(const QString &path)
 {
-    const QString doing = u"Reading "_s + path;
-    if (QFileInfo(path).isDir()) {
-        throw systemError(EISDIR, doing);
-    }
-    QFile file(path);
-    errno = 0;
-    if (!file.open(QIODevice::ReadOnly)) {
+    return readFile(QFile::encodeName(path), path);
+}
+
+QByteArray readFile(const QByteArray &path, const QString &shown)
+{
+    const QString doing = u"Reading "_s + shown;
+    QFile file;
+    const int opened = ::open(path.constData(), O_RDONLY | O_CLOEXEC);
+    struct stat status
+    {
+    };
+    if (opened < 0 || !file.open(opened, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle)
+        || ::fstat(opened, &status) != 0) {
         throw systemError(errno ? errno : EIO, doing);
+    }
+    if (S_ISDIR(status.st_mode)) {
+        throw systemError(EISDIR, doing);
     }
     if (file.size() > largestFile) {
         throw RuntimeError(ErrorName::Overflow, doing + u": the file is larger than 1 GiB"_s);

@@ -6,6 +6,7 @@
 #include <QByteArray>
 #include <QList>
 #include <QString>
+#include <QStringList>
 
 #include <optional>
 
@@ -23,6 +24,23 @@ namespace quillon {
 
 /// The whole content of a file of at most 1 GiB. Throws the run-time error of what failed, with the path.
 [[nodiscard]] QByteArray readFile(const QString &path);
+
+/// readFile of a path in the bytes of the disk, which need not be UTF-8. `shown` names it in messages.
+[[nodiscard]] QByteArray readFile(const QByteArray &path, const QString &shown);
+
+/// What findFile and resolveFile find in a directory that is read once, for many names.
+class FileIndex
+{
+public:
+    explicit FileIndex(const QString &directory);
+
+    /// As resolveFile, by the files that were there when the index was made.
+    [[nodiscard]] QString resolve(const QString &name) const;
+
+private:
+    QString m_directory;
+    QStringList m_names; ///< by their text without case, those of one text by case
+};
 
 /// True when the file can be read and holds exactly these bytes.
 [[nodiscard]] bool fileHolds(const QString &path, QByteArrayView bytes);

@@ -9,6 +9,7 @@
 #include <cerrno>
 #include <dirent.h>
 #include <fcntl.h>
+#include <functional>
 #include <memory>
 #include <sys/stat.h>
 
@@ -41,32 +42,52 @@ QString decodedName(QByteArrayView name, const CodePage &codePage)
     return utf8.hasError() ? codePage.decode(name) : text.normalized(QString::NormalizationForm_C);
 }
 
-} // namespace
-
-QStringList fileNames(const QString &directory, const QString &ending, const CodePage &codePage)
+// Calls `visit` with the name of each file that is not hidden, as the disk has it.
+void forEachFile(const QString &directory, const std::function<void(QByteArrayView)> &visit)
 {
     const std::unique_ptr<DIR, CloseFolder> folder(::opendir(QFile::encodeName(directory).constData()));
     if (!folder) {
         if (errno == ENOENT || errno == ENOTDIR) {
-            return {};
+            return;
         }
         throw systemError(errno, u"Listing the folder "_s + directory);
     }
-    QStringList names;
     for (errno = 0; const dirent *entry = ::readdir(folder.get()); errno = 0) {
-        if (entry->d_name[0] == '.' || !isFile(folder.get(), *entry)) {
-            continue;
-        }
-        const QString name = decodedName(QByteArrayView(entry->d_name), codePage);
-        if (name.endsWith(ending, Qt::CaseInsensitive)) {
-            names += name;
+        if (entry->d_name[0] != '.' && isFile(folder.get(), *entry)) {
+            visit(QByteArrayView(entry->d_name));
         }
     }
     if (errno != 0) {
         throw systemError(errno, u"Listing the folder "_s + directory);
     }
+}
+
+} // namespace
+
+QStringList fileNames(const QString &directory, const QString &ending, const CodePage &codePage)
+{
+    QStringList names;
+    forEachFile(directory, [&](QByteArrayView bytes) {
+        const QString name = decodedName(bytes, codePage);
+        if (name.endsWith(ending, Qt::CaseInsensitive)) {
+            names += name;
+        }
+    });
     std::ranges::sort(names);
     return names;
+}
+
+std::optional<QByteArray> listedFile(const QString &directory, const QString &name, const CodePage &codePage)
+{
+    const QByteArray exact = name.toUtf8();
+    std::optional<QByteArray> found;
+    forEachFile(directory, [&](QByteArrayView bytes) {
+        if (decodedName(bytes, codePage) == name
+            && (!found || bytes == exact || (*found != exact && bytes < *found))) {
+            found = bytes.toByteArray();
+        }
+    });
+    return found ? std::optional(QFile::encodeName(directory) + '/' + *found) : std::nullopt;
 }
 
 } // namespace quillon

@@ -2,8 +2,11 @@
 
 #include "platform/codepage.h"
 
+#include <QByteArray>
 #include <QString>
 #include <QStringList>
+
+#include <optional>
 
 namespace quillon {
 
@@ -13,5 +16,11 @@ namespace quillon {
 /// read.
 [[nodiscard]] QStringList fileNames(
     const QString &directory, const QString &ending, const CodePage &codePage);
+
+/// The path, in the bytes of the disk, of the file in `directory` that fileNames lists as `name`. Of several
+/// that are listed the same, the one whose bytes are the UTF-8 of `name` is taken, else the one whose bytes
+/// come first. Nothing when there is none; throws the run-time error of a folder that cannot be read.
+[[nodiscard]] std::optional<QByteArray> listedFile(
+    const QString &directory, const QString &name, const CodePage &codePage);
 
 } // namespace quillon

@@ -11,6 +11,8 @@
 #include "ui/widgetstate.h"
 #include "ui_form1.h"
 
+#include <optional>
+
 namespace quillon {
 
 using namespace Qt::StringLiterals;
@@ -35,14 +37,20 @@ void Form1::menuExportWebPage_Click()
     QString index;
     {
         const BusyPointer busy;
-        const ShownProgress progress(*m_progress, u"Exporting %v of %m"_s);
+        // The bar of an upload or an automatic search that runs stays theirs.
+        std::optional<ShownProgress> bar;
+        if (m_progress->isHidden()) {
+            bar.emplace(*m_progress, u"Exporting %v of %m"_s);
+        }
         const Hidden hidden(*m_ui->Grid1);
         index = exportWebPages(m_config.applicationDir(),
             {*m_ui->Grid1, m_log, m_transmitters, m_config.settings().callsign, versionText(), localNow()},
-            m_options.regional, *m_options.fileCalls, [this](int done, int count) {
-                m_progress->setRange(0, count);
-                m_progress->setValue(done);
-                m_progress->repaint();
+            m_options.regional, *m_options.fileCalls, [this, &bar](int done, int count) {
+                if (bar) {
+                    m_progress->setRange(0, count);
+                    m_progress->setValue(done);
+                    m_progress->repaint();
+                }
             });
     }
     openFile(index);

@@ -5,6 +5,7 @@
 #include "import/ui/foldertext.h"
 #include "import/ui/importrdsspy.h"
 #include "import/ui/rdsdxlist.h"
+#include "platform/folder.h"
 #include "platform/windowspath.h"
 #include "ui/busypointer.h"
 #include "ui/guard.h"
@@ -112,9 +113,10 @@ void Form1::menuImportRDSDXLogCnv_Click()
 void Form1::importRDSDXLogCnv(const QString &selectedFile)
 {
     const QString title = u"Import RDSDX Log"_s;
-    const QString path = filePath(
-        resolveDirectory(m_config.settings().rdsdxDirectory, WindowsPlaces::ofProcess()), selectedFile);
-    if (!QFileInfo::exists(path)) {
+    const QString folder = resolveDirectory(m_config.settings().rdsdxDirectory, WindowsPlaces::ofProcess());
+    const QString path = filePath(folder, selectedFile);
+    const auto file = listedFile(folder, selectedFile, m_options.regional.codePage);
+    if (!file) {
         showMessage(this, path + u" Not Found"_s);
         return;
     }
@@ -132,7 +134,7 @@ void Form1::importRDSDXLogCnv(const QString &selectedFile)
         }
         const qint32 before = m_log.count();
         try {
-            imported = importRdsdx(m_log, readFile(path), path, m_options.regional,
+            imported = importRdsdx(m_log, readFile(*file, path), path, m_options.regional,
                 [this](const QString &text) { m_status->setText(text); });
         } catch (const RuntimeError &error) {
             // What was read until then is in the log: it is shown, and the next save writes it.

@@ -236,7 +236,9 @@ void importRDSSpy::showFolder(const QString &folder)
     } else if (m_day.isEmpty()) {
         ui->List1->setEmptyText(u"No day chosen. Close this window and open it again to enter a date."_s);
     } else {
-        ui->List1->setEmptyText(u"No receptions of %1 in %2"_s.arg(m_day, folder));
+        ui->List1->setEmptyText(
+            u"No receptions of %1 in %2. Another folder is set in the menu Setup, under Directories."_s.arg(
+                m_day, folder));
     }
 }
 

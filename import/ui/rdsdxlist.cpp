@@ -56,7 +56,10 @@ void rdsdxlist::populateDirBox(const QString &pattern)
     const QString missing = missingFolderText(folder, u"RDSDX"_s);
     ui->folder->setText(missing.isEmpty() ? QString(u"Folder: "_s + folder) : missing);
     ui->folder->setToolTip(folder);
-    ui->List1->setEmptyText(missing.isEmpty() ? u"No %1 files in %2"_s.arg(ending, folder) : missing);
+    ui->List1->setEmptyText(missing.isEmpty()
+            ? u"No %1 files in %2. Another folder is set in the menu Setup, under Directories."_s.arg(
+                ending, folder)
+            : missing);
     ui->List1->clear();
     List1_Click();
     ui->List1->setLines(fileNames(folder, ending, m_codePage));

@@ -7,6 +7,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
+#include <QSet>
 #include <QTest>
 
 #include <algorithm>
@@ -113,6 +114,35 @@ int listLines(const QList<Placemark> &placemarks)
     return static_cast<int>(lines);
 }
 
+/// A month's file: how many placemarks it has, and how many receptions they list.
+struct Month
+{
+    int month = 0;
+    int placemarks = 0;
+    int receptions = 0;
+
+    bool operator==(const Month &) const = default;
+};
+
+/// The transmitters that entries of the month name, in the order of the list.
+TransmitterList heardIn(const Demo &demo, int year, int month)
+{
+    QSet<QString> named;
+    for (const LogEntry &entry : demo.log) {
+        const CivilTime moment = civil(entry.dateTime);
+        if (moment.year == year && moment.month == month) {
+            named += entry.transmitter + u'|' + entry.country;
+        }
+    }
+    TransmitterList heard;
+    for (const Transmitter &transmitter : demo.transmitters) {
+        if (named.contains(transmitter.name + u'|' + transmitter.country)) {
+            heard.add(transmitter);
+        }
+    }
+    return heard;
+}
+
 void compare(const QList<Placemark> &read, const TransmitterList &expected)
 {
     QCOMPARE(read.size(), expected.count());
@@ -198,22 +228,46 @@ private Q_SLOTS:
         compare(readByGdal(asUtf8(HeardKml(demo.log, demo.transmitters, english()).full())), heardOnes);
     }
 
-    void theMonthsOfAYearOfTheDemoHoldItsReceptions()
+    void everyMonthOfTheDemoHasItsTransmittersAtTheirPlaces_data()
     {
+        QTest::addColumn<int>("year");
+        QTest::addColumn<QList<Month>>("months");
+        QTest::newRow("2019") << 2019
+                              << QList<Month> {{4, 4, 6}, {5, 8, 10}, {6, 14, 22}, {7, 5, 9}, {8, 1, 1},
+                                     {9, 9, 9}, {12, 1, 1}};
+        QTest::newRow("2020") << 2020
+                              << QList<Month> {
+                                     {1, 7, 11}, {5, 5, 10}, {6, 9, 21}, {7, 7, 10}, {8, 2, 2}, {9, 5, 8}};
+        QTest::newRow("2021") << 2021
+                              << QList<Month> {{4, 1, 1}, {5, 6, 12}, {6, 7, 16}, {7, 7, 12}, {8, 1, 1},
+                                     {10, 8, 9}, {12, 1, 1}};
+        QTest::newRow("2022") << 2022
+                              << QList<Month> {
+                                     {1, 7, 7}, {5, 2, 5}, {6, 12, 25}, {7, 5, 9}, {8, 1, 1}, {10, 6, 10}};
+        QTest::newRow("2023") << 2023
+                              << QList<Month> {
+                                     {5, 6, 12}, {6, 13, 23}, {7, 4, 8}, {8, 1, 1}, {9, 7, 8}, {12, 1, 1}};
+        QTest::newRow("2024") << 2024
+                              << QList<Month> {{1, 9, 9}, {5, 6, 10}, {6, 9, 18}, {8, 1, 1}, {9, 7, 10},
+                                     {10, 5, 7}, {12, 1, 1}};
+        QTest::newRow("2025") << 2025 << QList<Month> {{6, 15, 20}};
+    }
+
+    void everyMonthOfTheDemoHasItsTransmittersAtTheirPlaces()
+    {
+        QFETCH(int, year);
+        QFETCH(QList<Month>, months);
         const Demo demo;
         const HeardKml heard(demo.log, demo.transmitters, english());
-        int expected = 0;
-        for (const Reception &reception : findReceptions(demo.log, demo.transmitters)) {
-            expected += civil(demo.log.entry(reception.entry).dateTime).year == 2024 ? 1 : 0;
-        }
-        int lines = 0;
+        QList<Month> found;
         for (int month = 1; month <= 12; ++month) {
-            if (const auto document = heard.month(*fromCivil({2024, month, 1, 0, 0, 0}))) {
-                lines += listLines(readByGdal(asUtf8(*document)));
+            if (const auto document = heard.month(*fromCivil({year, month, 1, 0, 0, 0}))) {
+                const auto read = readByGdal(asUtf8(*document));
+                found.append({month, static_cast<int>(read.size()), listLines(read)});
+                compare(read, heardIn(demo, year, month));
             }
         }
-        QVERIFY(expected > 20);
-        QCOMPARE(lines, expected);
+        QCOMPARE(found, months);
     }
 };
 

@@ -58,6 +58,39 @@ private Q_SLOTS:
         QCOMPARE(site.page(u"quillon_mapview.htm"_s), viewerPage);
     }
 
+    void aPageThatIsThereInAnotherCaseIsReplacedNotDoubled()
+    {
+        const Site site(sampleLog());
+        const QStringList names {u"QUILLON_LOGINDEX.HTM"_s, u"Quillon.KML"_s, u"Quillon_Log_2010-JUL.kml"_s,
+            u"quillon_LOG_2010-Aug.KML"_s, u"quillon_log_2010-jul.htm"_s, u"quillon_log_2011-Jul.HTM"_s,
+            u"quillon_mapview.html"_s, u"quillon_mapView.htm"_s};
+        for (const QString &name : names) {
+            site.directory.write(u"html/"_s + name, "old");
+        }
+        QCOMPARE(site.write(), site.directory.file(u"html/QUILLON_LOGINDEX.HTM"_s));
+        // No reception of August belongs to a transmitter, so its map is gone.
+        QCOMPARE(site.pageNames(),
+            (QStringList {u"QUILLON_LOGINDEX.HTM"_s, u"Quillon.KML"_s, u"Quillon_Log_2010-JUL.kml"_s,
+                u"quillon_log_2010-Aug.htm"_s, u"quillon_log_2010-jul.htm"_s, u"quillon_log_2011-Jul.HTM"_s,
+                u"quillon_log_2011-Jul.kml"_s, u"quillon_mapView.htm"_s, u"quillon_mapview.html"_s}));
+        QCOMPARE(site.page(u"QUILLON_LOGINDEX.HTM"_s), golden(u"quillon_logindex.htm"_s));
+        QCOMPARE(site.page(u"quillon_log_2010-jul.htm"_s), golden(u"quillon_log_2010-Jul.htm"_s));
+        QCOMPARE(site.page(u"Quillon_Log_2010-JUL.kml"_s), golden(u"html_quillon_log_2010-Jul.kml"_s));
+        QCOMPARE(site.page(u"Quillon.KML"_s), golden(u"html_quillon.kml"_s));
+        QCOMPARE(site.page(u"quillon_mapView.htm"_s), viewerPage);
+        QCOMPARE(site.page(u"quillon_mapview.html"_s), "old"_ba);
+    }
+
+    void ofPagesInSeveralCasesTheOneSpelledAsItIsIsReplaced()
+    {
+        const Site site(sampleLog());
+        site.directory.write(u"html/QUILLON.KML"_s, "old");
+        site.directory.write(u"html/quillon.kml"_s, "old");
+        site.write();
+        QCOMPARE(site.page(u"QUILLON.KML"_s), "old"_ba);
+        QCOMPARE(site.page(u"quillon.kml"_s), golden(u"html_quillon.kml"_s));
+    }
+
     void anEmptyLogGivesAnIndexWithoutRowsAndAnEmptyFullKml()
     {
         const Site site(Logbook {});

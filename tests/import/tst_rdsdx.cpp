@@ -364,7 +364,7 @@ private Q_SLOTS:
             QByteArray("D3C3|12/06/2010 14:30:22||87.6| Berlin|D|x|BAYERN3|||||\r\n"));
     }
 
-    void tenThousandLinesAreImported()
+    void ofTenThousandLinesNoneIsLost()
     {
         QByteArray file = header;
         for (int i = 0; i < 10'000; ++i) {

@@ -1,20 +1,23 @@
-// Writes pictures of the filled pages, on a desktop and a phone, light and dark: node shots.js DIRECTORY
-import { mkdirSync } from 'node:fs';
+// Writes pictures of the filled pages, on a desktop and a phone, light and dark: node shots.js DIRECTORY [SITE]
+// SITE is the "html" folder of an export; without it a sample is pictured.
+import { mkdirSync, readFileSync } from 'node:fs';
 import { join } from 'node:path';
 import { startBrowser } from './support/browser.js';
 import { home, writeSample } from './support/sample.js';
 import { createSite, serve } from './support/site.js';
 
-const target = process.argv[2];
-if (!target) throw new Error('usage: node shots.js DIRECTORY');
+const [, , target, exported] = process.argv;
+if (!target) throw new Error('usage: node shots.js DIRECTORY [SITE]');
 mkdirSync(target, { recursive: true });
 
-const site = createSite();
-writeSample(site);
+const site = exported ? { directory: exported, path: (name) => join(exported, name), remove() {} } : createSite();
+if (!exported) writeSample(site);
 const server = await serve(site);
 const browser = await startBrowser();
 const sizes = { desktop: { viewport: { width: 1280, height: 800 } }, phone: { viewport: { width: 390, height: 780 }, hasTouch: true, isMobile: true, deviceScaleFactor: 2 } };
-const map = `quillon_mapview.htm?kml=quillon.kml&home=${home.lat},${home.lon}`;
+const map = `quillon_mapview.htm?kml=quillon.kml${exported ? '' : `&home=${home.lat},${home.lon}`}`;
+// The newest month that has a map.
+const [, month] = /(quillon_log_[^"]*\.htm)">View Log<(?:(?!View Log).)*View Map/s.exec(readFileSync(site.path('quillon_logindex.htm'), 'latin1'));
 
 async function chooseStation(page, name) {
   if (await page.locator('#panelbutton').isVisible()) await page.click('#panelbutton');
@@ -24,7 +27,7 @@ async function chooseStation(page, name) {
 
 const shots = {
   index: { address: 'quillon_logindex.htm' },
-  month: { address: 'quillon_log_2010-Jul.htm' },
+  month: { address: month },
   map: { address: map },
   popup: { address: map, act: (page) => chooseStation(page, 'Navacerrada') },
   list: { address: map, act: (page) => page.locator('#panelbutton').evaluate((button) => button.click()) },
@@ -40,7 +43,7 @@ for (const [size, options] of Object.entries(sizes)) {
       if (address.startsWith('quillon_mapview')) await page.waitForSelector('body[data-state]');
       if (act) await act(page);
       await page.waitForTimeout(400);
-      await page.screenshot({ path: join(target, `${name}-${size}-${colorScheme}.png`) });
+      await page.screenshot({ path: join(target, `${name}-${size}${colorScheme === 'dark' ? '-dark' : ''}.png`) });
     }
     await close();
   }

@@ -5,13 +5,18 @@ import { readFileSync } from 'node:fs';
 import { after, before, test } from 'node:test';
 import { startBrowser } from './support/browser.js';
 import { isDark, lowestContrast, overflow } from './support/checks.js';
-import { hostileTexts } from './support/hostile.js';
+import { hostileRefresh, hostileTexts } from './support/hostile.js';
 import { sourcePath } from './support/paths.js';
 import { writeSample } from './support/sample.js';
 import { createSite, fillIndex, fillLog, indexRow, logRow, serve } from './support/site.js';
 
 const index = 'quillon_logindex.htm';
 const month = 'quillon_log_2010-Jul.htm';
+// The links of the index lead nowhere on paper.
+const printedColumns = {
+  [index]: ['Month', 'MS', 'Es', 'Tropo', 'Other', 'Total'],
+  [month]: ['Date/Time', 'PI Code', 'Freq', 'RDS Name', 'Country', 'Transmitter', 'Dist', 'Power', 'Notes', 'Prop'],
+};
 const templates = { 'quillon_index.template': ['CALLSIGN', 'TOTAL', 'VERSION', 'GENERATED', 'RAWDATA'], 'quillon_log.template': ['MONTHYEAR', 'RAWDATA'] };
 const cells = (changes) => Object.values({
   date: '05-Jul-2010 21:34', pi: 'D392', freq: '87.6', rds: 'WDR 2', country: 'D', transmitter: 'Langenberg', dist: '240.1', power: '100', notes: '', prop: 'Es', ...changes,
@@ -121,7 +126,7 @@ const hostilePages = { 'month page': () => fillLog('Jul-2010', hostileRows), ind
 
 for (const [name, make] of Object.entries(hostilePages)) {
   for (const scheme of ['http', 'file']) {
-    test(`${name} over ${scheme}: hostile names and notes run nothing and reach nothing`, () => withPage({}, async (page, seen) => {
+    test(`${name} over ${scheme}: hostile names and notes run nothing, load nothing and send nothing`, () => withPage({}, async (page, seen) => {
       site.write('hostile.htm', make());
       const address = scheme === 'http' ? `${server.address}hostile.htm` : `file://${site.path('hostile.htm')}`;
       await page.goto(address);
@@ -133,6 +138,15 @@ for (const [name, make] of Object.entries(hostilePages)) {
     }));
   }
 }
+
+// The policy of a page has no word on where the page itself may be sent.
+test('known limit: a refresh in a note leads away, and still runs nothing', () => withPage({}, async (page, seen) => {
+  site.write('refresh.htm', fillLog('Jul-2010', [logRow(cells({ notes: hostileRefresh }))]));
+  await page.goto(`${server.address}refresh.htm`);
+  await page.waitForTimeout(500);
+  assert.deepEqual(seen.outside, ['https://elsewhere.example/refresh']);
+  assert.deepEqual(seen.ran, []);
+}));
 
 test('the same hostile month page runs and reaches out once the policy is gone', () => withPage({}, async (page, seen) => {
   site.write('unguarded.htm', hostilePages['month page']().replace(/<meta http-equiv="Content-Security-Policy".*\r\n/, ''));
@@ -174,6 +188,9 @@ test('on paper there are black words on white, headings on every sheet and no li
     assert.equal(await isDark(page), false);
     assert.equal(await page.locator('thead').evaluate((head) => getComputedStyle(head).display), 'table-header-group');
     assert.equal(await page.locator('nav, .map').first().isVisible(), false);
+    const printed = await page.locator('th').evaluateAll((all) => all.filter((th) => th.checkVisibility()).map((th) => th.innerText));
+    assert.deepEqual(printed, printedColumns[name]);
+    assert.equal(await page.locator('tbody tr').first().locator('td').evaluateAll((all) => all.filter((td) => td.checkVisibility()).length), printed.length);
     assert.equal(await overflow(page), 0);
     assert.ok((await page.pdf({ preferCSSPageSize: true })).length > 10000);
   }

@@ -89,6 +89,8 @@ test('the exported log is shown: markers, totals, list, title', () => withPage({
   assert.equal(await summary(page), '26 transmitters \u00b7 225 receptions \u00b7 1 transmitter has no position');
   assert.equal(await page.locator('#list li').count(), 26);
   assert.equal(await page.locator('#explanation').isVisible(), false);
+  assert.equal(await page.locator('.leaflet-control-scale').isVisible(), true);
+  assert.match(await page.locator('.leaflet-control-scale-line').first().innerText(), /^[1-9]\d* k?m$/);
   assert.deepEqual(seen.outside, []);
 }));
 

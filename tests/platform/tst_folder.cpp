@@ -58,7 +58,29 @@ private Q_SLOTS:
         QVERIFY(file >= 0);
         ::close(file);
         QCOMPARE(fileNames(directory.path(), u".txt"_s, CodePage()), QStringList({u"Caf\u00E9.txt"_s}));
+        QCOMPARE(listedFile(directory.path(), u"Caf\u00E9.txt"_s, CodePage()), path);
         QCOMPARE(::unlink(path.constData()), 0);
+    }
+
+    void ofFilesThatAreListedTheSameTheOneInUtf8IsTaken()
+    {
+        const TestDirectory directory;
+        const QByteArray folder = QFile::encodeName(directory.path()) + '/';
+        const QByteArrayList paths {
+            folder + "Caf\xE9.txt", folder + "Caf\xC3\xA9.txt", folder + "Cafe\xCC\x81.txt"};
+        for (const QByteArray &path : paths) {
+            const int file = ::open(path.constData(), O_CREAT | O_WRONLY, 0600);
+            QVERIFY(file >= 0);
+            ::close(file);
+        }
+        const auto listed = [&] { return listedFile(directory.path(), u"Caf\u00E9.txt"_s, CodePage()); };
+        QCOMPARE(listed(), paths[1]);
+        QCOMPARE(::unlink(paths[1].constData()), 0);
+        QCOMPARE(listed(), paths[2]);
+        QCOMPARE(::unlink(paths[2].constData()), 0);
+        QCOMPARE(listed(), paths[0]);
+        QCOMPARE(::unlink(paths[0].constData()), 0);
+        QCOMPARE(listed(), std::nullopt);
     }
 
     void aFolderThatIsMissingHoldsNothing()

@@ -54,6 +54,9 @@ int FailingCalls::sync(int file)
 
 int FailingCalls::rename(const QByteArray &from, const QByteArray &to)
 {
+    if (beforeRename) {
+        beforeRename(to);
+    }
     return failRename ? failing(failRename) : FileCalls::rename(from, to);
 }
 

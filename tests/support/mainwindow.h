@@ -9,6 +9,7 @@
 #include <QStringList>
 #include <QTest>
 
+#include <functional>
 #include <memory>
 
 namespace quillon::test {
@@ -21,6 +22,7 @@ public:
     int failWrite = 0; ///< errno of every write
     int failSync = 0; ///< errno of every sync
     int failRename = 0; ///< errno of every renaming
+    std::function<void(const QByteArray &to)> beforeRename; ///< sees each file before it is in its place
 
     int openNameless(const QByteArray &directory, mode_t mode) override;
     int openNew(const QByteArray &path, mode_t mode) override;

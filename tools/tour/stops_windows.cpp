@@ -1,7 +1,10 @@
+#include "support/opened.h"
 #include "tour/stops.h"
 
 #include <QComboBox>
 #include <QTest>
+
+#include <stdexcept>
 
 namespace quillon::tour {
 
@@ -79,13 +82,23 @@ void showStatistics(Walk &walk)
     leave(window);
 }
 
+// The pages are pictured in a browser, from the folder that the tour leaves.
+void writeWebPages(Walk &walk)
+{
+    test::Opened opened;
+    walk.menu(u"menuExportWebPage"_s);
+    if (opened.take().size() != 1) {
+        throw std::runtime_error("no page was opened");
+    }
+}
+
 } // namespace
 
 QList<Stop> windowStops()
 {
     return {{u"Quick Add"_s, showQuickAdd}, {u"the converter"_s, showConverter}, {u"the setup"_s, showSetup},
         {u"the scratch pad"_s, showScratchPad}, {u"about"_s, showAbout},
-        {u"the statistics"_s, showStatistics}};
+        {u"the statistics"_s, showStatistics}, {u"the web pages"_s, writeWebPages}};
 }
 
 } // namespace quillon::tour

@@ -23,6 +23,7 @@ private Q_SLOTS:
     void theMenuOpensOneRdsSpyWindow();
     void rdsSpyReceptionsGoThroughAdd();
     void theEntryFormIsAsAfterAdd();
+    void aNameInUtf8IsWrittenInTheCodePage();
     void markedReceptionsAreLeftOut();
     void whatAddRefusesIsToldAndTheRestIsAdded();
     void aWrongOffsetIsStoredAndStopsTheImport();
@@ -108,6 +109,18 @@ void TestImports::theEntryFormIsAsAfterAdd()
     QVERIFY(!window.enabled("Command1"));
     QCOMPARE(window.caption("Command2"), u"New"_s);
     QVERIFY(window.isRowVisible(2));
+}
+
+void TestImports::aNameInUtf8IsWrittenInTheCodePage()
+{
+    ImportingWindow window;
+    window.spy(u"2010-06-12 18-22-05 F201 Caf\u00E9.txt"_s);
+    window.start(oldEntry);
+    auto *dialog = window.openSpy(u"12/06/2010"_s);
+    QCOMPARE(dialog->findChild<ResultList *>(u"List1"_s)->text(0), u"2010/06/12 18:22:05\tF201\tCaf\u00E9"_s);
+    ImportingWindow::press(dialog, u"Command3"_s);
+    QCOMPARE(window.row(2), u"12/06/2010 18:22:05|F201|87.5|Caf\u00E9|TBD|||||||"_s);
+    QCOMPARE(window.logbook(), oldEntry + "F201|12/06/2010 18:22:05||87.5||TBD||Caf\xE9|||||\r\n"_ba);
 }
 
 void TestImports::markedReceptionsAreLeftOut()
@@ -285,7 +298,10 @@ void TestImports::aMissingFolderIsToldInTheStatus()
     QCOMPARE(window.text("status"),
         u"There is no folder %1. Set the RDS Spy directory in the menu Setup, under Directories."_s.arg(
             window.directory.file(u"spy"_s)));
-    window.openDx();
+    QCOMPARE(window.find<importRDSSpy>("importRDSSpy")->findChild<ResultList *>(u"List1"_s)->emptyText(),
+        window.text("status"));
+    const auto *dialog = window.openDx();
+    QCOMPARE(dialog->findChild<ResultList *>(u"List1"_s)->emptyText(), window.text("status"));
     QCOMPARE(window.text("status"),
         u"There is no folder %1. Set the RDSDX directory in the menu Setup, under Directories."_s.arg(
             window.directory.file(u"dx"_s)));

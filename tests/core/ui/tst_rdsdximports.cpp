@@ -6,6 +6,8 @@
 #include <QPointer>
 
 #include <cerrno>
+#include <fcntl.h>
+#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 using namespace quillon;
@@ -20,6 +22,15 @@ const QByteArray rdsdxLines = "  98.1 C2A2 NARODNI  1610 05 HRV NARODNI, Biokovo
 // With two commas the transmitter of the line before counts, although that line is left out.
 const QByteArray rdsdxEntries = "C2A2|12/06/2010 16:10:05||98.1| Biokovo|HRV||NARODNI|||||\r\n"
                                 "5279|12/06/2010 16:15:38||101.3|Martina Franca|I|stereo|VIRGIN|||||\r\n"_ba;
+
+// A name that is not UTF-8 can be given in bytes only.
+bool writeAt(const QByteArray &path, const QByteArray &content)
+{
+    QFile file;
+    const int opened = ::open(path.constData(), O_CREAT | O_WRONLY, 0600);
+    return file.open(opened, QIODevice::WriteOnly, QFileDevice::AutoCloseHandle)
+        && file.write(content) == content.size();
+}
 
 } // namespace
 
@@ -36,6 +47,8 @@ private Q_SLOTS:
     void theBackupIsMadeFirst();
     void withoutALogbookThereIsNoBackup();
     void rdsdxReceptionsAreAppended();
+    void aListedFileIsImportedHoweverItsNameIsEncoded_data();
+    void aListedFileIsImportedHoweverItsNameIsEncoded();
     void aHeaderAloneImportsNothing();
     void aFailingLineLeavesTheOldLogbookAndABackup_data();
     void aFailingLineLeavesTheOldLogbookAndABackup();
@@ -158,6 +171,33 @@ void TestRdsdxImports::rdsdxReceptionsAreAppended()
     QTRY_VERIFY(!dialog);
 }
 
+void TestRdsdxImports::aListedFileIsImportedHoweverItsNameIsEncoded_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::newRow("UTF-8") << "20100612 Caf\xC3\xA9.txt"_ba;
+    QTest::newRow("UTF-8, decomposed") << "20100612 Cafe\xCC\x81.txt"_ba;
+    QTest::newRow("code page") << "20100612 Caf\xE9.txt"_ba;
+}
+
+void TestRdsdxImports::aListedFileIsImportedHoweverItsNameIsEncoded()
+{
+    QFETCH(QByteArray, bytes);
+    ImportingWindow window;
+    window.directory.write(u"dx/20100611.txt"_s, rdsdxHeader);
+    const QByteArray path = QFile::encodeName(window.directory.file(u"dx/"_s)) + bytes;
+    QVERIFY(writeAt(path, rdsdxHeader + rdsdxLines));
+    window.start();
+    window.answers.press(QMessageBox::Yes);
+    auto *dialog = window.openDx();
+    QCOMPARE(dialog->findChild<ResultList *>(u"List1"_s)->text(1), u"20100612 Caf\u00E9.txt"_s);
+    ImportingWindow::press(dialog, u"OKButton"_s);
+    QCOMPARE(::unlink(path.constData()), 0);
+    QCOMPARE(window.answers.takeTexts().first(2),
+        (QStringList {u"Import "_s + window.directory.file(u"dx/20100612 Caf\u00E9.txt"_s) + u'?',
+            u"Imported 2 logs"_s}));
+    QCOMPARE(window.logbook(), rdsdxEntries);
+}
+
 void TestRdsdxImports::aHeaderAloneImportsNothing()
 {
     ImportingWindow window;
@@ -200,11 +240,11 @@ void TestRdsdxImports::aFailingLineLeavesTheOldLogbookAndABackup()
     QVERIFY2(texts.last().startsWith(u"Run-time error: "_s + error + u'\n'), qPrintable(texts.last()));
     QVERIFY2(texts.last().contains(window.directory.file(u"dx/"_s + file)), qPrintable(texts.last()));
     QCOMPARE(window.logbook(), oldEntry);
+    QCOMPARE(window.copies().size(), 1);
+    QCOMPARE(window.directory.read(window.copies().first()), oldEntry);
     if (file == u"20100612.txt"_s) {
-        QVERIFY2(texts.last().contains(u"5"_s) && texts.last().contains(QString::fromLatin1(line)),
+        QVERIFY2(texts.last().contains(u", line 5: "_s) && texts.last().contains(QString::fromLatin1(line)),
             qPrintable(texts.last()));
-        QCOMPARE(window.copies().size(), 1);
-        QCOMPARE(window.directory.read(window.copies().first()), oldEntry);
         QCOMPARE(window.form().log().count(), 3);
         QCOMPARE(window.piCodes(), (QStringList {u"C2A2"_s, u"5279"_s, u"D3C3"_s}));
         QVERIFY(texts.last().endsWith(u"\nReceptions of the file that are in the log in memory: 2"_s));

@@ -226,7 +226,7 @@ private Q_SLOTS:
         QCOMPARE(m_config->settings().timeOffset, u"-1"_s);
     }
 
-    void aLongDayIsMarkedAndImportedWithoutHaste()
+    void aDayOfTwoThousandReceptionsIsMarkedAndImportedWhole()
     {
         constexpr int rows = 2'000;
         QStringList names;

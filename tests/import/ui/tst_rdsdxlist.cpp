@@ -45,8 +45,8 @@ private Q_SLOTS:
 
     void filesAreListedByNameWithTheLastHighlighted()
     {
-        open({u"20110101.txt"_s, u"20100612.TXT"_s, u"20091231.txt"_s, u"20100613.log"_s, u"notes.txt"_s});
         QVERIFY(QDir(m_directory->path()).mkdir(u"20100701.txt"_s));
+        open({u"20110101.txt"_s, u"20100612.TXT"_s, u"20091231.txt"_s, u"20100613.log"_s, u"notes.txt"_s});
         QCOMPARE(
             names(), QStringList({u"20091231.txt"_s, u"20100612.TXT"_s, u"20110101.txt"_s, u"notes.txt"_s}));
         QCOMPARE(list()->listIndex(), 3);
@@ -59,6 +59,9 @@ private Q_SLOTS:
     {
         open({});
         QCOMPARE(list()->count(), 0);
+        QCOMPARE(list()->emptyText(),
+            u"No .txt files in %1. Another folder is set in the menu Setup, under Directories."_s.arg(
+                m_directory->path()));
         QVERIFY(!button(u"OKButton"_s)->isEnabled());
         QTest::keyClick(list(), Qt::Key_Return);
         QCOMPARE(m_imported, QStringList());
@@ -84,6 +87,7 @@ private Q_SLOTS:
         m_window->start(folder);
         QCOMPARE(list()->count(), 0);
         QCOMPARE(m_window->findChild<QLabel *>(u"folder"_s)->text(), text);
+        QCOMPARE(list()->emptyText(), text);
         QCOMPARE(m_answers->takeTexts(), QStringList());
     }
 

@@ -1,4 +1,4 @@
-// What a hostile station or server could send as a name: each text tries to run something or to reach outside.
+// What a hostile station or server could send as a name: each text tries to run something, to load or to send.
 const outside = 'https://elsewhere.example';
 
 export const hostileTexts = [
@@ -28,6 +28,9 @@ export const hostileTexts = [
   '<form action="javascript:hostileRan(4)"><button class="bait">send</button></form>',
   '<script>alert("dialog")</script>',
 ];
+
+/** Sends the reader to another page: no policy of a page forbids that, and the notes are written as they stand. */
+export const hostileRefresh = `<meta http-equiv="refresh" content="0;url=${outside}/refresh">`;
 
 /** Texts that end what surrounds them in a KML file. */
 export const hostileKmlTexts = [

@@ -1,0 +1,41 @@
+#include "supportimport.h"
+
+#include <QFile>
+
+namespace quillon::bench {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString number(int value, int width)
+{
+    return u"%1"_s.arg(value, width, 10, QChar(u'0'));
+}
+
+} // namespace
+
+void writeSpyFolder(const QString &folder)
+{
+    for (int i = 0; i < spyFileCount; ++i) {
+        const QString name = u"/2010-06-"_s + number(i % 28 + 1, 2) + u' ' + number(i % 24, 2) + u'-'
+            + number(i % 60, 2) + u"-00 D3C3 RADIO "_s + number(i, 5) + u".txt"_s;
+        QFile file(folder + name);
+        if (!file.open(QIODevice::WriteOnly)) {
+            qFatal("cannot write %s", qPrintable(file.fileName()));
+        }
+    }
+}
+
+QByteArray rdsdxLog()
+{
+    QByteArray bytes = "Freq   PI   PS       Time    ITU Station\r\n";
+    for (int i = 0; i < rdsdxLineCount; ++i) {
+        const QByteArray clock =
+            (number(i % 24, 2) + number(i % 60, 2) + u' ' + number(i % 59, 2)).toLatin1();
+        bytes += "87.6   D3C3 BAYERN3  " + clock + " D   D, Wendelstein|Es, strong\r\n";
+    }
+    return bytes;
+}
+
+} // namespace quillon::bench

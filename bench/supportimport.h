@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+// What the measured imports read.
+
+namespace quillon::bench {
+
+/// As many RDS Spy files as a busy listener has: four weeks of June 2010.
+inline constexpr int spyFileCount = 20'000;
+/// How many of them are of 12 June.
+inline constexpr int spyFilesOfADay = 714;
+/// The receptions of rdsdxLog.
+inline constexpr int rdsdxLineCount = 10'000;
+
+/// Makes spyFileCount files in the folder.
+void writeSpyFolder(const QString &folder);
+
+/// An RDSDX log of rdsdxLineCount receptions of a day.
+[[nodiscard]] QByteArray rdsdxLog();
+
+} // namespace quillon::bench
