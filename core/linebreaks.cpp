@@ -14,4 +14,9 @@ QString unfoldedLineBreaks(QString text)
     return text.replace("CRLF"_L1, "\r\n"_L1);
 }
 
+QString withoutLineBreaks(QString text)
+{
+    return text.replace("\r\n"_L1, " "_L1).replace(u'\n', u' ');
+}
+
 } // namespace quillon

@@ -10,4 +10,8 @@ namespace quillon {
 /// What foldedLineBreaks folded; "CRLF" that somebody typed becomes a line break too.
 [[nodiscard]] QString unfoldedLineBreaks(QString text);
 
+/// The text with a blank for each CR LF and LF: what has to be one line and cannot fold. A lone CR ends no
+/// line of a file.
+[[nodiscard]] QString withoutLineBreaks(QString text);
+
 } // namespace quillon

@@ -5,6 +5,7 @@
 #include "platform/windowspath.h"
 #include "ui/guard.h"
 #include "ui/messages.h"
+#include "ui/onelinefields.h"
 #include "ui_form2.h"
 
 #include <QFileDialog>
@@ -45,6 +46,7 @@ Form2::Form2(QWidget *parent, Config &config)
     , m_config(config)
 {
     m_ui->setupUi(this);
+    keepFieldsOnOneLine(*this);
     setAttribute(Qt::WA_DeleteOnClose);
     connect(m_ui->Command1, &QPushButton::clicked, this,
         [this] { guarded(this, [this] { Form2_Command1_Click(); }); });

@@ -59,6 +59,7 @@ public:
 
     /// What an empty grid says.
     void setEmptyText(const QString &text);
+    [[nodiscard]] const QString &emptyText() const { return m_emptyText; }
 
 Q_SIGNALS:
     /// The user made a row current, by mouse or keyboard.

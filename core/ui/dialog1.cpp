@@ -2,6 +2,7 @@
 
 #include "ui/guard.h"
 #include "ui/messages.h"
+#include "ui/onelinefields.h"
 #include "ui_dialog1.h"
 
 namespace quillon {
@@ -13,6 +14,7 @@ Dialog1::Dialog1(QWidget *parent)
     , m_ui(std::make_unique<Ui::Dialog1>())
 {
     m_ui->setupUi(this);
+    keepFieldsOnOneLine(*this);
     setAttribute(Qt::WA_DeleteOnClose);
     connect(
         m_ui->OKButton, &QPushButton::clicked, this, [this] { guarded(this, [this] { OKButton_Click(); }); });

@@ -9,6 +9,7 @@
 #include "ui/guard.h"
 #include "ui/inet1.h"
 #include "ui/messages.h"
+#include "ui/onelinefields.h"
 #include "ui/statustext.h"
 #include "ui/version.h"
 #include "ui_form1.h"
@@ -42,6 +43,7 @@ Form1::Form1(const Form1Options &options)
 {
     m_config.whenRead([this] { showTitle(); });
     m_ui->setupUi(this);
+    keepFieldsOnOneLine(*this);
     resize(size().boundedTo(screen()->availableSize() - frameAllowance));
     addStatusBar();
     m_ui->List1->setHeadings({{u"PI Code"_s, u"D3C3"_s, true},

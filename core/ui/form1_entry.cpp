@@ -1,5 +1,6 @@
 #include "core/ui/form1.h"
 
+#include "core/linebreaks.h"
 #include "core/ui/dialog1.h"
 #include "ui/guard.h"
 #include "ui/messages.h"
@@ -24,6 +25,12 @@ QString withLineEnds(QString text)
     return text.replace(QChar::ParagraphSeparator, "\r\n"_L1).replace(QChar::LineSeparator, "\r\n"_L1);
 }
 
+// A line of the files is one entry, whatever a field was filled with.
+QString fieldText(const QString &text)
+{
+    return withoutLineBreaks(text);
+}
+
 } // namespace
 
 QString Form1::utcNowText() const
@@ -46,17 +53,19 @@ QString Form1::notesOfForm() const
 
 LogEntry Form1::entryOfForm() const
 {
-    return {m_ui->Text1->text(),
+    return {fieldText(m_ui->Text1->text()),
         toDateTime(m_ui->Text2->text(), m_options.regional.months, u"The field Date / Time"_s),
-        m_ui->Combo2->currentText(), m_ui->Text9->text(), m_ui->Text5->text(), m_ui->Combo3->currentText(),
-        notesOfForm(), m_ui->Text8->text(), m_ui->Text6->text(), {}, {}, m_ui->uid->text()};
+        fieldText(m_ui->Combo2->currentText()), fieldText(m_ui->Text9->text()),
+        fieldText(m_ui->Text5->text()), fieldText(m_ui->Combo3->currentText()), notesOfForm(),
+        fieldText(m_ui->Text8->text()), fieldText(m_ui->Text6->text()), {}, {}, fieldText(m_ui->uid->text())};
 }
 
 void Form1::addTransmitterOfForm()
 {
     m_transmittersUnsaved = true;
-    m_transmitters.add({m_ui->Text5->text().trimmed(), m_ui->Combo3->currentText().trimmed(),
-        m_ui->Text7->text(), m_ui->Text10->text(), {}});
+    m_transmitters.add(
+        {fieldText(m_ui->Text5->text()).trimmed(), fieldText(m_ui->Combo3->currentText()).trimmed(),
+            fieldText(m_ui->Text7->text()), fieldText(m_ui->Text10->text()), {}});
 }
 
 // New, or Cancel while a new entry is typed.

@@ -6,6 +6,7 @@
 #include "platform/numbers.h"
 #include "txdb/distances.h"
 #include "ui/guard.h"
+#include "ui/onelinefields.h"
 #include "ui_dialog.h"
 
 namespace quillon {
@@ -56,6 +57,7 @@ Dialog::Dialog(const Settings &settings, QWidget *parent)
     , ui(std::make_unique<Ui::Dialog>())
 {
     ui->setupUi(this);
+    keepFieldsOnOneLine(*this);
     setAttribute(Qt::WA_DeleteOnClose);
     // The fields of all three frames begin at one edge.
     ui->locatorLabel->setMinimumWidth(ui->longitudeLabel->sizeHint().width());

@@ -4,6 +4,7 @@
 #include "platform/windowspath.h"
 #include "ui/guard.h"
 #include "ui/messages.h"
+#include "ui/onelinefields.h"
 
 #include "ui_importrdsspy.h"
 
@@ -28,6 +29,7 @@ importRDSSpy::importRDSSpy(
     , ui(std::make_unique<Ui::importRDSSpy>())
 {
     ui->setupUi(this);
+    keepFieldsOnOneLine(*this);
     setAttribute(Qt::WA_DeleteOnClose);
     ui->List1->setHeadings({{u"Date and time"_s, u"*2010/06/12 18:22:05"_s}, {u"PI code"_s, u"D3C3"_s, true},
         {u"RDS name"_s, u"ANTENNE1"_s}});

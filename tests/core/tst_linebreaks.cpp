@@ -15,6 +15,7 @@ private Q_SLOTS:
     void pairsAreFolded();
     void theLettersAreUnfolded_data();
     void theLettersAreUnfolded();
+    void whatCannotFoldGetsBlanks();
 };
 
 void TestLineBreaks::pairsAreFolded_data()
@@ -53,6 +54,11 @@ void TestLineBreaks::theLettersAreUnfolded()
     QFETCH(QString, line);
     QFETCH(QString, text);
     QCOMPARE(unfoldedLineBreaks(line), text);
+}
+
+void TestLineBreaks::whatCannotFoldGetsBlanks()
+{
+    QCOMPARE(withoutLineBreaks(u"a\r\nb\nc\rd\r\r\ne"_s), u"a b c\rd\r e"_s);
 }
 
 QTEST_GUILESS_MAIN(TestLineBreaks)

@@ -152,7 +152,7 @@ private Q_SLOTS:
         }
     }
 
-    void distanceIsKeptAsGiven()
+    void eachEntryHasItsOwnDistance()
     {
         Logbook log;
         LogEntry entry = entryOf(u"A"_s);

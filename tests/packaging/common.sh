@@ -41,6 +41,7 @@ installed_files() {
     cat <<END
 bin/quillon
 share/applications/quillon.desktop
+share/doc/quillon/LICENSE
 share/doc/quillon/copyright
 share/icons/hicolor/128x128/apps/quillon.png
 share/icons/hicolor/16x16/apps/quillon.png

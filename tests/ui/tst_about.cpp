@@ -65,10 +65,10 @@ void About::opensTheDirectoryAndCloses()
     Desktop desktop;
     const QPointer<frmSplash> window =
         new frmSplash(nullptr, frmSplash::Use::About, u"https://example.org"_s);
-    window->tellDirectory(u"/tmp"_s);
+    window->tellDirectory(u"/home/listener/dx"_s);
     window->show();
     QTest::mouseClick(window->findChild<QPushButton *>(u"openDirectory"_s), Qt::LeftButton);
-    QCOMPARE(desktop.opened, QList<QUrl> {QUrl::fromLocalFile(u"/tmp"_s)});
+    QCOMPARE(desktop.opened, QList<QUrl> {QUrl::fromLocalFile(u"/home/listener/dx"_s)});
     QTRY_VERIFY(!window);
 }
 

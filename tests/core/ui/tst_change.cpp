@@ -195,8 +195,11 @@ void TestChange::anEntryLoadedThroughARefillIsDeletedInItsOwnRow()
     window.start(oneEntry + logLine("E201", "13/06/2010 10:00:00", "88.0", "LATER"));
     window.clickRow(1);
     window.form().populateGrid();
+    QCOMPARE(window.grid().row(), 2);
     window.click("Command15");
     QCOMPARE(window.piCodes(), (QStringList {u"delete"_s, u"E201"_s}));
+    QCOMPARE(window.grid().row(), 1);
+    QCOMPARE(window.grid().selectionModel()->selectedRows().first().row(), 0);
     QCOMPARE(window.logbook(), logLine("E201", "13/06/2010 10:00:00", "88.0", "LATER"));
 }
 

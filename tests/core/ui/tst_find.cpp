@@ -1,5 +1,7 @@
 #include "support/mainwindow.h"
 
+#include <QScrollBar>
+
 using namespace Qt::StringLiterals;
 using namespace quillon;
 using namespace quillon::test;
@@ -34,6 +36,8 @@ private Q_SLOTS:
     void aDeletedEntryIsNotFoundUnderItsCode();
     void theFoundRowIsScrolledIntoView();
     void theAnswerIsNotTrimmed();
+    void theCodeIsTrimmed_data();
+    void theCodeIsTrimmed();
 };
 
 void TestFind::itAsksForAPiCode()
@@ -162,18 +166,28 @@ void TestFind::theFoundRowIsScrolledIntoView()
     QByteArray log = logLine("D3C3", "01/06/2010 10:00:00", "87.6", "ONE");
     for (int i = 0; i < 100; ++i) {
         log += logLine(i == 60 ? "BEEF" : "AAAA",
-            "02/06/2010 10:" + QByteArray::number(i % 60).rightJustified(2, '0') + ':'
-                + QByteArray::number(i / 60).rightJustified(2, '0'),
+            "02/06/2010 " + QByteArray::number(10 + i / 60) + ':'
+                + QByteArray::number(i % 60).rightJustified(2, '0') + ":00",
             QByteArray::number(88 + i), "TWO");
     }
     MainWindow window;
     window.start(log);
+    // The table follows its current row by itself; here only Find is to scroll it.
+    window.grid().setAutoScroll(false);
+    window.grid().setFixedWidth(400);
     window.grid().setTopRow(1);
     window.clickRow(1);
+    QCoreApplication::processEvents();
+    QScrollBar *across = window.grid().horizontalScrollBar();
+    across->setValue(across->maximum());
+    QVERIFY(across->value() > 0);
+    QVERIFY(!window.isRowVisible(62));
     window.answers.type(u"beef"_s);
     window.trigger("menuToolsFind");
-    QCOMPARE(window.grid().text(window.grid().row(), GridColumn::PiCode), u"BEEF"_s);
-    QVERIFY(window.isRowVisible(window.grid().row()));
+    QCOMPARE(window.grid().row(), 62);
+    QCOMPARE(window.grid().text(62, GridColumn::PiCode), u"BEEF"_s);
+    QVERIFY(window.isRowVisible(62));
+    QCOMPARE(across->value(), across->maximum());
     QCOMPARE(window.text("Text1"), u"BEEF"_s);
 }
 
@@ -185,6 +199,30 @@ void TestFind::theAnswerIsNotTrimmed()
     window.answers.type(u"E201 "_s);
     window.trigger("menuToolsFind");
     QCOMPARE(window.answers.takeTexts().last(), u"E201  Not Found"_s);
+}
+
+void TestFind::theCodeIsTrimmed_data()
+{
+    QTest::addColumn<QString>("answer");
+    QTest::addColumn<int>("row");
+    QTest::newRow("no blank") << u"D3C3"_s << 3;
+    QTest::newRow("a blank before") << u" D3C3"_s << 1;
+    QTest::newRow("a blank behind") << u"D3C3 "_s << 1;
+    QTest::newRow("a blank alone") << u" "_s << 1;
+}
+
+void TestFind::theCodeIsTrimmed()
+{
+    QFETCH(QString, answer);
+    QFETCH(int, row);
+    MainWindow window;
+    window.start(someLog());
+    QCOMPARE(window.grid().text(3, GridColumn::PiCode), u" D3C3 "_s);
+    window.clickRow(1);
+    window.answers.type(answer);
+    window.trigger("menuToolsFind");
+    QCOMPARE(window.grid().row(), row);
+    QCOMPARE(window.answers.takeTexts().size(), row == 1 ? 2 : 1);
 }
 
 QTEST_MAIN(TestFind)

@@ -3,6 +3,7 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QGroupBox>
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
@@ -21,6 +22,9 @@ private Q_SLOTS:
     void everyControlHasTheNameOfTheSystem();
     void everyFieldHasALabelThatLeadsToIt_data();
     void everyFieldHasALabelThatLeadsToIt();
+    void everyButtonHasItsCaption_data();
+    void everyButtonHasItsCaption();
+    void everyFrameHasItsTitle();
     void noTwoMnemonicsAreAlike();
     void noTwoMnemonicsOfAMenuAreAlike();
     void noTwoShortcutsAreAlike();
@@ -94,6 +98,44 @@ void TestHouse::everyFieldHasALabelThatLeadsToIt()
     QCOMPARE(captions.size(), 1);
     QVERIFY(!QKeySequence::mnemonic(captions.first()).isEmpty());
     QCOMPARE(captions.first().remove(u'&'), caption);
+}
+
+void TestHouse::everyButtonHasItsCaption_data()
+{
+    QTest::addColumn<QString>("button");
+    QTest::addColumn<QString>("caption");
+    const QList<std::pair<const char *, QString>> captions {{"Command1", u"Add"_s}, {"Command2", u"New"_s},
+        {"Command3", u"Update"_s}, {"Command4", u"Search PI DB"_s}, {"Command5", u"Google"_s},
+        {"Command6", u"Search PI DB"_s}, {"Command7", u"Search PI DB"_s}, {"Command8", u"Search PI DB"_s},
+        {"Command9", u"Clone"_s}, {"Command10", u"Re-Calculate Distances"_s},
+        {"Command11", u"Search FMList"_s}, {"Command12", u"Scratch Pad"_s}, {"Command13", u"Search PI DB"_s},
+        {"Command14", u"Quick Add (F5)"_s}, {"Command15", u"Delete"_s}};
+    for (const auto &[button, caption] : captions) {
+        QTest::newRow(button) << QString::fromLatin1(button) << caption;
+    }
+}
+
+void TestHouse::everyButtonHasItsCaption()
+{
+    QFETCH(QString, button);
+    QFETCH(QString, caption);
+    MainWindow window;
+    window.start();
+    QCOMPARE(window.caption(button), caption);
+}
+
+void TestHouse::everyFrameHasItsTitle()
+{
+    MainWindow window;
+    window.start();
+    QStringList titles;
+    const QList<QGroupBox *> frames = window.form().findChildren<QGroupBox *>();
+    for (const QGroupBox *frame : frames) {
+        titles += frame->title().remove(u'&');
+    }
+    titles.sort();
+    QCOMPARE(titles, (QStringList {u"Reception"_s, u"Results"_s, u"Transmitter"_s}));
+    QCOMPARE(window.find<QGroupBox>("Frame1")->title(), u"Transmitter"_s);
 }
 
 void TestHouse::noTwoMnemonicsAreAlike()

@@ -81,6 +81,7 @@ private Q_SLOTS:
     void blanksAloneAreNoFrequency();
     void enterLogsTheStation();
     void twoQuickClicksLogOnce();
+    void whatIsPendingHappensBetweenNewAndTheFields();
     void cancelAndEscapeLogNothing();
     void aFullDiskIsTold();
 };
@@ -330,6 +331,21 @@ void TestQuickAdd::twoQuickClicksLogOnce()
     QTRY_VERIFY(!quick.isOpen());
     QCOMPARE(window.form().log().count(), 1);
     QCOMPARE(window.answers.takeTexts(), QStringList());
+}
+
+void TestQuickAdd::whatIsPendingHappensBetweenNewAndTheFields()
+{
+    MainWindow window;
+    window.start();
+    window.click("Command14");
+    const QuickAdd quick(window);
+    quick.type(u"88.2"_s, u"F201"_s, u"FIP"_s);
+    QStringList seen;
+    const auto note = [&] { seen += window.caption("Command2") + window.text("Text9"); };
+    QMetaObject::invokeMethod(&window.form(), note, Qt::QueuedConnection);
+    quick.dialog()->findChild<QPushButton *>(u"OKButton"_s)->click();
+    QCOMPARE(seen, QStringList {u"Cancel"_s});
+    QCOMPARE(window.piCodes(), QStringList {u"F201"_s});
 }
 
 void TestQuickAdd::cancelAndEscapeLogNothing()

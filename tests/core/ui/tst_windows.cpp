@@ -54,6 +54,7 @@ private Q_SLOTS:
     void theScratchPadShowsTheKeptNote();
     void theScratchPadIsSavedAndCancelled();
     void theAboutWindowOpensItsLink();
+    void theAboutWindowTellsWhereTheFilesAre();
     void theAboutWindowsLinkIsOpenedByTheKeyboard();
     void theAboutWindowClosesOnAnyKey();
     void theAboutWindowStaysForTabAndModifiers();
@@ -334,6 +335,20 @@ void TestWindows::theAboutWindowOpensItsLink()
     settle();
     QVERIFY(!about);
     QVERIFY(main.form().isVisible());
+}
+
+void TestWindows::theAboutWindowTellsWhereTheFilesAre()
+{
+    Opened opened;
+    MainWindow main;
+    main.start();
+    settle();
+    main.trigger("menuAbout");
+    const auto *about = main.find<frmSplash>("frmSplash");
+    QCOMPARE(about->findChild<QLabel *>(u"directory"_s)->text(),
+        QString(u"Your files are in "_s + main.directory.path()));
+    press(about, u"openDirectory"_s);
+    QCOMPARE(opened.take(), QStringList {main.directory.path()});
 }
 
 void TestWindows::theAboutWindowsLinkIsOpenedByTheKeyboard()
