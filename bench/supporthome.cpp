@@ -49,7 +49,7 @@ Logbook eveningLog()
         const qint64 midnight = log.entry(entryOf(day, 0)).dateTime.seconds / secondsPerDay * secondsPerDay;
         for (int number = 0; number < dayEntries; ++number) {
             log.changeEntry(entryOf(day, number), [&](LogEntry &entry) {
-                entry.dateTime = {midnight + 3600 * (12 + number)};
+                entry.dateTime = {midnight + 3600 * qint64(12 + number)};
                 entry.piCode = piOf(day, number);
                 entry.freq = u"98.5"_s;
                 entry.rdsName = u"EVENING"_s;
