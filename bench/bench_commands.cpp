@@ -222,7 +222,7 @@ void measureWholeLog(Table &table, Window &window, const QString &directory)
     measureSameFiles(table, directory);
     int column = 0;
     table.row(
-        "sort by a heading", repeated([] {}, [&] { Q_EMIT window.grid().headerClicked(++column); }), 150);
+        "sort by a heading", repeated([] {}, [&] { Q_EMIT window.grid().headerClicked(++column); }), 100);
 }
 
 QByteArray firstLines(int count)

@@ -1,5 +1,6 @@
 #include "export/receptions.h"
 
+#include <algorithm>
 #include <numeric>
 
 namespace quillon {
@@ -26,24 +27,47 @@ std::vector<Reception> findReceptions(const Logbook &log, const TransmitterList 
     return result;
 }
 
+namespace {
+
+constexpr QByteArrayView lineBegin = "<li>[";
+constexpr QByteArrayView betweenFields = "] [";
+constexpr QByteArrayView lineEnd = "]</li>\r\n";
+
+// The most bytes that a line takes: no character takes more than one.
+qsizetype longest(const LogEntry &entry)
+{
+    constexpr qsizetype moment = 19;
+    return lineBegin.size() + moment + 3 * betweenFields.size() + entry.piCode.size() + entry.rdsName.size()
+        + entry.freq.size() + lineEnd.size();
+}
+
+} // namespace
+
 ReceptionLines::ReceptionLines(const Logbook &log, const CodePage &codePage)
 {
-    constexpr qsizetype usualLength = 64;
-    m_bytes.reserve(log.count() * usualLength);
     m_starts.reserve(static_cast<std::size_t>(log.count()) + 1);
+    qsizetype size = 0;
     for (const LogEntry &entry : log) {
-        m_starts.push_back(m_bytes.size());
-        m_bytes += "<li>[";
-        codePage.appendEncoded(m_bytes, generalText(entry.dateTime));
-        m_bytes += "] [";
-        codePage.appendEncoded(m_bytes, entry.piCode);
-        m_bytes += "] [";
-        codePage.appendEncoded(m_bytes, entry.rdsName);
-        m_bytes += "] [";
-        codePage.appendEncoded(m_bytes, entry.freq);
-        m_bytes += "]</li>\r\n";
+        size += longest(entry);
     }
-    m_starts.push_back(m_bytes.size());
+    m_bytes.resize(size);
+    char *const begin = m_bytes.data();
+    char *out = begin;
+    const auto put = [&out](const auto &characters) { out = std::ranges::copy(characters, out).out; };
+    for (const LogEntry &entry : log) {
+        m_starts.push_back(out - begin);
+        put(lineBegin);
+        put(generalCharacters(entry.dateTime));
+        put(betweenFields);
+        out = codePage.encodeTo(out, entry.piCode);
+        put(betweenFields);
+        out = codePage.encodeTo(out, entry.rdsName);
+        put(betweenFields);
+        out = codePage.encodeTo(out, entry.freq);
+        put(lineEnd);
+    }
+    m_starts.push_back(out - begin);
+    m_bytes.resize(out - begin);
 }
 
 QByteArrayView ReceptionLines::of(qint32 entry) const

@@ -5,7 +5,10 @@
 #include "geo/distance.h"
 #include "platform/files.h"
 
+#include <array>
+#include <chrono>
 #include <cmath>
+#include <optional>
 
 namespace quillon {
 
@@ -37,7 +40,9 @@ QString receptionLine(const CellSource &grid, int row, DateTime moment, bool inM
     const QString piCode = orUnknown(grid.text(row, GridColumn::PiCode), "????"_L1);
     const QString transmitter = orUnknown(grid.text(row, GridColumn::Transmitter), "???"_L1);
     const QString country = orUnknown(grid.text(row, GridColumn::Country), "???"_L1);
-    return formatted(moment, u"hh:nn", {}) + u"z "_s
+    // The hours and minutes of "dd/mm/yyyy hh:nn:ss".
+    const std::array<char, 19> general = generalCharacters(moment);
+    return QLatin1StringView(general.data() + 11, 5) + u"z "_s
         + leftAligned(freq.contains(u'.') ? freq : freq + u".0"_s, 5) + u' ' + leftAligned(country, 3) + u' '
         + leftAligned(rdsName, 8) + u' ' + leftAligned(piCode, 4) + u' ' + transmitter + u' '
         + distanceText(grid.text(row, GridColumn::Dist), inMiles);
@@ -61,6 +66,8 @@ QByteArray textLog(const CellSource &grid, const TextLogRange &range, const Regi
     addLine(u"----------------------------------------------------"_s);
 
     int count = 0;
+    QString day;
+    std::optional<std::chrono::days> dayNumber;
     QString previousDay;
     QString previousProp;
     for (int row = grid.rows() - 1; row >= 1; --row) {
@@ -68,7 +75,11 @@ QByteArray textLog(const CellSource &grid, const TextLogRange &range, const Regi
         if (moment < range.from || moment > range.to) {
             continue;
         }
-        const QString day = formatted(moment, u"dd-mmm-yyyy", months);
+        const auto number = std::chrono::floor<std::chrono::days>(std::chrono::seconds(moment.seconds));
+        if (dayNumber != number) {
+            dayNumber = number;
+            day = formatted(moment, u"dd-mmm-yyyy", months);
+        }
         const QString prop = grid.text(row, GridColumn::Prop);
         if (day != previousDay || prop != previousProp) {
             previousDay = day;

@@ -1,19 +1,20 @@
+#include "app/eveningfiles.h"
 #include "fmlist-standin/standin.h"
 #include "import/ui/importrdsspy.h"
 #include "import/ui/rdsdxlist.h"
 #include "stats/ui/logstats.h"
 #include "support/mainwindow.h"
 #include "support/opened.h"
+#include "support/pictures.h"
+#include "ui/chartcontrol.h"
 #include "ui/version.h"
 
 #include <QComboBox>
-#include <QDir>
 #include <QGuiApplication>
 #include <QImage>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QRegularExpression>
 
 #include <memory>
 
@@ -33,6 +34,15 @@ const QByteArray stations = "87.6;E213;RNE 3;E;Andaluc\xED"
 const QByteArray oldEntry =
     "D3C3|12/06/2010 18:22:05|Tropo|100.5|Bilbao|E|oneCRLFtwo|RNE_1|10|7|fml=sent#|4711|\r\n";
 const QByteArray oldSite = "Bilbao|E|43.263|-2.935|7|\r\n";
+const QByteArray countries = "D\r\nE\r\nF\r\nI\r\nTBD\r\n";
+
+const QByteArray indexTemplate = "$CALLSIGN $TOTAL $VERSION\r\n$RAWDATA\r\n";
+const QByteArray logTemplate = "$MONTHYEAR\r\n$RAWDATA\r\n";
+const QByteArray mapViewer = "<!DOCTYPE html>\n<p>map \xE4\0\r\n\x1A end"_ba;
+
+const QByteArray rdsdxLog = "  Freq PI   PS       Time    ITU Station|Remarks\r\n"
+                            "  97.7 5201 RAI R1   2020 05 I   RAI R1,Somewhere|fading\r\n"
+                            " 101.3 5279 VIRGIN   2025 38 TBD VIRGIN|\r\n";
 
 void press(const QWidget *window, const QString &button)
 {
@@ -63,6 +73,8 @@ private Q_SLOTS:
     void everythingIsThereAfterARestart();
 
 private:
+    [[nodiscard]] QByteArray configuration() const;
+
     standin::StandIn m_service {stations};
     std::unique_ptr<MainWindow> m_window;
     std::unique_ptr<Opened> m_opened;
@@ -74,23 +86,25 @@ void TestEvening::initTestCase()
     m_opened = std::make_unique<Opened>();
     m_window = std::make_unique<MainWindow>();
     const TestDirectory &directory = m_window->directory;
-    directory.write(u"LOGBOOK.INI"_s,
-        "LOG_BOOK_CALLSIGN=DL1ABC\r\nHOME_DEC_LAT=51.5\r\nHOME_DEC_LON=-0.1\r\nAS_MILES=FALSE\r\nOMID=77\r\n"
-        "RDSSPY_LOGS="
-            + directory.file(u"spy"_s).toLocal8Bit()
-            + "\r\nRDSDX_LOG=" + directory.file(u"dx"_s).toLocal8Bit()
-            + "\r\nFMLIST_URL=" + m_service.url().toLatin1() + "\r\n");
+    directory.write(u"LOGBOOK.INI"_s, configuration());
     directory.write(u"spy/2025-07-13 21-10-05 E213 RNE 3.txt"_s, {});
     directory.write(u"spy/2025-07-13 21-15-00 F206 F INFO.txt"_s, {});
     directory.write(u"spy/2025-07-14 21-15-00 F206 F INFO.txt"_s, {});
-    directory.write(u"dx/20250713.txt"_s,
-        "  Freq PI   PS       Time    ITU Station|Remarks\r\n"
-        "  97.7 5201 RAI R1   2020 05 I   RAI R1,Somewhere|fading\r\n"
-        " 101.3 5279 VIRGIN   2025 38 TBD VIRGIN|\r\n");
-    directory.write(u"quillon_index.template"_s, "$CALLSIGN $TOTAL $VERSION\r\n$RAWDATA\r\n");
-    directory.write(u"quillon_log.template"_s, "$MONTHYEAR\r\n$RAWDATA\r\n");
-    directory.write(u"quillon_mapview.htm"_s, "map\r\n");
-    m_window->start(oldEntry, oldSite, "D\r\nE\r\nF\r\nI\r\nTBD\r\n");
+    directory.write(u"dx/20250713.txt"_s, rdsdxLog);
+    directory.write(u"quillon_index.template"_s, indexTemplate);
+    directory.write(u"quillon_log.template"_s, logTemplate);
+    directory.write(u"quillon_mapview.htm"_s, mapViewer);
+    m_window->start(oldEntry, oldSite, countries);
+}
+
+QByteArray TestEvening::configuration() const
+{
+    const TestDirectory &directory = m_window->directory;
+    return "LOG_BOOK_CALLSIGN=DL1ABC\r\nHOME_DEC_LAT=51.5\r\nHOME_DEC_LON=-0.1\r\nAS_MILES=FALSE\r\nOMID="
+           "77\r\n"
+           "RDSSPY_LOGS="
+        + directory.file(u"spy"_s).toLocal8Bit() + "\r\nRDSDX_LOG=" + directory.file(u"dx"_s).toLocal8Bit()
+        + "\r\nFMLIST_URL=" + m_service.url().toLatin1() + "\r\n";
 }
 
 void TestEvening::cleanup()
@@ -161,6 +175,7 @@ void TestEvening::receptionsOfRdsdxAreImportedAndSearched()
         m_window->transmitterFile(), oldSite + "Guadalcanal|E|38.07|-5.83||\r\nReims|F|49.0961|3.93||\r\n");
     QStringList records;
     for (const QByteArray &line : m_window->directory.read(u"autoupdate.log"_s).split('\n')) {
+        QVERIFY(line.isEmpty() || parseDateTime(QString::fromLatin1(line).section(u'\t', 0, 0), {}));
         records += QString::fromLatin1(line).section(u'\t', 1).remove(u'\r');
     }
     QCOMPARE(records,
@@ -236,15 +251,7 @@ void TestEvening::theLogbookIsExportedAsKml()
 {
     m_window->trigger("menuExportGoogleLog");
     QCOMPARE(m_opened->take(), QStringList {m_window->directory.file(u"quillon.kml"_s)});
-    const QByteArray kml = m_window->directory.read(u"quillon.kml"_s);
-    QCOMPARE(kml.count("<Placemark>"), 4);
-    QVERIFY(
-        kml.contains("<Placemark><name>Monte Limbara (I)</name>\r\n<description><![CDATA[ <ol>\r\n"
-                     "<li>[13/07/2025 20:20:05] [5201] [RAI R1] [97.7]</li>\r\n</ol>]]> </description>\r\n"
-                     "<Style><IconStyle><color>ff00aaff</color></IconStyle></Style>\r\n"
-                     "<Point><extrude>1</extrude><altitudeMode>relativeToGround</altitudeMode>\r\n"
-                     "<coordinates>9.18,40.85,200</coordinates>\r\n</Point></Placemark>\r\n</Folder>\r\n"
-                     "</kml> \r\n"));
+    QCOMPARE(m_window->directory.read(u"quillon.kml"_s), goldenOfTheEvening(u"quillon.kml"_s));
 }
 
 void TestEvening::theWebPagesAreExported()
@@ -252,9 +259,11 @@ void TestEvening::theWebPagesAreExported()
     m_window->trigger("menuExportWebPage");
     QCOMPARE(m_opened->take(), QStringList {m_window->directory.file(u"html/quillon_logindex.htm"_s)});
     // The month of row 1 alone is not closed by another.
-    QCOMPARE(QDir(m_window->directory.file(u"html"_s)).entryList(QDir::Files, QDir::Name),
-        (QStringList {u"quillon.kml"_s, u"quillon_log_2025-Jul.htm"_s, u"quillon_log_2025-Jul.kml"_s,
-            u"quillon_logindex.htm"_s, u"quillon_mapview.htm"_s}));
+    for (const QString &name :
+        {u"html/quillon.kml"_s, u"html/quillon_log_2025-Jul.htm"_s, u"html/quillon_log_2025-Jul.kml"_s}) {
+        QCOMPARE(m_window->directory.read(name), goldenOfTheEvening(name));
+    }
+    QCOMPARE(m_window->directory.read(u"html/quillon_mapview.htm"_s), mapViewer);
     QCOMPARE(m_window->directory.read(u"html/quillon_logindex.htm"_s),
         "DL1ABC 5 "_ba + versionText().toLatin1()
             + "\r\n<tr><td>Jul-2025</td><td><a href=\"quillon_log_2025-Jul.htm\">View Log</a></td><td>&nbsp;"
@@ -293,38 +302,53 @@ void TestEvening::theStatisticsAreSaved()
     press(stats, u"Command2"_s);
     QCOMPARE(m_window->answers.seen().first().input, m_window->directory.file(u"2025-All-All.bmp"_s));
     QCOMPARE(m_window->answers.takeTexts(), (QStringList {u"Enter Filename"_s, u"done"_s}));
-    QVERIFY(!QImage(m_window->directory.file(u"2025-All-All.bmp"_s)).isNull());
+    const QImage saved(m_window->directory.file(u"2025-All-All.bmp"_s), "BMP");
+    const auto *chart = stats->findChild<ChartControl *>(u"MSChart1"_s);
+    QCOMPARE(saved.convertToFormat(QImage::Format_RGB32), chart->picture());
+    // One bar: the four of July.
+    QCOMPARE(saved.size(), QSize(1920, 1080));
+    const auto bars = areasOf(saved, ChartStyle::of(lightPalette()).series(0, 1).rgb());
+    QCOMPARE(bars.size(), std::size_t(1));
+    QVERIFY(bars.front().height() > saved.height() * 7 / 10);
+    const double share = static_cast<double>(bars.front().center().x()) / saved.width();
+    QVERIFY(share > 0.53 && share < 0.57);
+    QCOMPARE(chart->table().cell(8, 1), u"Jul"_s);
+    QCOMPARE(chart->table().cell(8, 2), u"4"_s);
     press(stats, u"Command1"_s);
 }
 
 void TestEvening::everythingIsThereAfterARestart()
 {
     const TestDirectory &directory = m_window->directory;
-    const QStringList names = directory.names();
-    QCOMPARE(names.filter(QRegularExpression(u"^[^.]+\\.bak$"_s)).size(), 1);
-    QCOMPARE(QStringList(names).replaceInStrings(QRegularExpression(u"^.*\\.bak$"_s), u"backup"_s),
-        (QStringList {u"2025-All-All.bmp"_s, u"backup"_s, u"LOGBOOK.INI"_s, u"RDSLog.log"_s,
-            u"autoupdate.log"_s, u"country.lst"_s, u"dx"_s, u"html"_s, u"quillon.kml"_s, u"quillon.txt"_s,
-            u"quillon_index.template"_s, u"quillon_log.template"_s, u"quillon_mapview.htm"_s, u"spy"_s,
-            u"tx.lst"_s}));
-    QMap<QString, QByteArray> before;
+    const Files before = filesBelow(directory);
+    const QStringList copies = m_window->copies();
+    QCOMPARE(copies.size(), 1);
+    QCOMPARE(before.keys(),
+        (QStringList {u"2025-All-All.bmp"_s, copies.first(), u"LOGBOOK.INI"_s, u"RDSLog.log"_s,
+            u"autoupdate.log"_s, u"country.lst"_s, u"dx/"_s, u"dx/20250713.txt"_s, u"html/"_s,
+            u"html/quillon.kml"_s, u"html/quillon_log_2025-Jul.htm"_s, u"html/quillon_log_2025-Jul.kml"_s,
+            u"html/quillon_logindex.htm"_s, u"html/quillon_mapview.htm"_s, u"quillon.kml"_s, u"quillon.txt"_s,
+            u"quillon_index.template"_s, u"quillon_log.template"_s, u"quillon_mapview.htm"_s, u"spy/"_s,
+            u"spy/2025-07-13 21-10-05 E213 RNE 3.txt"_s, u"spy/2025-07-13 21-15-00 F206 F INFO.txt"_s,
+            u"spy/2025-07-14 21-15-00 F206 F INFO.txt"_s, u"tx.lst"_s}));
+    // The setting that the first import asked for is new; what was only read is as it was.
+    QCOMPARE(before[u"LOGBOOK.INI"_s], configuration() + "TIME_OFFSET=-1\r\n");
+    QCOMPARE(before[u"country.lst"_s], countries);
+    QCOMPARE(before[u"dx/20250713.txt"_s], rdsdxLog);
+    QCOMPARE(before[u"quillon_index.template"_s], indexTemplate);
+    QCOMPARE(before[u"quillon_log.template"_s], logTemplate);
+    QCOMPARE(before[u"quillon_mapview.htm"_s], mapViewer);
+
     QStringList rows;
-    for (const QString &name : names) {
-        before[name] = directory.read(name);
-    }
     for (int row = 1; row < m_window->grid().rows(); ++row) {
         rows += m_window->row(row);
     }
     m_window->start();
-    for (const QString &name : names) {
-        QCOMPARE(directory.read(name), before.value(name));
-    }
-    QCOMPARE(directory.names(), names);
+    QCOMPARE(firstDifference(before, filesBelow(directory)), QString());
+    QCOMPARE(m_window->grid().rows() - 1, rows.size());
     for (int row = 1; row < m_window->grid().rows(); ++row) {
         QCOMPARE(m_window->row(row), rows.value(row - 1));
     }
-    QCOMPARE(m_window->grid().rows() - 1, rows.size());
-    QVERIFY(before.value(u"LOGBOOK.INI"_s).endsWith("TIME_OFFSET=-1\r\n"));
 
     // Nothing is left to be sent.
     m_service.forget();

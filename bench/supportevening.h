@@ -1,0 +1,113 @@
+#pragma once
+
+#include "supportservice.h"
+#include "supportwindow.h"
+
+#include <QDesktopServices>
+#include <QElapsedTimer>
+#include <QInputDialog>
+#include <QMessageBox>
+#include <QStringList>
+
+#include <algorithm>
+#include <cstdio>
+#include <functional>
+#include <vector>
+
+// What measures an evening: its answers to what the program asks, and its table.
+
+namespace quillon::bench {
+
+/// Answers every box that waits: types the next text into an input box, presses Yes or OK. From `beStrict` on
+/// a run-time error ends the run: what was to be measured did not happen.
+class EveningAnswers : public QObject
+{
+public:
+    EveningAnswers()
+    {
+        connect(&m_timer, &QTimer::timeout, this, [this] { look(); });
+        m_timer.start(1);
+    }
+    /// Until then the start may tell that the log is full.
+    void beStrict() { m_strict = true; }
+    /// The texts of the next input boxes; a box beyond them gets what it offers.
+    void type(const QStringList &texts) { m_texts = texts; }
+
+private:
+    void look()
+    {
+        QWidget *box = QApplication::activeModalWidget();
+        if (auto *input = qobject_cast<QInputDialog *>(box)) {
+            if (!m_texts.isEmpty()) {
+                input->setTextValue(m_texts.takeFirst());
+            }
+            input->accept();
+        } else if (auto *message = qobject_cast<QMessageBox *>(box)) {
+            if (m_strict && message->icon() == QMessageBox::Critical) {
+                qFatal("%s", qPrintable(message->text()));
+            }
+            QAbstractButton *yes = message->button(QMessageBox::Yes);
+            (yes ? yes : message->button(QMessageBox::Ok))->click();
+        }
+    }
+
+    QTimer m_timer;
+    QStringList m_texts;
+    bool m_strict = false;
+};
+
+/// The run cannot go on when what was to be measured did not happen.
+inline void require(bool happened, const char *what)
+{
+    if (!happened) {
+        qFatal("not measured: %s", what);
+    }
+}
+
+/// The median and the worst of some times, each beside a bar.
+class EveningTable
+{
+public:
+    static void head(const char *title)
+    {
+        std::printf("%-50s %10s %10s %10s\n", title, "median ms", "worst ms", "bar ms");
+    }
+
+    /// A bar of 0 is none. The result is the median.
+    double row(const char *name, std::vector<double> times, double bar = 0)
+    {
+        std::ranges::sort(times);
+        const double median = times[times.size() / 2];
+        const bool missed = bar > 0 && median > bar;
+        std::printf("%-50s %10.1f %10.1f %10s%s\n", name, median, times.back(),
+            bar > 0 ? qPrintable(QString::number(bar, 'f', 0)) : "-", missed ? "  MISSED" : "");
+        std::fflush(stdout);
+        m_missed = m_missed || missed;
+        return median;
+    }
+
+    [[nodiscard]] bool missed() const { return m_missed; }
+
+private:
+    bool m_missed = false;
+};
+
+/// Milliseconds of processor time of the program alone that some work takes, drawing included.
+[[nodiscard]] inline double ownTime(const Service &service, const std::function<void()> &work)
+{
+    settle();
+    const double before = service.spent();
+    const Times all = measured(work);
+    return all.all - (service.spent() - before);
+}
+
+/// Milliseconds by the clock.
+[[nodiscard]] inline double clockTime(const std::function<void()> &work)
+{
+    QElapsedTimer clock;
+    clock.start();
+    work();
+    return static_cast<double>(clock.nsecsElapsed()) / 1e6;
+}
+
+} // namespace quillon::bench
