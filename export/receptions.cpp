@@ -50,14 +50,15 @@ ReceptionLines::ReceptionLines(const Logbook &log, const CodePage &codePage)
     for (const LogEntry &entry : log) {
         size += longest(entry);
     }
-    m_bytes.resize(size);
+    m_bytes = QByteArray(size, Qt::Uninitialized);
     char *const begin = m_bytes.data();
     char *out = begin;
     const auto put = [&out](const auto &characters) { out = std::ranges::copy(characters, out).out; };
+    GeneralCharacters moments;
     for (const LogEntry &entry : log) {
         m_starts.push_back(out - begin);
         put(lineBegin);
-        put(generalCharacters(entry.dateTime));
+        put(moments.of(entry.dateTime));
         put(betweenFields);
         out = codePage.encodeTo(out, entry.piCode);
         put(betweenFields);

@@ -99,32 +99,53 @@ std::optional<DateTime> fromCivil(const CivilTime &civil)
         days * secondsPerDay + qint64(civil.hour) * 3600 + qint64(civil.minute) * 60 + civil.second};
 }
 
+namespace {
+
+// Days since the epoch, also before it.
+qint64 dayOf(DateTime moment)
+{
+    using namespace std::chrono;
+    return floor<days>(seconds {moment.seconds}).count();
+}
+
+} // namespace
+
 CivilTime civil(DateTime moment)
 {
     using namespace std::chrono;
-    const auto whole = floor<days>(sys_seconds {seconds {moment.seconds}});
-    const year_month_day date {whole};
-    const int rest = static_cast<int>(moment.seconds - whole.time_since_epoch().count() * secondsPerDay);
+    const qint64 day = dayOf(moment);
+    const year_month_day date {sys_days {days {day}}};
+    const int rest = static_cast<int>(moment.seconds - day * secondsPerDay);
     return {static_cast<int>(date.year()), static_cast<int>(static_cast<unsigned>(date.month())),
         static_cast<int>(static_cast<unsigned>(date.day())), rest / 3600, rest / 60 % 60, rest % 60};
 }
 
+const std::array<char, 19> &GeneralCharacters::of(DateTime moment)
+{
+    const auto put = [this](std::size_t at, int value) {
+        m_text[at] = static_cast<char>('0' + value / 10);
+        m_text[at + 1] = static_cast<char>('0' + value % 10);
+    };
+    const qint64 day = dayOf(moment);
+    if (m_day != day) {
+        m_day = day;
+        m_text = {"00/00/0000 00:00:0"};
+        const CivilTime parts = civil(moment);
+        put(0, parts.day);
+        put(3, parts.month);
+        put(6, parts.year / 100);
+        put(8, parts.year % 100);
+    }
+    const auto rest = static_cast<int>(moment.seconds - day * secondsPerDay);
+    put(11, rest / 3600);
+    put(14, rest / 60 % 60);
+    put(17, rest % 60);
+    return m_text;
+}
+
 std::array<char, 19> generalCharacters(DateTime moment)
 {
-    const CivilTime parts = civil(moment);
-    std::array<char, 19> text {"00/00/0000 00:00:0"};
-    const auto put = [&text](std::size_t at, int value) {
-        text[at] = static_cast<char>('0' + value / 10);
-        text[at + 1] = static_cast<char>('0' + value % 10);
-    };
-    put(0, parts.day);
-    put(3, parts.month);
-    put(6, parts.year / 100);
-    put(8, parts.year % 100);
-    put(11, parts.hour);
-    put(14, parts.minute);
-    put(17, parts.second);
-    return text;
+    return GeneralCharacters().of(moment);
 }
 
 QString generalText(DateTime moment)

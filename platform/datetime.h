@@ -50,6 +50,18 @@ struct MonthNames
 
 /// The characters of `dd/mm/yyyy hh:nn:ss`, the one text form of a moment.
 [[nodiscard]] std::array<char, 19> generalCharacters(DateTime moment);
+
+/// The same for many moments, quickest where one is of the same day as the one before.
+class GeneralCharacters
+{
+public:
+    /// Valid until the next call.
+    [[nodiscard]] const std::array<char, 19> &of(DateTime moment);
+
+private:
+    std::array<char, 19> m_text {};
+    std::optional<qint64> m_day;
+};
 /// The same as a text.
 [[nodiscard]] QString generalText(DateTime moment);
 

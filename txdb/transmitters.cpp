@@ -33,12 +33,12 @@ bool TransmitterList::add(const Transmitter &transmitter)
     if (count() >= capacity) {
         return false;
     }
-    m_index.insert({transmitter.name, transmitter.country}, count());
     m_rows.push_back(transmitter);
+    m_index.insert({m_rows.back().name, m_rows.back().country}, count() - 1);
     return true;
 }
 
-std::optional<int> TransmitterList::find(const QString &name, const QString &country) const
+std::optional<int> TransmitterList::find(QStringView name, QStringView country) const
 {
     const auto found = m_index.constFind({name, country});
     return found == m_index.cend() ? std::nullopt : std::optional(found.value());

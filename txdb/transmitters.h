@@ -43,7 +43,7 @@ public:
     bool add(const Transmitter &transmitter);
 
     /// Number of the row of that name and country.
-    [[nodiscard]] std::optional<int> find(const QString &name, const QString &country) const;
+    [[nodiscard]] std::optional<int> find(QStringView name, QStringView country) const;
     /// Sets the distance text of a row. Throws "Subscript out of range" beyond the list.
     void setDistance(int index, const QString &distance);
 
@@ -54,8 +54,23 @@ public:
     [[nodiscard]] auto end() const { return m_rows.end(); }
 
 private:
+    /// Views of the texts of a row, which share their characters with every copy of the list and never
+    /// change.
+    struct Site
+    {
+        QStringView name;
+        QStringView country;
+
+        bool operator==(const Site &) const = default;
+        // Few names stand in more than one country.
+        friend std::size_t qHash(const Site &site, std::size_t seed) noexcept
+        {
+            return qHash(site.name, seed);
+        }
+    };
+
     std::vector<Transmitter> m_rows;
-    QHash<std::pair<QString, QString>, int> m_index;
+    QHash<Site, int> m_index;
 };
 
 /// Adds the transmitters of a tx.lst. Throws "Subscript out of range" for a line with fewer than five pieces,
