@@ -22,9 +22,8 @@ bool matches(const LogEntry &entry, LogSearch search, QStringView text)
 QString resultLine(const LogEntry &entry)
 {
     constexpr QChar tab = u'\t';
-    QString line = entry.piCode + tab + generalText(entry.dateTime) + tab + entry.prop + tab
-        + entry.freq + tab + entry.transmitter + tab + entry.country + tab + entry.rdsName + tab + entry.power
-        + tab;
+    QString line = entry.piCode + tab + generalText(entry.dateTime) + tab + entry.prop + tab + entry.freq
+        + tab + entry.transmitter + tab + entry.country + tab + entry.rdsName + tab + entry.power + tab;
     return line;
 }
 
