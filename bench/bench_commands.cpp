@@ -4,13 +4,13 @@
 #include "core/logbooklines.h"
 #include "platform/files.h"
 #include "support.h"
+#include "support/opened.h"
 #include "supportimport.h"
 #include "supportwindow.h"
 #include "ui/resultlist.h"
 
 #include <QApplication>
 #include <QComboBox>
-#include <QDesktopServices>
 #include <QDir>
 #include <QLineEdit>
 #include <QTemporaryDir>
@@ -39,19 +39,6 @@ double memoryMb()
     }
     return 0;
 }
-
-// Takes what is handed to the desktop and opens nothing.
-class Nowhere : public QObject
-{
-    Q_OBJECT
-
-public:
-    Nowhere() { QDesktopServices::setUrlHandler(u"file"_s, this, "open"); }
-    ~Nowhere() override { QDesktopServices::unsetUrlHandler(u"file"_s); }
-
-public Q_SLOTS:
-    void open(const QUrl &) { }
-};
 
 class Table
 {
@@ -308,7 +295,8 @@ int main(int argc, char *argv[])
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
     Answering answering;
-    const Nowhere nowhere;
+    // What is handed to the desktop is opened by nothing.
+    const test::Opened opened;
     const QTemporaryDir full;
     const QTemporaryDir room;
     const QTemporaryDir empty;
@@ -338,5 +326,3 @@ int main(int argc, char *argv[])
     measureSpyFolder(table, answering);
     return table.missed() ? 1 : 0;
 }
-
-#include "bench_commands.moc"

@@ -4,6 +4,7 @@
 
 #include "platform/files.h"
 #include "support.h"
+#include "support/opened.h"
 #include "supportevening.h"
 #include "supporthome.h"
 #include "ui/resultlist.h"
@@ -23,19 +24,6 @@ namespace {
 
 // No command keeps the user waiting for longer, unless it waits for the network itself.
 constexpr double handlerBar = 100;
-
-// Takes what is handed to the desktop and opens nothing.
-class Nowhere : public QObject
-{
-    Q_OBJECT
-
-public:
-    Nowhere() { QDesktopServices::setUrlHandler(u"file"_s, this, "open"); }
-    ~Nowhere() override { QDesktopServices::unsetUrlHandler(u"file"_s); }
-
-public Q_SLOTS:
-    void open(const QUrl &) { }
-};
 
 // One evening after the other in one window.
 class Evening
@@ -289,7 +277,8 @@ int main(int argc, char *argv[])
     qputenv("no_proxy", "*");
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
-    const Nowhere nowhere;
+    // What is handed to the desktop is opened by nothing.
+    const test::Opened opened;
     Service service(eveningStations());
     bool missed = false;
     const auto measure = [&](const QString &home, const std::vector<void (Evening::*)()> &parts) {
@@ -312,5 +301,3 @@ int main(int argc, char *argv[])
     measure(pages.path(), {&Evening::exportPages});
     return missed ? 1 : 0;
 }
-
-#include "bench_evening.moc"
