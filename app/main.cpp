@@ -2,6 +2,7 @@
 #include "core/ui/form1.h"
 #include "platform/applicationdirectory.h"
 #include "ui/guard.h"
+#include "ui/looks.h"
 #include "ui/version.h"
 
 #include <QApplication>
@@ -38,6 +39,7 @@ int main(int argc, char *argv[])
     QApplication::setApplicationVersion(versionNumber());
     QApplication::setDesktopFileName(u"quillon"_s);
     QApplication::setWindowIcon(programIcon());
+    installLooks();
 
     const QString chosen = commandLine.directory(QApplication::arguments());
     const QString directory = applicationDirectory(directoryChoiceOfProcess(chosen));

@@ -1,11 +1,12 @@
 // The commands of the main window at full size: 32,498 entries and 5,001 transmitters. Each is measured in
-// processor time of the whole process and printed beside its bar.
+// processor time of the whole process; its bar is a number of reference works, measured in between.
 
 #include "core/logbooklines.h"
 #include "platform/files.h"
 #include "support.h"
 #include "support/opened.h"
 #include "supportimport.h"
+#include "supportreference.h"
 #include "supportwindow.h"
 #include "ui/resultlist.h"
 
@@ -40,21 +41,31 @@ double memoryMb()
     return 0;
 }
 
+// The times of some work, and those of what it is held to, taken in turn.
+struct Runs
+{
+    std::vector<Times> times;
+    std::vector<double> beside;
+};
+
 class Table
 {
 public:
     void head() const
     {
-        std::printf(
-            "%-52s %10s %10s %10s %8s\n", "processor time", "median ms", "worst ms", "kernel ms", "bar ms");
+        std::printf("%-52s %10s %10s %10s %10s %8s %8s\n", "processor time", "median ms", "worst ms",
+            "kernel ms", "reference", "ratio", "bar");
     }
-    // A bar of 0 is none.
-    void row(const char *name, std::vector<Times> times, double bar = 0)
+    // The bar is how many times the work beside it the median may take; 0 is none.
+    void row(const char *name, Runs runs, double bar = 0)
     {
-        std::ranges::sort(times, {}, &Times::all);
-        const Times median = times[times.size() / 2];
-        const bool missed = bar > 0 && median.all > bar;
-        std::printf("%-52s %10.1f %10.1f %10.1f %8s%s\n", name, median.all, times.back().all, median.kernel,
+        std::ranges::sort(runs.times, {}, &Times::all);
+        const Times median = runs.times[runs.times.size() / 2];
+        const double beside = medianOf(runs.beside);
+        const double ratio = median.all / beside;
+        const bool missed = bar > 0 && ratio > bar;
+        std::printf("%-52s %10.1f %10.1f %10.1f %10.1f %8.2f %8s%s\n", name, median.all,
+            runs.times.back().all, median.kernel, beside, ratio,
             bar > 0 ? qPrintable(QString::number(bar)) : "-", missed ? "  MISSED" : "");
         m_missed = m_missed || missed;
     }
@@ -69,14 +80,16 @@ private:
     bool m_missed = false;
 };
 
-std::vector<Times> repeated(const std::function<void()> &prepare, const std::function<void()> &work)
+Runs repeated(const std::function<void()> &prepare, const std::function<void()> &work,
+    const std::function<double()> &beside = referenceTime)
 {
-    std::vector<Times> times;
+    Runs runs;
     for (int i = 0; i < repetitions; ++i) {
         prepare();
-        times.push_back(measured(work));
+        runs.times.push_back(measured(work));
+        runs.beside.push_back(beside());
     }
-    return times;
+    return runs;
 }
 
 void writeConfiguration(const QString &directory)
@@ -99,21 +112,20 @@ QByteArray logWithRoom(const QByteArray &full)
     return full.first(end + 2);
 }
 
-std::vector<Times> startTimes(const QString &directory)
-{
-    return repeated([] {}, [&directory] { const Window window(directory); });
-}
-
 void measureStart(Table &table, const QString &full, const QString &empty)
 {
-    std::vector<Times> emptyOnes = startTimes(empty);
-    std::ranges::sort(emptyOnes, {}, &Times::all);
-    const Times emptyOne = emptyOnes[emptyOnes.size() / 2];
-    std::vector<Times> more = startTimes(full);
-    for (Times &time : more) {
-        time = {time.all - emptyOne.all, time.kernel - emptyOne.kernel};
+    Runs runs = repeated([] {}, [&full] { const Window window(full); });
+    const Runs empties = repeated([] {}, [&empty] { const Window window(empty); });
+    const auto part = [&empties](double Times::*which) {
+        std::vector<double> all;
+        std::ranges::transform(
+            empties.times, std::back_inserter(all), [which](const Times &time) { return time.*which; });
+        return medianOf(all);
+    };
+    for (Times &time : runs.times) {
+        time = {time.all - part(&Times::all), time.kernel - part(&Times::kernel)};
     }
-    table.row("start to a filled grid, more than with an empty log", more, 150);
+    table.row("start to a filled grid, more than with an empty log", runs, 12);
 }
 
 void measureEntries(Table &table, Window &window)
@@ -128,7 +140,7 @@ void measureEntries(Table &table, Window &window)
                 window.find<QComboBox>(u"Combo3"_s).setEditText(u"Germany"_s);
             },
             [&window] { window.click(u"Command1"_s); }),
-        30);
+        3);
     int row = 100;
     table.row("update",
         repeated(
@@ -137,10 +149,10 @@ void measureEntries(Table &table, Window &window)
                 window.write(u"Text6"_s, u"5"_s);
             },
             [&window] { window.click(u"Command3"_s); }),
-        30);
+        2);
     table.row("delete",
-        repeated([&] { window.chooseRow(row += 1000); }, [&window] { window.click(u"Command15"_s); }), 30);
-    table.row("a row is chosen", repeated([] {}, [&] { window.chooseRow(row += 500); }), 10);
+        repeated([&] { window.chooseRow(row += 1000); }, [&window] { window.click(u"Command15"_s); }), 1);
+    table.row("a row is chosen", repeated([] {}, [&] { window.chooseRow(row += 500); }), 1);
 }
 
 void measureSearches(Table &table, Window &window, Answering &answering)
@@ -163,53 +175,52 @@ void measureSearches(Table &table, Window &window, Answering &answering)
     for (const Search &search : searches) {
         table.row(search.name,
             repeated([&] { window.write(search.field, search.text); }, [&] { window.click(search.button); }),
-            10);
+            1);
     }
     for (const QString &country : {u"Germany"_s, QString()}) {
         table.row(country.isEmpty() ? "search by country, empty" : "search by country, typical",
             repeated([&] { window.find<QComboBox>(u"Combo3"_s).setEditText(country); },
                 [&window] { window.click(u"Command13"_s); }),
-            10);
+            1);
     }
     for (const QString &text : {u"ABC"_s, u"GHI"_s}) {
         answering.text = text;
         table.row(text == u"GHI" ? "Find, of what is nowhere" : "Find",
-            repeated([] {}, [&window] { window.trigger(u"menuToolsFind"_s); }), 10);
+            repeated([] {}, [&window] { window.trigger(u"menuToolsFind"_s); }), 1);
     }
     answering.text.clear();
 }
 
 // What the pages are held to: as many files with the same bytes. Making them is the kernel's work.
-void measureSameFiles(Table &table, const QString &directory)
+double timeOfTheSameFiles(const QString &directory, int copy)
 {
     const QString pages = filePath(directory, u"html"_s);
+    const QString beside = filePath(directory, u"copy %1"_s.arg(copy));
+    QDir(directory).mkpath(beside);
     std::vector<std::pair<QString, QByteArray>> files;
     for (const QString &name : QDir(pages).entryList(QDir::Files)) {
-        files.emplace_back(name, readFile(filePath(pages, name)));
+        files.emplace_back(filePath(beside, name), readFile(filePath(pages, name)));
     }
-    int copies = 0;
-    table.row("  writing the same files",
-        repeated([&] { QDir(directory).mkpath(u"copy %1"_s.arg(++copies)); },
-            [&] {
-                for (const auto &[name, bytes] : files) {
-                    writeFile(filePath(directory, u"copy %1/"_s.arg(copies) + name), bytes);
-                }
-            }));
+    const Times times = measured([&files] {
+        for (const auto &[path, bytes] : files) {
+            writeFile(path, bytes);
+        }
+    });
+    return times.all;
 }
 
 void measureWholeLog(Table &table, Window &window, const QString &directory)
 {
     int exported = 0;
-    table.row("re-calculate distances", repeated([] {}, [&window] { window.click(u"Command10"_s); }), 60);
+    table.row("re-calculate distances", repeated([] {}, [&window] { window.click(u"Command10"_s); }), 6);
     table.row("web pages of 20 years",
         // Every file is new, and no file has just been deleted: the file system would search for a place.
         repeated([&] { QDir(directory).rename(u"html"_s, u"html before %1"_s.arg(++exported)); },
-            [&window] { window.trigger(u"menuExportWebPage"_s); }),
-        400);
-    measureSameFiles(table, directory);
+            [&window] { window.trigger(u"menuExportWebPage"_s); },
+            [&] { return timeOfTheSameFiles(directory, exported); }),
+        6);
     int column = 0;
-    table.row(
-        "sort by a heading", repeated([] {}, [&] { Q_EMIT window.grid().headerClicked(++column); }), 100);
+    table.row("sort by a heading", repeated([] {}, [&] { Q_EMIT window.grid().headerClicked(++column); }), 8);
 }
 
 QByteArray firstLines(int count)
@@ -266,7 +277,7 @@ void measureRdsdx(Table &table, Answering &answering, const char *name, const QB
                 imports.window().trigger(u"menuImportRDSDXLogCnv"_s);
             },
             [&] { imports.window().click(u"OKButton"_s); }),
-        150);
+        5);
     if (imports.window().form().log().count() != before + rdsdxLineCount) {
         qFatal("not all receptions were imported");
     }
@@ -279,7 +290,7 @@ void measureSpyFolder(Table &table, Answering &answering)
     imports.fresh();
     answering.text = u"12/06/2010"_s;
     table.row("a folder of 20,000 RDS Spy files lists one day",
-        repeated([] {}, [&] { imports.window().trigger(u"menuImportRDSSpyLog"_s); }), 200);
+        repeated([] {}, [&] { imports.window().trigger(u"menuImportRDSSpyLog"_s); }), 6);
     answering.text.clear();
     auto &dialog = imports.window().find<QWidget>(u"importRDSSpy"_s);
     if (dialog.findChild<ResultList *>(u"List1"_s)->count() != spyFilesOfADay) {

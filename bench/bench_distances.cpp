@@ -12,6 +12,12 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+void measureAndGive(TransmitterList &list, Logbook &log, const Settings &settings)
+{
+    list.apply(measuredTransmitters(list, settings, false));
+    log.apply(givenDistances(list, log));
+}
+
 void reportSize(benchmark::State &state, const Logbook &log, const TransmitterList &list)
 {
     state.counters["entries"] = log.count();
@@ -24,8 +30,7 @@ void recalculate(benchmark::State &state)
     TransmitterList list = bench::fullTransmitterList();
     const Settings settings = bench::homeSettings();
     for ([[maybe_unused]] const auto step : state) {
-        measureTransmitters(list, settings, false);
-        giveDistances(list, log);
+        measureAndGive(list, log, settings);
     }
     reportSize(state, log, list);
 }
@@ -40,8 +45,7 @@ void recalculateAndWriteBothFiles(benchmark::State &state)
     const CodePage codePage;
     const QTemporaryDir directory;
     for ([[maybe_unused]] const auto step : state) {
-        measureTransmitters(list, settings, false);
-        giveDistances(list, log);
+        measureAndGive(list, log, settings);
         writeFile(directory.filePath(u"tx.lst"_s), transmitterBytes(list, codePage));
         writeFile(directory.filePath(u"RDSLog.log"_s), logbookBytes(log, codePage));
     }
@@ -56,18 +60,19 @@ void plainScan(benchmark::State &state)
     TransmitterList list = bench::fullTransmitterList();
     const Settings settings = bench::homeSettings();
     for ([[maybe_unused]] const auto step : state) {
-        measureTransmitters(list, settings, false);
+        list.apply(measuredTransmitters(list, settings, false));
+        LogChange change;
         for (qint32 index = 0; index < log.count(); ++index) {
-            log.changeEntry(index, [&](LogEntry &entry) {
-                for (const Transmitter &row : list) {
-                    if (row.name == entry.transmitter && row.country == entry.country
-                        && !row.distance.isEmpty()) {
-                        entry.dist = row.distance;
-                        break;
-                    }
+            const LogEntry &entry = log.entry(index);
+            for (const Transmitter &row : list) {
+                if (row.name == entry.transmitter && row.country == entry.country
+                    && !row.distance.isEmpty()) {
+                    change.setField(index, entry, LogField::Dist, row.distance);
+                    break;
                 }
-            });
+            }
         }
+        log.apply(change);
     }
     reportSize(state, log, list);
 }

@@ -22,9 +22,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// No command keeps the user waiting for longer, unless it waits for the network itself.
-constexpr double handlerBar = 100;
-
 // One evening after the other in one window.
 class Evening
 {
@@ -49,9 +46,13 @@ public:
 private:
     using Work = std::function<void()>;
 
-    [[nodiscard]] double time(const Work &work) const { return ownTime(m_service, work); }
+    [[nodiscard]] double time(const Work &work)
+    {
+        m_table.addReference();
+        return ownTime(m_service, work);
+    }
     [[nodiscard]] std::vector<double> repeated(
-        const Work &work, const Work &prepare = [] {}) const;
+        const Work &work, const Work &prepare = [] {});
     void automaticSearch(int day, std::vector<double> &times);
     void searchByHand(int day, std::vector<double> &searches, std::vector<double> &updates);
     void upload(std::vector<double> &times);
@@ -67,7 +68,7 @@ private:
     EveningTable m_table;
 };
 
-std::vector<double> Evening::repeated(const Work &work, const Work &prepare) const
+std::vector<double> Evening::repeated(const Work &work, const Work &prepare)
 {
     std::vector<double> times;
     for (int i = 0; i < evenings; ++i) {
@@ -120,10 +121,10 @@ void Evening::searchAndUpload()
         searchByHand(day, searches, updates);
         upload(uploads);
     }
-    m_table.row("automatic search, an entry of a day of 4", automatic, handlerBar);
-    m_table.row("Search FMList", searches, handlerBar);
-    m_table.row("double-click on a result, update included", updates, handlerBar);
-    m_table.row("upload of 4 entries", uploads, handlerBar);
+    m_table.row("automatic search, an entry of a day of 4", automatic, 4);
+    m_table.row("Search FMList", searches, 0.5);
+    m_table.row("double-click on a result, update included", updates, 2);
+    m_table.row("upload of 4 entries", uploads, 5);
 }
 
 void Evening::findAndSort()
@@ -135,21 +136,21 @@ void Evening::findAndSort()
                 m_window.chooseRow(1);
                 m_answers.type({piOf(0, 0)});
             }),
-        10);
+        1.5);
     m_table.row("Find, of what is nowhere",
         repeated(find,
             [this] {
                 m_window.chooseRow(1);
                 m_answers.type({u"GHI"_s});
             }),
-        10);
+        1.5);
     for (int column = 0; column < gridColumnCount; ++column) {
         const QString name = u"sort by %1"_s.arg(m_window.grid().text(0, column));
         m_table.row(qPrintable(name),
             repeated([this, column] { Q_EMIT m_window.grid().headerClicked(column); },
                 // From an order that is none of this column's.
                 [this, column] { Q_EMIT m_window.grid().headerClicked(column == 1 ? 2 : 1); }),
-            handlerBar);
+            16);
     }
     Q_EMIT m_window.grid().headerClicked(0);
 }
@@ -157,7 +158,7 @@ void Evening::findAndSort()
 // Beside writing the same bytes, by the clock: both wait for the disk.
 void Evening::exportKml(const char *name, const QString &action, const QString &file)
 {
-    m_table.row(name, repeated([&] { m_window.trigger(action); }), handlerBar);
+    m_table.row(name, repeated([&] { m_window.trigger(action); }), 3);
     const QByteArray bytes = readFile(filePath(m_directory, file));
     require(bytes.count("<Placemark>") == fullListSize, name);
     std::vector<double> exports;
@@ -167,9 +168,7 @@ void Evening::exportKml(const char *name, const QString &action, const QString &
         exports.push_back(clockTime([&] { m_window.trigger(action); }));
         plain.push_back(clockTime([&] { writeFile(filePath(m_directory, u"same.kml"_s), bytes); }));
     }
-    std::ranges::sort(plain);
-    m_table.row("  the same by the clock; bar: 3 times the next", exports, 3 * plain[plain.size() / 2]);
-    m_table.row("  writing the same bytes, by the clock", plain);
+    m_table.row("  by the clock, beside writing the same bytes", exports, plain, 5);
 }
 
 void Evening::exportFiles()
@@ -182,7 +181,7 @@ void Evening::exportFiles()
                 [&] {
                     m_answers.type({from, u"31/12/2099"_s});
                 }),
-            handlerBar);
+            12);
     };
     text("text of the last month, distances included", u"01/12/2024"_s);
     text("text of the whole log, distances included", u"01/01/2000"_s);
@@ -196,9 +195,9 @@ void Evening::exportPages()
         repeated(pages,
             // Every file is new, and no file has just been deleted: the file system would search for a place.
             [&] { QDir(m_directory).rename(u"html"_s, u"html before %1"_s.arg(++exported)); }),
-        400);
+        35);
     require(QDir(filePath(m_directory, u"html"_s)).count() > 480, "web pages");
-    m_table.row("web pages, once more", repeated(pages), 400);
+    m_table.row("web pages, once more", repeated(pages), 30);
 }
 
 void Evening::statistics()
@@ -212,8 +211,8 @@ void Evening::statistics()
     };
     const auto measure = [&](const char *draw, const char *save, const QString &month, bool hours) {
         choose(month, hours);
-        m_table.row(draw, repeated([&] { press(u"Command3"_s); }), handlerBar);
-        m_table.row(save, repeated([&] { press(u"Command2"_s); }), handlerBar);
+        m_table.row(draw, repeated([&] { press(u"Command3"_s); }), 3);
+        m_table.row(save, repeated([&] { press(u"Command2"_s); }), 4);
         require(QFileInfo::exists(filePath(m_directory, u"All-"_s + month + u"-All.bmp"_s)), save);
     };
     measure("statistics: draw the months", "statistics: save that picture", u"All"_s, false);
@@ -244,7 +243,7 @@ void Evening::opening(const char *name, const Work &open, const QString &window)
         times.push_back(time(open));
         closeChild(window);
     }
-    m_table.row(name, times, handlerBar);
+    m_table.row(name, times, 0.5);
 }
 
 void Evening::windows()
@@ -265,7 +264,7 @@ void Evening::windows()
                 QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
                 m_window.trigger(u"menuSetup"_s);
             }),
-        handlerBar);
+        3);
     require(m_window.grid().row() == fullLogSize, "the grid is filled again");
 }
 

@@ -1,7 +1,7 @@
 // The exports at full size: 32,498 receptions over 20 years and 5,001 transmitters. What has a bar stands
 // beside what it is held to.
 
-#include "core/gridrows.h"
+#include "core/logrows.h"
 #include "export/kmlfiles.h"
 #include "export/textlog.h"
 #include "export/webpages.h"
@@ -25,23 +25,6 @@ Regional regional()
 {
     return {CodePage(1252), NumberFormat(), MonthNames::of(QLocale::c())};
 }
-
-class RowsOfLog : public CellSource
-{
-public:
-    explicit RowsOfLog(const Logbook &log)
-        : m_rows(gridRows(log))
-    {
-    }
-    [[nodiscard]] int rows() const override { return static_cast<int>(m_rows.size()) + 1; }
-    [[nodiscard]] QString text(int row, GridColumn column) const override
-    {
-        return m_rows[static_cast<std::size_t>(row - 1)].text(column);
-    }
-
-private:
-    std::vector<GridRow> m_rows;
-};
 
 TransmitterList fullList()
 {
@@ -88,14 +71,17 @@ struct Full
 {
     TransmitterList list = fullList();
     Logbook log = fullLog(list);
-    RowsOfLog grid {log};
     Regional region = regional();
+    LogRows rows {log, region.months};
     QTemporaryDir directory;
 };
 
 const Full &full()
 {
-    static const Full data;
+    static Full data;
+    if (data.rows.all().empty()) {
+        data.rows.refill();
+    }
     return data;
 }
 
@@ -150,7 +136,7 @@ void webPagesOfTwentyYears(benchmark::State &state)
 {
     const QTemporaryDir directory;
     prepareTemplates(directory.path());
-    const WebSite site {full().grid, full().log, full().list, u"DL1ABC"_s, u"V1.0.0"_s, {}};
+    const WebSite site {full().rows, full().list, u"DL1ABC"_s, u"V1.0.0"_s, {}};
     for (auto _ : state) {
         state.PauseTiming();
         QDir(directory.filePath(u"html"_s)).removeRecursively();
@@ -165,7 +151,7 @@ void webPagesOfTwentyYearsAgain(benchmark::State &state)
 {
     const QTemporaryDir directory;
     prepareTemplates(directory.path());
-    WebSite site {full().grid, full().log, full().list, u"DL1ABC"_s, u"V1.0.0"_s, {}};
+    WebSite site {full().rows, full().list, u"DL1ABC"_s, u"V1.0.0"_s, {}};
     exportWebPages(directory.path(), site, full().region);
     for (auto _ : state) {
         ++site.now.seconds;
@@ -177,7 +163,7 @@ void webPagesWritingTheSameBytes(benchmark::State &state)
 {
     const QTemporaryDir directory;
     prepareTemplates(directory.path());
-    const WebSite site {full().grid, full().log, full().list, u"DL1ABC"_s, u"V1.0.0"_s, {}};
+    const WebSite site {full().rows, full().list, u"DL1ABC"_s, u"V1.0.0"_s, {}};
     exportWebPages(directory.path(), site, full().region);
     const QString html = directory.filePath(u"html"_s);
     QList<QPair<QString, QByteArray>> files;
@@ -195,7 +181,7 @@ void textOfTheWholeLog(benchmark::State &state)
 {
     const TextLogRange range {{0}, *fromCivil({2100, 1, 1, 0, 0, 0}), true, {}};
     for (auto _ : state) {
-        benchmark::DoNotOptimize(textLog(full().grid, range, full().region));
+        benchmark::DoNotOptimize(textLog(full().rows, range, full().region));
     }
 }
 

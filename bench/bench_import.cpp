@@ -71,7 +71,10 @@ void importAndSerialise(benchmark::State &state)
 {
     for (auto _ : state) {
         Logbook log;
-        importRdsdx(log, rdsdxFile(), u"/logs/20100612.txt"_s, regional(), [](const QString &) {});
+        LogChange import;
+        import.added =
+            readRdsdx(rdsdxFile(), u"/logs/20100612.txt"_s, regional(), [](const QString &) {}).entries;
+        log.apply(import);
         benchmark::DoNotOptimize(logbookBytes(log, regional().codePage));
     }
 }

@@ -1,8 +1,8 @@
 // Load, save, show and search a log of full size, each beside the plain loop that it is held to.
 
 #include "bench/logfile.h"
-#include "core/gridrows.h"
 #include "core/logbooklines.h"
+#include "core/logrows.h"
 #include "platform/files.h"
 #include "platform/keptfile.h"
 #include "txdb/pisearch.h"
@@ -92,17 +92,20 @@ void save(benchmark::State &state)
 {
     Logbook log = fullLogbook();
     const QString path = filePath(directory(), u"save.log"_s);
-    LogbookLines lines(log, regional().codePage);
+    LogbookLines lines(regional().codePage);
     // The file is there and known, as it is on every save but the first.
     writeFile(path, fullLogbookFile());
     KeptFile kept;
     kept.readWhole(path, *fileState(path));
-    kept.save(path, directory(), lines.bytes());
+    kept.save(path, directory(), lines.bytes(log));
     qint32 changed = 0;
     while (state.KeepRunning()) {
-        log.changeEntry(changed, [](LogEntry &entry) { entry.prop = u"Es"_s; });
+        LogChange change;
+        change.setField(changed, log.entry(changed), LogField::Prop, u"Es"_s);
+        log.apply(change);
+        lines.changed(changed);
         changed = (changed + 1) % log.count();
-        kept.save(path, directory(), lines.bytes());
+        kept.save(path, directory(), lines.bytes(log));
     }
 }
 BENCHMARK(save)->Unit(benchmark::kMillisecond)->UseRealTime();
@@ -116,8 +119,8 @@ void saveFirst(benchmark::State &state)
     KeptFile kept;
     kept.readWhole(path, *fileState(path));
     while (state.KeepRunning()) {
-        LogbookLines lines(log, regional().codePage);
-        kept.save(path, directory(), lines.bytes());
+        LogbookLines lines(regional().codePage);
+        kept.save(path, directory(), lines.bytes(log));
     }
 }
 BENCHMARK(saveFirst)->Unit(benchmark::kMillisecond)->UseRealTime();
@@ -138,8 +141,9 @@ void rowsOfTheGrid(benchmark::State &state)
     double megabytes = 0;
     while (state.KeepRunning()) {
         const double before = usedMegabytes();
-        const std::vector<GridRow> rows = gridRows(log);
-        benchmark::DoNotOptimize(rows.data());
+        LogRows rows(log, regional().months);
+        rows.refill();
+        benchmark::DoNotOptimize(rows.shown().data());
         megabytes = usedMegabytes() - before;
     }
     state.counters["MB"] = megabytes;

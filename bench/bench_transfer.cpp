@@ -1,6 +1,6 @@
 #include "fmlist/search.h"
+#include "net/inet1.h"
 #include "supportservice.h"
-#include "ui/inet1.h"
 
 #include <benchmark/benchmark.h>
 

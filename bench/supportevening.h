@@ -1,5 +1,6 @@
 #pragma once
 
+#include "supportreference.h"
 #include "supportservice.h"
 #include "supportwindow.h"
 
@@ -64,31 +65,49 @@ inline void require(bool happened, const char *what)
     }
 }
 
-/// The median and the worst of some times, each beside a bar.
+/// The median and the worst of some times, and how many times the work beside them that is.
 class EveningTable
 {
 public:
     static void head(const char *title)
     {
-        std::printf("%-50s %10s %10s %10s\n", title, "median ms", "worst ms", "bar ms");
+        std::printf(
+            "%-50s %10s %10s %10s %8s %8s\n", title, "median ms", "worst ms", "reference", "ratio", "bar");
     }
 
-    /// A bar of 0 is none. The result is the median.
-    double row(const char *name, std::vector<double> times, double bar = 0)
+    /// `beside` are the times of the same run that the bar counts in; a bar of 0 is none.
+    void row(
+        const char *name, const std::vector<double> &times, const std::vector<double> &beside, double bar = 0)
     {
-        std::ranges::sort(times);
-        const double median = times[times.size() / 2];
-        const bool missed = bar > 0 && median > bar;
-        std::printf("%-50s %10.1f %10.1f %10s%s\n", name, median, times.back(),
-            bar > 0 ? qPrintable(QString::number(bar, 'f', 0)) : "-", missed ? "  MISSED" : "");
+        const double median = medianOf(times);
+        const double ratio = median / medianOf(beside);
+        const bool missed = bar > 0 && ratio > bar;
+        std::printf("%-50s %10.1f %10.1f %10.1f %8.2f %8s%s\n", name, median, std::ranges::max(times),
+            medianOf(beside), ratio, bar > 0 ? qPrintable(QString::number(bar)) : "-",
+            missed ? "  MISSED" : "");
         std::fflush(stdout);
         m_missed = m_missed || missed;
-        return median;
+    }
+    /// Held to the reference work, which every timing takes a turn of.
+    void row(const char *name, const std::vector<double> &times, double bar = 0)
+    {
+        row(name, times, m_references, bar);
+        m_isRowDone = true;
+    }
+    void addReference()
+    {
+        if (m_isRowDone) {
+            m_references.clear();
+            m_isRowDone = false;
+        }
+        m_references.push_back(referenceTime());
     }
 
     [[nodiscard]] bool missed() const { return m_missed; }
 
 private:
+    std::vector<double> m_references; ///< of the row under way
+    bool m_isRowDone = false;
     bool m_missed = false;
 };
 

@@ -42,20 +42,23 @@ QByteArray eveningStations()
 Logbook eveningLog()
 {
     Logbook log = fullLog();
+    LogChange sent;
     for (qint32 number = 0; number < log.count(); ++number) {
-        log.changeEntry(number, [](LogEntry &entry) { entry.fmlist = u"fml=sent#"_s; });
+        sent.setField(number, log.entry(number), LogField::FMList, u"fml=sent#"_s);
     }
+    log.apply(sent);
     for (int day = 0; day < evenings; ++day) {
         const qint64 midnight = log.entry(entryOf(day, 0)).dateTime.seconds / secondsPerDay * secondsPerDay;
         for (int number = 0; number < dayEntries; ++number) {
-            log.changeEntry(entryOf(day, number), [&](LogEntry &entry) {
-                entry.dateTime = {midnight + 3600 * qint64(12 + number)};
-                entry.piCode = piOf(day, number);
-                entry.freq = u"98.5"_s;
-                entry.rdsName = u"EVENING"_s;
-                entry.uid.clear();
-                entry.fmlist.clear();
-            });
+            const qint32 index = entryOf(day, number);
+            LogEntry entry = log.entry(index);
+            entry.dateTime = {midnight + 3600 * qint64(12 + number)};
+            entry.piCode = piOf(day, number);
+            entry.freq = u"98.5"_s;
+            entry.rdsName = u"EVENING"_s;
+            entry.uid.clear();
+            entry.fmlist.clear();
+            log.apply(LogChange::between(index, log.entry(index), entry));
         }
     }
     return log;

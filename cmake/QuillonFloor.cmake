@@ -1,10 +1,11 @@
-# quillon_floor(TARGET FOLDER [FILES glob...] LINKS target...)
+# quillon_floor(TARGET FOLDER [FILES glob...] LINKS target... [PRIVATE target...])
 #
 # A static library of the files of one folder. Headers are reached as "FOLDER/name.h", and only
-# through the targets in LINKS: a header of a floor that is not linked is not found, so an include
-# that climbs the wrong way does not build.
+# through the targets in LINKS and PRIVATE: a header of a floor that is not linked is not found, so an
+# include that climbs the wrong way does not build. LINKS are those that its headers show, which who links
+# the folder gets with it; PRIVATE those that only its sources use.
 function(quillon_floor target folder)
-    cmake_parse_arguments(FLOOR "" "" "FILES;LINKS" ${ARGN})
+    cmake_parse_arguments(FLOOR "" "" "FILES;LINKS;PRIVATE" ${ARGN})
     if(NOT FLOOR_FILES)
         set(FLOOR_FILES *.cpp *.h *.ui *.qrc)
     endif()
@@ -41,5 +42,5 @@ function(quillon_floor target folder)
     endif()
     set_target_properties(${target} PROPERTIES AUTOMOC ON AUTOUIC ON AUTORCC ON)
     target_include_directories(${target} PUBLIC ${includes})
-    target_link_libraries(${target} PUBLIC quillon_rules ${FLOOR_LINKS})
+    target_link_libraries(${target} PUBLIC quillon_rules ${FLOOR_LINKS} PRIVATE ${FLOOR_PRIVATE})
 endfunction()

@@ -206,7 +206,7 @@ void Config::readConfig()
     const QString ini = iniPath();
     setDefaults(m_settings);
     readSettings(m_codePage.decode(readFile(ini)), m_settings);
-    removeLeftover(ini);
+    removeLeftover(ini, m_calls);
     if (m_whenRead) {
         m_whenRead();
     }
@@ -232,7 +232,7 @@ void Config::changeConfig(const QString &key, const QString &value, bool upCase)
     }
     // An older version of the program may have left its temporary copy.
     if (const auto temporary = findFile(m_applicationDir, u"logbook.tmp"_s)) {
-        QFile::remove(*temporary);
+        m_calls.remove(QFile::encodeName(*temporary));
     }
     readConfig();
 }

@@ -69,6 +69,7 @@ public:
         QString applicationDir, CodePage codePage = CodePage(), FileCalls &calls = FileCalls::real());
 
     [[nodiscard]] const QString &applicationDir() const { return m_applicationDir; }
+    [[nodiscard]] const CodePage &codePage() const { return m_codePage; }
     [[nodiscard]] const Settings &settings() const { return m_settings; }
     /// The path of a file of the program, whatever the case of its name on the disk.
     [[nodiscard]] QString path(const QString &name) const;
@@ -86,6 +87,8 @@ public:
     /// read or written; file and settings then stand as they were, unless only the sync of the directory
     /// failed: both then hold the change.
     void changeConfig(const QString &key, const QString &value, bool upCase = false);
+
+    // Interfaces that nothing in the program calls.
 
     /// Stores nothing: the map directory stays at its default.
     void setMAP_DIR(const QString &newMapDir);

@@ -28,20 +28,19 @@ const LogEntry &Logbook::entry(qint32 index) const
     return m_slots[checkedIndex(index, m_count, u"entry")];
 }
 
-LogEntry &Logbook::changing(qint32 index)
+void Logbook::apply(const LogChange &change)
 {
-    LogEntry &entry = m_slots[checkedIndex(index, m_count, u"entry")];
-    touch(index);
-    return entry;
-}
-
-void Logbook::touch(qint32 index)
-{
-    const auto block = static_cast<std::size_t>(index / blockSize);
-    if (block >= m_revisions.size()) {
-        m_revisions.resize(block + 1);
+    for (const FieldChange &field : change.fields) {
+        setFieldValue(m_slots[checkedIndex(field.entry, m_count, u"entry")], field.field, field.after);
     }
-    m_revisions[block] = ++m_lastRevision;
+    for (std::size_t i = 0; i < change.removed.size(); ++i) {
+        // An empty slot: the next entry in it takes nothing over from this one.
+        m_slots[checkedIndex(m_count - 1, m_count, u"entry")] = {};
+        --m_count;
+    }
+    for (const LogEntry &entry : change.added) {
+        AddEntry(entry);
+    }
 }
 
 void Logbook::AddEntry(LogEntry entry)
@@ -56,7 +55,6 @@ void Logbook::AddEntry(LogEntry entry)
         entry.dist = std::move(slot.dist);
     }
     slot = std::move(entry);
-    touch(m_count);
     ++m_count;
     if (m_count > m_capacity - slotsKeptFree) {
         if (m_capacity > std::numeric_limits<qint16>::max() - growth) {

@@ -1,6 +1,7 @@
 #include "core/logbookfile.h"
 
 #include "core/linebreaks.h"
+#include "core/logfields.h"
 #include "platform/runtimeerror.h"
 
 #include <algorithm>
@@ -15,7 +16,6 @@ namespace {
 
 constexpr qsizetype olderPieces = 11;
 constexpr qsizetype currentPieces = 13;
-constexpr std::size_t fieldCount = 12;
 
 qsizetype piecesOf(QByteArrayView line)
 {
@@ -74,7 +74,7 @@ QString field(const CodePage &codePage, QByteArrayView bytes)
 
 LogEntry entryOf(QByteArrayView line, LogbookLayout layout, const Regional &regional)
 {
-    std::array<QByteArrayView, fieldCount> fields;
+    std::array<QByteArrayView, logFieldCount> fields;
     const auto wanted = static_cast<std::size_t>(piecesOf(layout) - 1);
     qsizetype at = 0;
     for (std::size_t i = 0; i < wanted; ++i) {
@@ -93,12 +93,15 @@ LogEntry entryOf(QByteArrayView line, LogbookLayout layout, const Regional &regi
         fields[i] = line.sliced(at, end - at);
         at = end + 1;
     }
-    const CodePage &page = regional.codePage;
-    LogEntry entry {field(page, fields[0]),
-        toDateTime(page.decode(fields[1]), regional.months, u"Date/Time"_s), field(page, fields[2]),
-        field(page, fields[3]), field(page, fields[4]), field(page, fields[5]), field(page, fields[6]),
-        field(page, fields[7]), field(page, fields[8]), field(page, fields[9]), field(page, fields[10]),
-        field(page, fields[11])};
+    LogEntry entry;
+    for (std::size_t i = 0; i < wanted; ++i) {
+        const LogColumn &row = logFields()[i];
+        if (row.text) {
+            entry.*row.text = field(regional.codePage, fields[i]);
+        } else {
+            entry.dateTime = toDateTime(regional.codePage.decode(fields[i]), regional.months, u"Date/Time"_s);
+        }
+    }
     entry.notes = unfoldedLineBreaks(entry.notes);
     return entry;
 }
@@ -144,7 +147,7 @@ bool readLogbook(Logbook &log, QByteArrayView file, const Regional &regional, co
 
 LogbookLoading loadLogbook(Logbook &log, const QString &path, const Regional &regional, KeptFile &kept)
 {
-    removeLeftover(path);
+    kept.removeLeftover(path);
     const std::optional<FileState> state = fileState(path);
     if (!state) {
         return LogbookLoading::NoFile;
@@ -162,6 +165,20 @@ LogbookLoading loadLogbook(Logbook &log, const QString &path, const Regional &re
         kept.readWhole(path, *state);
     }
     return LogbookLoading::Loaded;
+}
+
+QString unreadableText(QByteArrayView file, const QString &fileName, const CodePage &codePage)
+{
+    const QByteArrayView first = physicalLine(file).text;
+    constexpr qsizetype shown = 120;
+    QString line = codePage.decode(first.first(std::min(first.size(), shown)));
+    if (first.size() > shown) {
+        line += u"..."_s;
+    }
+    return u"%1 was not loaded.\nIts first line has %2 fields instead of 12 or 10:\n%3\n"
+           "It has %4 lines. Before the first save it is kept as a copy, so nothing of it is lost."_s.arg(
+               fileName, QString::number(piecesOf(first) - 1), line,
+               QString::number(splitLines(file).size()));
 }
 
 } // namespace quillon

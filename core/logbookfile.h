@@ -38,4 +38,8 @@ enum class LogbookLoading {
 /// readFile and readLogbook throw.
 LogbookLoading loadLogbook(Logbook &log, const QString &path, const Regional &regional, KeptFile &kept);
 
+/// What an empty grid says of a logbook whose first line has an unknown layout: which file, how many lines it
+/// has, what is wrong with the first, and that a copy is kept.
+[[nodiscard]] QString unreadableText(QByteArrayView file, const QString &fileName, const CodePage &codePage);
+
 } // namespace quillon

@@ -1,6 +1,7 @@
 #include "core/logbooklines.h"
 
 #include "core/linebreaks.h"
+#include "core/logfields.h"
 
 #include <algorithm>
 #include <span>
@@ -11,39 +12,33 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// More bytes than a line of the file can have.
+constexpr qint32 blockSize = 256;
+
+// More bytes than a line of the file can have: a line break of two characters takes four.
 qsizetype longestLine(const LogEntry &entry)
 {
-    constexpr qsizetype dateAndMarks = 40;
-    return entry.piCode.size() + entry.prop.size() + entry.freq.size() + entry.transmitter.size()
-        + entry.country.size() + 2 * entry.notes.size() + entry.rdsName.size() + entry.power.size()
-        + entry.dist.size() + entry.fmlist.size() + entry.uid.size() + dateAndMarks;
+    constexpr qsizetype dateAndLineEnd = 19 + 2;
+    qsizetype size = dateAndLineEnd + logFieldCount + entry.notes.size();
+    for (const LogColumn &field : logFields()) {
+        size += field.text ? (entry.*field.text).size() : 0;
+    }
+    return size;
 }
 
 // Writes one line; returns its end.
 char *writeLine(char *out, const LogEntry &entry, const CodePage &page)
 {
-    const auto put = [&](QStringView text) {
-        out = page.encodeTo(out, text);
+    for (const LogColumn &field : logFields()) {
+        if (!field.text) {
+            out = std::ranges::copy(generalCharacters(entry.dateTime), out).out;
+        } else if (const QString &text = entry.*field.text;
+                   field.field == LogField::Notes && text.contains("\r\n"_L1)) {
+            out = page.encodeTo(out, foldedLineBreaks(text));
+        } else {
+            out = page.encodeTo(out, text);
+        }
         *out++ = '|';
-    };
-    put(entry.piCode);
-    out = std::ranges::copy(generalCharacters(entry.dateTime), out).out;
-    *out++ = '|';
-    put(entry.prop);
-    put(entry.freq);
-    put(entry.transmitter);
-    put(entry.country);
-    if (entry.notes.contains("\r\n"_L1)) {
-        put(foldedLineBreaks(entry.notes));
-    } else {
-        put(entry.notes);
     }
-    put(entry.rdsName);
-    put(entry.power);
-    put(entry.dist);
-    put(entry.fmlist);
-    put(entry.uid);
     *out++ = '\r';
     *out++ = '\n';
     return out;
@@ -73,15 +68,28 @@ QByteArray logbookBytes(const Logbook &log, const CodePage &codePage)
     return linesOf({log.begin(), log.end()}, codePage);
 }
 
-LogbookLines::LogbookLines(const Logbook &log, const CodePage &codePage)
-    : m_log(log)
-    , m_codePage(codePage)
+LogbookLines::LogbookLines(const CodePage &codePage)
+    : m_codePage(codePage)
 {
 }
 
-QByteArray LogbookLines::bytes()
+void LogbookLines::changed(qint32 entry)
 {
-    prepare();
+    const auto block = static_cast<std::size_t>(entry / blockSize);
+    if (block < m_blocks.size()) {
+        m_blocks[block].kept = false;
+    }
+}
+
+void LogbookLines::changedFrom(qint32 entry)
+{
+    changed(entry);
+    m_blocks.resize(std::min(m_blocks.size(), static_cast<std::size_t>(entry / blockSize) + 1));
+}
+
+QByteArray LogbookLines::bytes(const Logbook &log)
+{
+    prepare(log);
     qsizetype size = 0;
     for (const Block &block : m_blocks) {
         size += block.lines.size();
@@ -94,17 +102,16 @@ QByteArray LogbookLines::bytes()
     return file;
 }
 
-void LogbookLines::prepare()
+void LogbookLines::prepare(const Logbook &log)
 {
-    const std::span<const LogEntry> entries(m_log.begin(), m_log.end());
-    constexpr auto blockSize = static_cast<std::size_t>(Logbook::blockSize);
-    m_blocks.resize((entries.size() + blockSize - 1) / blockSize);
+    const std::span<const LogEntry> entries(log.begin(), log.end());
+    constexpr auto size = static_cast<std::size_t>(blockSize);
+    m_blocks.resize((entries.size() + size - 1) / size);
     for (std::size_t number = 0; number < m_blocks.size(); ++number) {
-        const quint64 revision = m_log.revision(static_cast<qint32>(number));
         Block &block = m_blocks[number];
-        if (block.revision != revision) {
-            const auto rest = entries.subspan(number * blockSize);
-            block = {revision, linesOf(rest.first(std::min(blockSize, rest.size())), m_codePage)};
+        if (!block.kept) {
+            const auto rest = entries.subspan(number * size);
+            block = {true, linesOf(rest.first(std::min(size, rest.size())), m_codePage)};
             block.lines.squeeze();
         }
     }

@@ -12,28 +12,31 @@ namespace quillon {
 /// The file of the log: one line of the current layout for each entry that is not deleted.
 [[nodiscard]] QByteArray logbookBytes(const Logbook &log, const CodePage &codePage);
 
-/// The same file for a log that is saved after every change: only blocks of entries that have changed since
-/// the last call are encoded again.
+/// The same file for a log that is saved after every change: the lines are kept, and only blocks with an
+/// entry that was named as changed are encoded again.
 class LogbookLines
 {
 public:
-    /// The log must outlive this.
-    LogbookLines(const Logbook &log, const CodePage &codePage);
+    explicit LogbookLines(const CodePage &codePage);
 
-    /// Encodes every block that has changed, so that bytes() need not.
-    void prepare();
+    /// Has to be told of every entry that is no longer what it was at the last call of bytes().
+    void changed(qint32 entry);
+    /// Entries from this number on were added or taken away.
+    void changedFrom(qint32 entry);
 
-    /// What logbookBytes gives for the log as it is now.
-    [[nodiscard]] QByteArray bytes();
+    /// Encodes what is not kept, so that bytes() need not.
+    void prepare(const Logbook &log);
+
+    /// What logbookBytes gives for the log.
+    [[nodiscard]] QByteArray bytes(const Logbook &log);
 
 private:
     struct Block
     {
-        quint64 revision = 0;
+        bool kept = false;
         QByteArray lines;
     };
 
-    const Logbook &m_log;
     CodePage m_codePage;
     std::vector<Block> m_blocks;
 };

@@ -35,6 +35,8 @@ inline constexpr QStringView deletedPiCode = u"delete";
 /// contains, in this order.
 [[nodiscard]] QString fmlistDisplay(QStringView fmlist);
 
+// An interface that nothing in the program calls.
+
 /// "Yes" when the text is exactly "1", otherwise "No".
 [[nodiscard]] QString yesNo(QStringView text);
 

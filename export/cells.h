@@ -1,7 +1,5 @@
 #pragma once
 
-#include "platform/datetime.h"
-
 #include <QString>
 #include <QStringView>
 
@@ -17,17 +15,8 @@ namespace quillon {
 /// How the log writes a moment: day, month, year, hours and minutes, for instance 05-Jul-2010 21:34.
 inline constexpr QStringView logDatePattern = u"dd-mmm-yyyy hh:nn";
 
-/// A date-time text in logDatePattern; a text that is no date-time as it is.
-[[nodiscard]] QString logDate(const QString &text, const MonthNames &months);
-/// The same without the year: 05-Jul 21:34.
-[[nodiscard]] QString logDayAndTime(const QString &text, const MonthNames &months);
-/// The same without the day: 21:34.
-[[nodiscard]] QString logTime(const QString &text, const MonthNames &months);
-
 /// The text without blanks around it, filled with blanks on the right to `width` characters, or cut to its
 /// first `width` ones.
 [[nodiscard]] QString leftAligned(QStringView text, qsizetype width);
-/// The same, filled on the left.
-[[nodiscard]] QString rightAligned(QStringView text, qsizetype width);
 
 } // namespace quillon

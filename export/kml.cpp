@@ -1,8 +1,6 @@
 #include "export/kml.h"
 
-#include "core/textencoding.h"
-
-#include <future>
+#include "net/textencoding.h"
 
 namespace quillon {
 
@@ -94,12 +92,8 @@ QByteArray transmitterKml(const TransmitterList &transmitters, const CodePage &c
 
 QByteArray logbookKml(const Logbook &log, const TransmitterList &transmitters, const CodePage &codePage)
 {
-    // Both walk over the whole log and wait for the memory most of the time: side by side they take half of
-    // it.
-    std::future<ReceptionLines> linesMeanwhile =
-        std::async(std::launch::async, [&] { return ReceptionLines(log, codePage); });
     const std::vector<Reception> receptions = findReceptions(log, transmitters);
-    const ReceptionLines lines = linesMeanwhile.get();
+    const ReceptionLines lines(log, codePage);
     Document document(u"Quillon - Export LogBook"_s, codePage);
     document.reserve((transmitters.count() + 1) * placemarkSize + log.count() * listLineSize);
     auto next = receptions.begin();

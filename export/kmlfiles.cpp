@@ -1,12 +1,8 @@
 #include "export/kmlfiles.h"
 
+#include "export/mapscript.h"
 #include "export/pagefile.h"
 #include "platform/files.h"
-#include "platform/runtimeerror.h"
-
-#include <QFile>
-
-#include <cerrno>
 
 namespace quillon {
 
@@ -28,15 +24,20 @@ QString writeLogbookKml(const QString &applicationDir, const Logbook &log,
     return path;
 }
 
-bool writeMonthlyKml(const QString &path, const HeardKml &heard, DateTime month, FileCalls &calls)
+void writeMapFiles(const MapFiles &files, const QByteArray &document, FileCalls &calls)
+{
+    writePageFile(files.kml, document, calls);
+    writePageFile(files.script, mapScript(document), calls);
+}
+
+bool writeMonthlyKml(const MapFiles &files, const HeardKml &heard, DateTime month, FileCalls &calls)
 {
     if (const auto document = heard.month(month)) {
-        writePageFile(path, *document, calls);
+        writeMapFiles(files, *document, calls);
         return true;
     }
-    if (QFile::exists(path) && calls.remove(QFile::encodeName(path)) < 0) {
-        throw systemError(errno, u"Deleting "_s + path);
-    }
+    removePageFile(files.kml, calls);
+    removePageFile(files.script, calls);
     return false;
 }
 

@@ -17,9 +17,19 @@ QString writeTransmitterKml(const QString &applicationDir, const TransmitterList
 QString writeLogbookKml(const QString &applicationDir, const Logbook &log,
     const TransmitterList &transmitters, const CodePage &codePage, FileCalls &calls = FileCalls::real());
 
-/// Writes the month's document to `path`, or removes the file there when the month has none. Returns whether
-/// it was written.
+/// A KML file of the web pages and the script beside it that holds the same (mapScript).
+struct MapFiles
+{
+    QString kml;
+    QString script;
+};
+
+/// Writes a document as both files, each only when its bytes change.
+void writeMapFiles(const MapFiles &files, const QByteArray &document, FileCalls &calls = FileCalls::real());
+
+/// writeMapFiles with the month's document, or removes the files when the month has none. Returns whether
+/// they were written.
 bool writeMonthlyKml(
-    const QString &path, const HeardKml &heard, DateTime month, FileCalls &calls = FileCalls::real());
+    const MapFiles &files, const HeardKml &heard, DateTime month, FileCalls &calls = FileCalls::real());
 
 } // namespace quillon

@@ -1,25 +1,27 @@
 #include "export/pagefile.h"
 
 #include "platform/files.h"
+#include "platform/runtimeerror.h"
 
 #include <QFile>
 
+#include <cerrno>
+
 namespace quillon {
 
-namespace {
-
-bool holds(const QString &path, const QByteArray &bytes)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) && file.size() == bytes.size() && file.readAll() == bytes;
-}
-
-} // namespace
+using namespace Qt::StringLiterals;
 
 void writePageFile(const QString &path, const QByteArray &bytes, FileCalls &calls)
 {
-    if (!holds(path, bytes)) {
+    if (!fileHolds(path, bytes)) {
         writeFile(path, bytes, calls);
+    }
+}
+
+void removePageFile(const QString &path, FileCalls &calls)
+{
+    if (QFile::exists(path) && calls.remove(QFile::encodeName(path)) < 0) {
+        throw systemError(errno, u"Deleting "_s + path);
     }
 }
 

@@ -11,4 +11,7 @@ namespace quillon {
 /// a file that is left alone costs no wait for the disk and no upload of the site. Throws as writeFile does.
 void writePageFile(const QString &path, const QByteArray &bytes, FileCalls &calls);
 
+/// Removes the file when there is one. Throws the run-time error of what failed.
+void removePageFile(const QString &path, FileCalls &calls);
+
 } // namespace quillon

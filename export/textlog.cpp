@@ -1,7 +1,7 @@
 #include "export/textlog.h"
 
 #include "export/cells.h"
-#include "export/griddates.h"
+#include "export/exportrows.h"
 #include "geo/distance.h"
 #include "platform/files.h"
 
@@ -33,27 +33,28 @@ QString distanceText(const QString &dist, bool inMiles)
     return plainText(rounded(kilometres, 0)) + u" Km"_s;
 }
 
-QString receptionLine(const CellSource &grid, int row, DateTime moment, bool inMiles)
+QString receptionLine(const ExportRows &rows, int row, DateTime moment, bool inMiles)
 {
-    const QString freq = grid.text(row, GridColumn::Freq);
-    const QString rdsName = orUnknown(grid.text(row, GridColumn::RdsName), "????????"_L1);
-    const QString piCode = orUnknown(grid.text(row, GridColumn::PiCode), "????"_L1);
-    const QString transmitter = orUnknown(grid.text(row, GridColumn::Transmitter), "???"_L1);
-    const QString country = orUnknown(grid.text(row, GridColumn::Country), "???"_L1);
+    const QString freq = rows.text(row, GridColumn::Freq);
+    const QString rdsName = orUnknown(rows.text(row, GridColumn::RdsName), "????????"_L1);
+    const QString piCode = orUnknown(rows.text(row, GridColumn::PiCode), "????"_L1);
+    const QString transmitter = orUnknown(rows.text(row, GridColumn::Transmitter), "???"_L1);
+    const QString country = orUnknown(rows.text(row, GridColumn::Country), "???"_L1);
     // The hours and minutes of "dd/mm/yyyy hh:nn:ss".
     const std::array<char, 19> general = generalCharacters(moment);
     return QLatin1StringView(general.data() + 11, 5) + u"z "_s
         + leftAligned(freq.contains(u'.') ? freq : freq + u".0"_s, 5) + u' ' + leftAligned(country, 3) + u' '
         + leftAligned(rdsName, 8) + u' ' + leftAligned(piCode, 4) + u' ' + transmitter + u' '
-        + distanceText(grid.text(row, GridColumn::Dist), inMiles);
+        + distanceText(rows.text(row, GridColumn::Dist), inMiles);
 }
 
 } // namespace
 
-QByteArray textLog(const CellSource &grid, const TextLogRange &range, const Regional &regional)
+QByteArray textLog(
+    const LogRows &logRows, const TextLogRange &range, const Regional &regional, int *listed)
 {
     const MonthNames months = exportMonths(regional);
-    GridDates dates(grid, regional);
+    ExportRows rows(logRows, regional);
     QByteArray out;
     const auto addLine = [&](const QString &line) {
         regional.codePage.appendEncoded(out, line);
@@ -70,8 +71,8 @@ QByteArray textLog(const CellSource &grid, const TextLogRange &range, const Regi
     std::optional<std::chrono::days> dayNumber;
     QString previousDay;
     QString previousProp;
-    for (int row = grid.rows() - 1; row >= 1; --row) {
-        const DateTime moment = dates.at(row);
+    for (int row = rows.count(); row >= 1; --row) {
+        const DateTime moment = rows.at(row);
         if (moment < range.from || moment > range.to) {
             continue;
         }
@@ -80,26 +81,29 @@ QByteArray textLog(const CellSource &grid, const TextLogRange &range, const Regi
             dayNumber = number;
             day = formatted(moment, u"dd-mmm-yyyy", months);
         }
-        const QString prop = grid.text(row, GridColumn::Prop);
+        const QString prop = rows.text(row, GridColumn::Prop);
         if (day != previousDay || prop != previousProp) {
             previousDay = day;
             previousProp = prop;
             addLine(u"\r\n"_s + day + u' ' + prop + u"\r\n"_s);
         }
-        addLine(receptionLine(grid, row, moment, range.inMiles));
+        addLine(receptionLine(rows, row, moment, range.inMiles));
         ++count;
     }
     addLine(u"\r\n*Quillon Export:\r\n "_s + formatted(range.from, logDatePattern, months) + u" to \r\n "_s
         + formatted(range.to, logDatePattern, months) + u"\r\n "_s + QString::number(count) + u" Entries"_s);
+    if (listed) {
+        *listed = count;
+    }
     return out;
 }
 
-QString writeTextLog(const QString &applicationDir, const CellSource &grid, const TextLogRange &range,
+TextLogFile writeTextLog(const QString &applicationDir, const LogRows &rows, const TextLogRange &range,
     const Regional &regional, FileCalls &calls)
 {
-    QString path = resolveFile(applicationDir, u"quillon.txt"_s);
-    writeFile(path, textLog(grid, range, regional), calls);
-    return path;
+    TextLogFile file {resolveFile(applicationDir, u"quillon.txt"_s), 0};
+    writeFile(file.path, textLog(rows, range, regional, &file.count), calls);
+    return file;
 }
 
 } // namespace quillon

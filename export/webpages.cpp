@@ -13,7 +13,6 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <sys/stat.h>
 
 namespace quillon {
 
@@ -22,7 +21,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 // The folder of the pages, whatever the case of its name; created when there is none.
-QString pageDirectory(const QString &applicationDir)
+QString pageDirectory(const QString &applicationDir, FileCalls &calls)
 {
     const QString name = u"html"_s;
     QString path = filePath(applicationDir, name);
@@ -36,7 +35,7 @@ QString pageDirectory(const QString &applicationDir)
         return filePath(applicationDir, *other);
     }
     constexpr mode_t everybody = 0777;
-    if (::mkdir(QFile::encodeName(path).constData(), everybody) < 0) {
+    if (calls.makeDirectory(QFile::encodeName(path), everybody) < 0) {
         const QString doing = u"Creating the directory "_s + path;
         throw errno == ENOENT ? RuntimeError(ErrorName::PathNotFound, doing) : systemError(errno, doing);
     }
@@ -55,16 +54,16 @@ public:
         , m_months(exportMonths(regional))
         , m_calls(calls)
         , m_progress(progress)
-        , m_pages(pageDirectory(applicationDir))
+        , m_pages(pageDirectory(applicationDir, calls))
         , m_pageFiles(m_pages)
-        , m_dates(site.grid, regional)
-        , m_heard(site.log, site.transmitters, regional)
+        , m_rows(site.rows, regional)
+        , m_heard(site.rows.log(), site.transmitters, regional)
     {
     }
 
     // Of an export that was killed. Files that do not change, and months that are gone, are not written
     // again.
-    void removeLeftovers() const { quillon::removeLeftovers(m_pages, u"quillon"_s); }
+    void removeLeftovers() const { quillon::removeLeftovers(m_pages, u"quillon"_s, m_calls); }
 
     QString writeIndexPage()
     {
@@ -73,7 +72,7 @@ public:
 
         const std::array placeholders {
             Placeholder {"$CALLSIGN"_ba, m_codePage.encode(m_site.callsign)},
-            Placeholder {"$TOTAL"_ba, QByteArray::number(m_site.log.count())},
+            Placeholder {"$TOTAL"_ba, QByteArray::number(m_site.rows.log().count())},
             Placeholder {"$VERSION"_ba, m_codePage.encode(m_site.version)},
             Placeholder {"$GENERATED"_ba, generalText(m_site.now).toLatin1()},
         };
@@ -84,13 +83,13 @@ public:
         return path;
     }
 
-    void writeFullKml() { writePageFile(m_pageFiles.resolve(u"quillon.kml"_s), m_heard.full(), m_calls); }
+    void writeFullKml() { writeMapFiles(mapFiles(u"quillon"_s), m_heard.full(), m_calls); }
 
 private:
     // What the files of a month hold, for its rows in the index.
     struct MonthFiles
     {
-        MonthCounts counts;
+        ModeCounts counts;
         bool hasMap = false;
     };
 
@@ -99,19 +98,24 @@ private:
         return readFile(resolveFile(m_applicationDir, name));
     }
 
+    [[nodiscard]] MapFiles mapFiles(const QString &name) const
+    {
+        return {m_pageFiles.resolve(name + u".kml"_s), m_pageFiles.resolve(name + u".kml.js"_s)};
+    }
+
     void writeMonths(QByteArray &page)
     {
         std::optional<DateTime> current;
-        for (int row = m_site.grid.rows() - 1; row >= 1; --row) {
-            const DateTime moment = m_dates.at(row);
+        for (int row = m_rows.count(); row >= 1; --row) {
+            const DateTime moment = m_rows.at(row);
             if (!current) {
                 current = moment;
-            } else if (m_dates.monthKey(moment) != m_dates.monthKey(*current) || row == 1) {
+            } else if (m_rows.monthKey(moment) != m_rows.monthKey(*current) || row == 1) {
                 const MonthFiles &files = monthFiles(*current);
                 appendTableRow(page, monthCells(*current, files.counts, files.hasMap, m_months), m_codePage);
                 current = moment;
                 if (m_progress) {
-                    m_progress(m_site.grid.rows() - row, m_site.grid.rows() - 1);
+                    m_progress(m_rows.count() + 1 - row, m_rows.count());
                 }
             }
         }
@@ -120,7 +124,7 @@ private:
     // The files of a month are the same each time it is met, so they are written the first time only.
     const MonthFiles &monthFiles(DateTime month)
     {
-        const int key = m_dates.monthKey(month);
+        const int key = m_rows.monthKey(month);
         const auto known = m_written.constFind(key);
         if (known != m_written.cend()) {
             return known.value();
@@ -128,23 +132,23 @@ private:
         const QString name = monthFileName(month, m_months);
         MonthFiles files;
         files.counts = writeMonthPage(m_pageFiles.resolve(name + u".htm"_s), month);
-        files.hasMap = writeMonthlyKml(m_pageFiles.resolve(name + u".kml"_s), m_heard, month, m_calls);
+        files.hasMap = writeMonthlyKml(mapFiles(name), m_heard, month, m_calls);
         return m_written.insert(key, files).value();
     }
 
-    MonthCounts writeMonthPage(const QString &path, DateTime month)
+    ModeCounts writeMonthPage(const QString &path, DateTime month)
     {
         if (!m_monthTemplate) {
             m_monthTemplate = suppliedFile(u"quillon_log.template"_s);
         }
         const std::array placeholders {
             Placeholder {"$MONTHYEAR"_ba, m_codePage.encode(formatted(month, u"mmm-yyyy", m_months))}};
-        MonthCounts counts;
+        ModeCounts counts;
         const QByteArray page = fillTemplate(*m_monthTemplate, placeholders, [&](QByteArray &out) {
-            for (const int row : m_dates.rowsOf(month)) {
-                counts.count(m_site.grid.text(row, GridColumn::Prop));
+            for (const int row : m_rows.rowsOf(month)) {
+                counts.count(m_rows.text(row, GridColumn::Prop));
                 appendTableRow(
-                    out, receptionCells(m_site.grid, row, m_dates.at(row), m_months, m_codePage), m_codePage);
+                    out, receptionCells(m_rows, row, m_rows.at(row), m_months, m_codePage), m_codePage);
             }
         });
         writePageFile(path, page, m_calls);
@@ -159,7 +163,7 @@ private:
     const WebPagesProgress &m_progress;
     QString m_pages;
     FileIndex m_pageFiles;
-    GridDates m_dates;
+    ExportRows m_rows;
     HeardKml m_heard;
     std::optional<QByteArray> m_monthTemplate;
     QHash<int, MonthFiles> m_written;

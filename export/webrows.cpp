@@ -1,13 +1,39 @@
 #include "export/webrows.h"
 
-#include "core/textencoding.h"
 #include "export/cells.h"
+#include "net/textencoding.h"
 
 namespace quillon {
 
 using namespace Qt::StringLiterals;
 
-void MonthCounts::count(QStringView prop)
+namespace {
+
+// The encoded bytes are looked at, because a character beyond the code page can become one of these letters.
+void appendCell(QByteArray &page, const QString &text, const CodePage &codePage)
+{
+    const qsizetype from = page.size();
+    codePage.appendEncoded(page, text);
+    if (page.indexOf('<', from) < 0) {
+        return;
+    }
+    constexpr QByteArrayView meta = "<meta";
+    const QByteArray cell = page.sliced(from);
+    page.truncate(from);
+    qsizetype done = 0;
+    for (qsizetype at = cell.indexOf('<'); at >= 0; at = cell.indexOf('<', at + 1)) {
+        if (qstrnicmp(cell.constData() + at, meta.data(), static_cast<size_t>(meta.size())) == 0) {
+            page += QByteArrayView(cell).sliced(done, at - done);
+            page += "&lt;";
+            done = at + 1;
+        }
+    }
+    page += QByteArrayView(cell).sliced(done);
+}
+
+} // namespace
+
+void ModeCounts::count(QStringView prop)
 {
     ++total;
     if (prop == u"MS") {
@@ -21,11 +47,6 @@ void MonthCounts::count(QStringView prop)
     }
 }
 
-QString MonthCounts::text() const
-{
-    return u"%1|%2|%3|%4|%5|"_s.arg(total).arg(tropo).arg(es).arg(ms).arg(other);
-}
-
 void appendTableRow(QByteArray &page, const QStringList &cells, const CodePage &codePage)
 {
     page += "<tr><td>";
@@ -35,30 +56,30 @@ void appendTableRow(QByteArray &page, const QStringList &cells, const CodePage &
             page += "</td><td>";
         }
         first = false;
-        codePage.appendEncoded(page, cell);
+        appendCell(page, cell, codePage);
     }
     page += "</td></tr>\r\n";
 }
 
 QStringList receptionCells(
-    const CellSource &grid, int row, DateTime moment, const MonthNames &months, const CodePage &codePage)
+    const ExportRows &rows, int row, DateTime moment, const MonthNames &months, const CodePage &codePage)
 {
-    const auto cell = [&](GridColumn column) { return blankCell(grid.text(row, column)); };
+    const auto cell = [&](GridColumn column) { return blankCell(rows.text(row, column)); };
     return {
         formatted(moment, logDatePattern, months),
         cell(GridColumn::PiCode),
         cell(GridColumn::Freq),
         cell(GridColumn::RdsName),
         cell(GridColumn::Country),
-        blankCell(W3CEncode(grid.text(row, GridColumn::Transmitter), codePage)),
+        blankCell(W3CEncode(rows.text(row, GridColumn::Transmitter), codePage)),
         cell(GridColumn::Dist),
         cell(GridColumn::Power),
-        blankCell(grid.text(row, GridColumn::Notes).replace("\r\n"_L1, "<br>"_L1)),
+        blankCell(rows.text(row, GridColumn::Notes).replace("\r\n"_L1, "<br>"_L1)),
         cell(GridColumn::Prop),
     };
 }
 
-QStringList monthCells(DateTime month, const MonthCounts &counts, bool hasMap, const MonthNames &months)
+QStringList monthCells(DateTime month, const ModeCounts &counts, bool hasMap, const MonthNames &months)
 {
     const QString file = monthFileName(month, months);
     const QString map =

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "core/cellsource.h"
-#include "export/griddates.h"
+#include "export/exportrows.h"
 #include "platform/codepage.h"
 
 #include <QByteArray>
@@ -10,7 +9,7 @@
 namespace quillon {
 
 /// The receptions of a month by propagation mode.
-struct MonthCounts
+struct ModeCounts
 {
     int total = 0;
     int tropo = 0;
@@ -18,25 +17,25 @@ struct MonthCounts
     int ms = 0;
     int other = 0;
 
-    bool operator==(const MonthCounts &) const = default;
+    bool operator==(const ModeCounts &) const = default;
 
     /// Counts one reception: "Tropo", "Es", "MS" exactly, anything else as other.
     void count(QStringView prop);
-    /// Total, Tropo, Es, MS and other, each followed by "|": 12|3|8|1|0|
-    [[nodiscard]] QString text() const;
 };
 
 /// Appends a table row: "<tr><td>", the cells with "</td><td>" between them, "</td></tr>", CR LF. The cells
-/// are markup and are not encoded.
+/// are markup and are not encoded, but for "<meta" in any letter case: its "<" becomes "&lt;", since it is
+/// the one element by which a name or a note can lead the reader of a page elsewhere whatever the page's
+/// policy.
 void appendTableRow(QByteArray &page, const QStringList &cells, const CodePage &codePage);
 
 /// The ten cells of a reception on its month's page: only the transmitter is encoded.
 [[nodiscard]] QStringList receptionCells(
-    const CellSource &grid, int row, DateTime moment, const MonthNames &months, const CodePage &codePage);
+    const ExportRows &rows, int row, DateTime moment, const MonthNames &months, const CodePage &codePage);
 
 /// The eight cells of a month on the index page; with `hasMap` the last is a link to the month's map.
 [[nodiscard]] QStringList monthCells(
-    DateTime month, const MonthCounts &counts, bool hasMap, const MonthNames &months);
+    DateTime month, const ModeCounts &counts, bool hasMap, const MonthNames &months);
 
 /// "quillon_log_" and the month as yyyy-mmm, the name that a month's files have before their extension.
 [[nodiscard]] QString monthFileName(DateTime month, const MonthNames &months);

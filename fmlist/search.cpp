@@ -1,7 +1,7 @@
 #include "fmlist/search.h"
 
-#include "core/textencoding.h"
-#include "fmlist/webaddress.h"
+#include "net/textencoding.h"
+#include "net/webaddress.h"
 #include "platform/runtimeerror.h"
 
 #include <QList>
@@ -107,8 +107,8 @@ SearchResult readLine(QStringView line, qsizetype lineNumber, NumberFormat forma
         .uid = fields[8].toString()};
 }
 
-// Positions are stored with ".", whatever the locale.
-QString positionText(QString text)
+// The log, its searches and the service know one spelling of a number, whatever the locale.
+QString storedNumber(QString text)
 {
     return text.replace(u',', u'.');
 }
@@ -170,14 +170,14 @@ SearchResult chosenResult(const QString &row)
         throw RuntimeError(
             ErrorName::SubscriptOutOfRange, u"Taking the result \""_s + row + u"\" apart at its tabs"_s);
     }
-    return {.frequency = fields[0],
+    return {.frequency = storedNumber(fields[0]),
         .pi = fields[1],
         .ps = fields[2],
         .country = fields[3],
         .transmitter = fields[4],
-        .power = fields[5],
-        .latitude = positionText(fields[6]),
-        .longitude = positionText(fields[7]),
+        .power = storedNumber(fields[5]),
+        .latitude = storedNumber(fields[6]),
+        .longitude = storedNumber(fields[7]),
         .uid = fields[8]};
 }
 

@@ -20,7 +20,7 @@ struct SearchRequest
     QString ps;
 };
 
-/// One transmitter that FMList knows. Numbers are texts by the locale, "-1" for what is no number.
+/// One transmitter that FMList knows. Numbers are texts, "-1" for what is no number.
 struct SearchResult
 {
     QString frequency; ///< MHz, one decimal
@@ -61,7 +61,7 @@ struct SearchAnswer
 /// The nine values separated by tabs.
 [[nodiscard]] QString resultRow(const SearchResult &result);
 
-/// The values of a row that the user chose, without any "&#", the position with "." as decimal separator.
+/// The values of a row that the user chose, without any "&#", its numbers with "." as decimal separator.
 /// Throws "Subscript out of range" for a row of fewer than nine values.
 [[nodiscard]] SearchResult chosenResult(const QString &row);
 

@@ -1,8 +1,8 @@
 #include "fmlist/upload.h"
 
-#include "core/textencoding.h"
 #include "fmlist/tags.h"
-#include "fmlist/webaddress.h"
+#include "net/textencoding.h"
+#include "net/webaddress.h"
 
 #include <algorithm>
 
@@ -44,7 +44,7 @@ QByteArray uploadUrl(const QString &fmlistUrl, const CodePage &codePage)
 
 bool isEligible(const LogEntry &entry)
 {
-    return !entry.uid.isEmpty() && !entry.fmlist.contains(u"fml=sent"_s);
+    return !isDeleted(entry) && !entry.uid.isEmpty() && !entry.fmlist.contains(u"fml=sent"_s);
 }
 
 int eligibleCount(const Logbook &log)
@@ -85,8 +85,8 @@ bool isAccepted(QStringView answer)
     return !answer.contains(u"Error ");
 }
 
-Upload uploadLogs(Logbook &log, const Settings &settings, const CodePage &codePage, const Post &post,
-    const Answered &answered)
+Upload uploadLogs(const Logbook &log, const Settings &settings, const CodePage &codePage, const Post &post,
+    const Accepted &accepted, const Answered &answered)
 {
     const int count = eligibleCount(log);
     Upload upload;
@@ -98,17 +98,22 @@ Upload uploadLogs(Logbook &log, const Settings &settings, const CodePage &codePa
             }
             const QString answer = post(uploadBody(log.entry(i), settings, codePage));
             if (isAccepted(answer)) {
-                // Looked up again: the log may have grown while the answer was waited for.
-                log.changeEntry(
-                    i, [](LogEntry &entry) { entry.fmlist = SetTagValue(entry.fmlist, stateTag, u"sent"); });
+                accepted(i);
                 ++upload.accepted;
             }
-            answered(answer, ++done, count);
+            if (!answered(answer, ++done, count)) {
+                break;
+            }
         }
     } catch (...) {
         upload.failure = std::current_exception();
     }
     return upload;
+}
+
+QString sentField(const QString &fmlist)
+{
+    return SetTagValue(fmlist, stateTag, u"sent");
 }
 
 } // namespace quillon

@@ -23,7 +23,7 @@ inline constexpr qsizetype uploadAnswerLength = 1024;
 /// The address that uploads go to.
 [[nodiscard]] QByteArray uploadUrl(const QString &fmlistUrl, const CodePage &codePage);
 
-/// True for an entry with a UID that has not been sent yet.
+/// True for an entry with a UID that is neither deleted nor sent yet.
 [[nodiscard]] bool isEligible(const LogEntry &entry);
 
 /// Number of entries that are eligible.
@@ -49,12 +49,17 @@ struct Upload
 
 /// Sends one form and returns the answer.
 using Post = std::function<QString(const QByteArray &body)>;
-/// Tells the answer to one entry, and how many of how many are done.
-using Answered = std::function<void(const QString &answer, int done, int count)>;
+/// The entry of that number was accepted.
+using Accepted = std::function<void(qint32 entry)>;
+/// Tells the answer to one entry, and how many of how many are done; false ends the upload.
+using Answered = std::function<bool(const QString &answer, int done, int count)>;
 
-/// Posts every eligible entry in log order and marks each accepted one as sent. What `post` throws ends the
-/// upload and is returned.
-[[nodiscard]] Upload uploadLogs(Logbook &log, const Settings &settings, const CodePage &codePage,
-    const Post &post, const Answered &answered);
+/// Posts every eligible entry in log order and tells of each accepted one, which has to be marked as sent
+/// then. What `post` throws ends the upload and is returned.
+[[nodiscard]] Upload uploadLogs(const Logbook &log, const Settings &settings, const CodePage &codePage,
+    const Post &post, const Accepted &accepted, const Answered &answered);
+
+/// The FMList field of an entry that was sent.
+[[nodiscard]] QString sentField(const QString &fmlist);
 
 } // namespace quillon

@@ -1,7 +1,7 @@
 // A Content-Type, a line feed, and a body of any bytes: the body is read whole, also after bytes that are no
 // character, and what names no charset is read in the code page.
 
-#include "fmlist/answertext.h"
+#include "net/answertext.h"
 
 #include <QList>
 

@@ -1,3 +1,4 @@
+#include "core/logbook.h"
 #include "core/logbooklines.h"
 #include "import/rdsdx.h"
 #include "platform/files.h"
@@ -22,8 +23,23 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     Logbook log;
     qint32 skipped = 0;
     try {
-        const qint32 imported = importRdsdx(log, file, name, regional, [&](const QString &) { ++skipped; });
-        if (imported != log.count() || imported + skipped != splitLines(file).size() - 1) {
+        const RdsdxImport import = readRdsdx(file, name, regional, [&](const QString &) { ++skipped; });
+        LogChange change;
+        change.added = import.entries;
+        try {
+            log.apply(change);
+        } catch (const RuntimeError &error) {
+            const auto last = static_cast<std::size_t>(log.count() - 1);
+            throw atRdsdxLine(error, file, name, import.lines[last], regional);
+        }
+        const auto read = static_cast<qsizetype>(import.entries.size());
+        if (import.entries.size() != import.lines.size() || read != log.count()) {
+            __builtin_trap();
+        }
+        if (import.failure) {
+            throw RuntimeError(*import.failure);
+        }
+        if (read + skipped != splitLines(file).size() - 1) {
             __builtin_trap();
         }
     } catch (const RuntimeError &error) {

@@ -60,8 +60,14 @@ PositionParts splitCompact(const QString &compact)
 
 QString compactText(const PositionParts &parts)
 {
-    return parts.degrees.trimmed() + parts.minutes.trimmed() + u'.' + parts.hundredths.trimmed()
-        + parts.hemisphere;
+    return parts.degrees.trimmed() + parts.minutes.trimmed() + u'.'
+        + fullHundredths(parts.hundredths).trimmed() + parts.hemisphere;
+}
+
+QString fullHundredths(const QString &typed)
+{
+    const QString text = typed.trimmed();
+    return text.size() == 1 && allDigits(text) ? text + u'0' : typed;
 }
 
 QString decimalProblem(const QString &text, bool Lat)
@@ -88,7 +94,7 @@ PartsProblem partsProblem(const PositionParts &parts, bool Lat)
     if (!isTwoDigits(parts.minutes.trimmed()) || parts.minutes.trimmed() > u"59"_s) {
         return {u"Minutes: two digits, 00 to 59"_s, PartsProblem::Piece::Minutes};
     }
-    const QString hundredths = parts.hundredths.trimmed();
+    const QString hundredths = fullHundredths(parts.hundredths).trimmed();
     if (!hundredths.isEmpty() && !isTwoDigits(hundredths)) {
         return {u"Hundredths of a minute: two digits, 00 to 99"_s, PartsProblem::Piece::Hundredths};
     }

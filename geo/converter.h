@@ -9,7 +9,7 @@ struct PositionParts
 {
     QString degrees;
     QString minutes;
-    QString hundredths; ///< of a minute
+    QString hundredths; ///< of a minute; one digit alone is tenths, as in 30.5
     QString hemisphere; ///< "N", "S", "E" or "W"
 
     bool operator==(const PositionParts &) const = default;
@@ -20,6 +20,9 @@ struct PositionParts
 
 /// The compact text of the pieces, blanks around them left out.
 [[nodiscard]] QString compactText(const PositionParts &parts);
+
+/// What the box of the hundredths shows for what was typed there: 50 for 5, anything else as it is.
+[[nodiscard]] QString fullHundredths(const QString &typed);
 
 // What is wrong with a text that was typed, in words for the one who typed it; empty when it can be
 // converted.
@@ -36,7 +39,7 @@ struct PartsProblem
     Piece piece = Piece::Degrees;
 };
 
-/// Degrees up to 90 or 180, minutes as two digits up to 59, hundredths as two digits or none.
+/// Degrees up to 90 or 180, minutes as two digits up to 59, hundredths as two digits, one or none.
 [[nodiscard]] PartsProblem partsProblem(const PositionParts &parts, bool Lat);
 
 /// Six characters of a locator: A to R twice, two digits, A to X twice, in any case.

@@ -31,6 +31,13 @@ namespace quillon {
 /// beyond 32 bits; nothing has changed then.
 void convertMinutestoLatORLon(float &minutes, QString &result, bool longitude);
 
+/// The remainder of the largest whole number not above `a` after division by `b` rounded to a whole number
+/// (halves to even), both of 32 bits; it has the sign of the dividend. Throws "Division by zero" when b
+/// rounds to 0, "Overflow" beyond 32 bits.
+[[nodiscard]] double fMod(double a, double b);
+
+// Interfaces for maps, which nothing in the program calls.
+
 /// The pixel row or column of a compact text on a map of `scale` degrees per pixel: (first - degrees) /
 /// scale, rounded to the nearest, halves to even. `first` and `second` are the top and bottom edge for a
 /// latitude, the left and right edge for a longitude (its scale is negative for columns that grow to the
@@ -41,10 +48,5 @@ void convertMinutestoLatORLon(float &minutes, QString &result, bool longitude);
 /// a / b without its nearest whole number (halves to even), plus 0.1 when that is negative, times b:
 /// ddfMod(-0.3, 1) is -0.2. Throws "Division by zero" for b = 0, "Overflow" for a quotient beyond a double.
 [[nodiscard]] double ddfMod(double a, double b);
-
-/// The remainder of the largest whole number not above `a` after division by `b` rounded to a whole number
-/// (halves to even), both of 32 bits; it has the sign of the dividend. Throws "Division by zero" when b
-/// rounds to 0, "Overflow" beyond 32 bits.
-[[nodiscard]] double fMod(double a, double b);
 
 } // namespace quillon

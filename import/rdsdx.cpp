@@ -64,9 +64,9 @@ LogEntry entryOf(const RdsdxLine &fields, const std::optional<RdsdxStation> &sta
     return entry;
 }
 
-// True when the line has become an entry.
-bool importLine(Logbook &log, QStringView line, DateTime date, Carried &carried,
-    const std::function<void(const QString &)> &status)
+// The entry of the line; nothing for one without a frequency.
+std::optional<LogEntry> entryOfLine(
+    QStringView line, DateTime date, Carried &carried, const std::function<void(const QString &)> &status)
 {
     const RdsdxLine fields = rdsdxLine(line);
     const std::optional<RdsdxStation> station = rdsdxStation(fields.station);
@@ -75,10 +75,15 @@ bool importLine(Logbook &log, QStringView line, DateTime date, Carried &carried,
     }
     if (fields.freq.isEmpty()) {
         status(u"No Frequency for "_s + line);
-        return false;
+        return std::nullopt;
     }
-    log.AddEntry(entryOf(fields, station, date, carried));
-    return true;
+    return entryOf(fields, station, date, carried);
+}
+
+RuntimeError atLine(const RuntimeError &error, const QString &path, qsizetype number, const QString &line)
+{
+    return {error.name(),
+        u"Importing %1, line %2: %3: \"%4\""_s.arg(path, QString::number(number), error.doing(), line)};
 }
 
 } // namespace
@@ -133,7 +138,7 @@ std::optional<RdsdxStation> rdsdxStation(QStringView station)
     return result;
 }
 
-qint32 importRdsdx(Logbook &log, QByteArrayView file, const QString &path, const Regional &regional,
+RdsdxImport readRdsdx(QByteArrayView file, const QString &path, const Regional &regional,
     const std::function<void(const QString &)> &status)
 {
     const DateTime date = rdsdxDate(path);
@@ -143,18 +148,26 @@ qint32 importRdsdx(Logbook &log, QByteArrayView file, const QString &path, const
             u"Importing %1: the file is empty, it has no header line"_s.arg(path));
     }
     Carried carried;
-    qint32 imported = 0;
+    RdsdxImport import;
     for (qsizetype i = 1; i < lines.size(); ++i) {
         const QString line = regional.codePage.decode(lines[i]);
         try {
-            imported += importLine(log, line, date, carried, status) ? 1 : 0;
+            if (auto entry = entryOfLine(line, date, carried, status)) {
+                import.entries.push_back(std::move(*entry));
+                import.lines.push_back(i + 1);
+            }
         } catch (const RuntimeError &error) {
-            throw RuntimeError(error.name(),
-                u"Importing %1, line %2: %3: \"%4\""_s.arg(
-                    path, QString::number(i + 1), error.doing(), line));
+            import.failure = atLine(error, path, i + 1, line);
+            break;
         }
     }
-    return imported;
+    return import;
+}
+
+RuntimeError atRdsdxLine(const RuntimeError &error, QByteArrayView file, const QString &path,
+    qsizetype number, const Regional &regional)
+{
+    return atLine(error, path, number, regional.codePage.decode(splitLines(file).at(number - 1)));
 }
 
 } // namespace quillon

@@ -1,8 +1,9 @@
 #pragma once
 
-#include "core/logbook.h"
+#include "core/logentry.h"
 #include "platform/datetime.h"
 #include "platform/regional.h"
+#include "platform/runtimeerror.h"
 
 #include <QByteArrayView>
 #include <QString>
@@ -10,6 +11,7 @@
 
 #include <functional>
 #include <optional>
+#include <vector>
 
 namespace quillon {
 
@@ -46,12 +48,23 @@ struct RdsdxStation
 /// The parts of a station text; nothing when it has no "|".
 [[nodiscard]] std::optional<RdsdxStation> rdsdxStation(QStringView station);
 
-/// Appends the receptions of an RDSDX log to the logbook and returns how many they are. `path` names the
-/// file, in messages too. The first line is a header. A line without a frequency is told to `status` as
-/// "No Frequency for " and the line, and left out. Throws what rdsdxDate, rdsdxDateTime and AddEntry throw,
-/// "Subscript out of range" for a line without "|", "Input past end of file" for an empty file; the message
-/// names the file, the line number and the line, and the entries before it are in the logbook.
-qint32 importRdsdx(Logbook &log, QByteArrayView file, const QString &path, const Regional &regional,
+/// The receptions of an RDSDX log.
+struct RdsdxImport
+{
+    std::vector<LogEntry> entries;
+    std::vector<qsizetype> lines; ///< the number of the line that each of them is from, the header being 1
+    std::optional<RuntimeError> failure; ///< of the line at which the reading stopped, after `entries`
+};
+
+/// Reads an RDSDX log. `path` names the file, in messages too. The first line is a header. A line without a
+/// frequency is told to `status` as "No Frequency for " and the line, and left out. Throws what rdsdxDate
+/// throws, and "Input past end of file" for an empty file. It stops with "Subscript out of range" at a line
+/// without "|", with "Type mismatch" at a time that is none, and tells the file, the line number and the line.
+[[nodiscard]] RdsdxImport readRdsdx(QByteArrayView file, const QString &path, const Regional &regional,
     const std::function<void(const QString &)> &status);
+
+/// `error` with the file, the line number and the line before and behind what it says.
+[[nodiscard]] RuntimeError atRdsdxLine(const RuntimeError &error, QByteArrayView file, const QString &path,
+    qsizetype number, const Regional &regional);
 
 } // namespace quillon

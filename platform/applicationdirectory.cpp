@@ -10,11 +10,7 @@
 #include <QStandardPaths>
 
 #include <cerrno>
-#include <cstdio>
-#include <cstdlib>
-#include <filesystem>
-#include <sys/stat.h>
-#include <system_error>
+#include <sys/types.h>
 
 namespace quillon {
 
@@ -22,37 +18,51 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+constexpr mode_t usualMode = 0777;
+
+// The directories on the way to a path, and itself.
+void makePath(const QString &path, FileCalls &calls, const QString &doing)
+{
+    if (QFileInfo(path).isDir()) {
+        return;
+    }
+    if (const QString above = QFileInfo(path).path(); above != path) {
+        makePath(above, calls, doing);
+    }
+    // Another program may have been quicker.
+    if (calls.makeDirectory(QFile::encodeName(path), usualMode) < 0 && errno != EEXIST) {
+        throw systemError(errno, doing);
+    }
+}
+
 // A directory that is filled before it gets its name; gone with all that is in it unless it was renamed.
 class NewDirectory
 {
 public:
-    explicit NewDirectory(const QString &target)
-        : m_doing(u"Creating the directory "_s + target)
+    NewDirectory(const QString &target, FileCalls &calls)
+        : m_calls(calls)
+        , m_doing(u"Creating the directory "_s + target)
         , m_target(QFile::encodeName(target))
     {
         const QString above = QFileInfo(target).path();
-        std::error_code error;
-        std::filesystem::create_directories(QFile::encodeName(above).toStdString(), error);
-        if (error) {
-            throw systemError(error.value(), m_doing);
-        }
+        makePath(above, calls, m_doing);
         QByteArray name = QFile::encodeName(above + u"/.quillon-XXXXXX"_s);
-        check(::mkdtemp(name.data()) ? 0 : -1);
+        check(calls.makeDirectoryOfNewName(name));
         m_shelter = QFile::decodeName(name);
         // The shelter is closed to others; what is filled gets the usual mode bits.
-        if (::mkdir(QFile::encodeName(path()).constData(), 0777) != 0) {
+        if (calls.makeDirectory(QFile::encodeName(path()), usualMode) < 0) {
             const int code = errno;
-            QDir(m_shelter).removeRecursively();
+            removeAll();
             throw systemError(code, m_doing);
         }
     }
-    ~NewDirectory() { QDir(m_shelter).removeRecursively(); }
+    ~NewDirectory() { removeAll(); }
     NewDirectory(const NewDirectory &) = delete;
     NewDirectory &operator=(const NewDirectory &) = delete;
 
     [[nodiscard]] QString path() const { return m_shelter + u"/new"_s; }
 
-    void commit() const { check(::rename(QFile::encodeName(path()).constData(), m_target.constData())); }
+    void commit() const { check(m_calls.rename(QFile::encodeName(path()), m_target)); }
 
 private:
     void check(int result) const
@@ -62,6 +72,18 @@ private:
         }
     }
 
+    // It holds files alone.
+    void removeAll() const
+    {
+        const QStringList files = QDir(path()).entryList(QDir::Files | QDir::Hidden);
+        for (const QString &file : files) {
+            m_calls.remove(QFile::encodeName(filePath(path(), file)));
+        }
+        m_calls.removeDirectory(QFile::encodeName(path()));
+        m_calls.removeDirectory(QFile::encodeName(m_shelter));
+    }
+
+    FileCalls &m_calls;
     QString m_doing;
     QByteArray m_target;
     QString m_shelter;
@@ -121,7 +143,7 @@ void prepareApplicationDirectory(
         }
         return;
     }
-    const NewDirectory created(directory);
+    const NewDirectory created(directory, calls);
     const QStringList names = QDir(supplied).entryList(QDir::Files, QDir::Name);
     for (const QString &name : names) {
         const QByteArray bytes = readFile(filePath(supplied, name));

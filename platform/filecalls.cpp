@@ -4,6 +4,7 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <cstdlib>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -25,6 +26,11 @@ int FileCalls::openNameless(const QByteArray &directory, mode_t mode)
 int FileCalls::openNew(const QByteArray &path, mode_t mode)
 {
     return ::open(path.constData(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, mode);
+}
+
+int FileCalls::openToAppend(const QByteArray &path, mode_t mode)
+{
+    return ::open(path.constData(), O_CREAT | O_APPEND | O_WRONLY | O_CLOEXEC, mode);
 }
 
 ssize_t FileCalls::write(int file, QByteArrayView bytes)
@@ -56,6 +62,21 @@ int FileCalls::rename(const QByteArray &from, const QByteArray &to)
 int FileCalls::remove(const QByteArray &path)
 {
     return ::unlink(path.constData());
+}
+
+int FileCalls::makeDirectory(const QByteArray &path, mode_t mode)
+{
+    return ::mkdir(path.constData(), mode);
+}
+
+int FileCalls::makeDirectoryOfNewName(QByteArray &path)
+{
+    return ::mkdtemp(path.data()) == nullptr ? -1 : 0;
+}
+
+int FileCalls::removeDirectory(const QByteArray &path)
+{
+    return ::rmdir(path.constData());
 }
 
 int FileCalls::syncDirectory(const QByteArray &directory)

@@ -50,8 +50,9 @@ private:
 /// only the sync of the directory failed, the new file stands already.
 void writeFile(const QString &path, QByteArrayView bytes, FileCalls &calls = FileCalls::real());
 
-/// Adds the bytes to the end of the file, creating it when there is none.
-void appendToFile(const QString &path, QByteArrayView bytes);
+/// Adds the bytes to the end of the file, creating it when there is none, and syncs it. When it throws, the
+/// file may hold some of them.
+void appendToFile(const QString &path, QByteArrayView bytes, FileCalls &calls = FileCalls::real());
 
 /// Copies a file whole over another, as writeFile writes.
 void copyFile(const QString &from, const QString &to, FileCalls &calls = FileCalls::real());
@@ -62,11 +63,11 @@ QString backupFile(
     const QString &path, const QString &directory, DateTime now, FileCalls &calls = FileCalls::real());
 
 /// Removes what a writeFile that was killed between naming and renaming may have left beside `path`.
-void removeLeftover(const QString &path);
+void removeLeftover(const QString &path, FileCalls &calls = FileCalls::real());
 
 /// removeLeftover for every file in `directory` whose name begins with `prefix`, whether it is still there or
 /// not.
-void removeLeftovers(const QString &directory, const QString &prefix);
+void removeLeftovers(const QString &directory, const QString &prefix, FileCalls &calls = FileCalls::real());
 
 /// What tells whether a file is still the one it was: identity, size and times.
 struct FileState

@@ -5,12 +5,12 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QScopeGuard>
 
 #include <cerrno>
 #include <fcntl.h>
 #include <optional>
 #include <sys/stat.h>
-#include <unistd.h>
 
 namespace quillon {
 
@@ -40,6 +40,35 @@ QByteArray leftoverName(const QString &target)
 {
     const QFileInfo info(target);
     return QFile::encodeName(info.path() + u"/."_s + info.fileName() + u".new"_s);
+}
+
+void check(int result, const QString &doing)
+{
+    if (result < 0) {
+        throw systemError(errno, doing);
+    }
+}
+
+void writeAll(int file, QByteArrayView bytes, FileCalls &calls, const QString &doing)
+{
+    while (!bytes.isEmpty()) {
+        const ssize_t written = calls.write(file, bytes);
+        if (written < 0 && errno == EINTR) {
+            continue;
+        }
+        if (written == 0) {
+            errno = ENOSPC;
+        }
+        check(written > 0 ? 0 : -1, doing);
+        bytes = bytes.sliced(written);
+    }
+}
+
+// Not every file system can sync a directory.
+void syncDirectory(const QByteArray &directory, FileCalls &calls, const QString &doing)
+{
+    const int synced = calls.syncDirectory(directory);
+    check(synced < 0 && (errno == EINVAL || errno == ENOTSUP) ? 0 : synced, doing);
 }
 
 // A file on its way to the disk: gone again unless it was renamed to where it belongs.
@@ -96,17 +125,7 @@ public:
         if (m_oldMode) {
             check(m_calls.setMode(m_file, *m_oldMode));
         }
-        while (!bytes.isEmpty()) {
-            const ssize_t written = m_calls.write(m_file, bytes);
-            if (written < 0 && errno == EINTR) {
-                continue;
-            }
-            if (written == 0) {
-                errno = ENOSPC;
-            }
-            check(written > 0 ? 0 : -1);
-            bytes = bytes.sliced(written);
-        }
+        writeAll(m_file, bytes, m_calls, m_doing);
     }
 
     void commit()
@@ -126,18 +145,11 @@ public:
         check(m_calls.close(file));
         check(m_calls.rename(m_name, m_target));
         m_named = false;
-        const int synced = m_calls.syncDirectory(m_directory);
-        // Not every file system can sync a directory.
-        check(synced < 0 && (errno == EINVAL || errno == ENOTSUP) ? 0 : synced);
+        syncDirectory(m_directory, m_calls, m_doing);
     }
 
 private:
-    void check(int result) const
-    {
-        if (result < 0) {
-            throw systemError(errno, m_doing);
-        }
-    }
+    void check(int result) const { quillon::check(result, m_doing); }
 
     FileCalls &m_calls;
     QString m_doing;
@@ -158,32 +170,34 @@ void writeFile(const QString &path, QByteArrayView bytes, FileCalls &calls)
     file.commit();
 }
 
-void appendToFile(const QString &path, QByteArrayView bytes)
+void appendToFile(const QString &path, QByteArrayView bytes, FileCalls &calls)
 {
     const QString doing = u"Writing "_s + path;
-    QFile file(path);
-    // The toolkit can fail without a system call that sets it.
-    errno = 0;
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Unbuffered)) {
-        throw systemError(errno ? errno : EIO, doing);
-    }
-    errno = 0;
-    if (file.write(bytes.data(), bytes.size()) != bytes.size()) {
-        throw systemError(errno ? errno : ENOSPC, doing);
+    const QByteArray name = QFile::encodeName(path);
+    const bool isNew = !QFileInfo::exists(path);
+    const int file = calls.openToAppend(name, newFileMode);
+    check(file, doing);
+    auto closing = qScopeGuard([&] { calls.close(file); });
+    writeAll(file, bytes, calls, doing);
+    check(calls.sync(file), doing);
+    closing.dismiss();
+    check(calls.close(file), doing);
+    if (isNew) {
+        syncDirectory(QFile::encodeName(QFileInfo(path).path()), calls, doing);
     }
 }
 
-void removeLeftover(const QString &path)
+void removeLeftover(const QString &path, FileCalls &calls)
 {
-    ::unlink(leftoverName(linkTarget(path)).constData());
+    calls.remove(leftoverName(linkTarget(path)));
 }
 
-void removeLeftovers(const QString &directory, const QString &prefix)
+void removeLeftovers(const QString &directory, const QString &prefix, FileCalls &calls)
 {
     const QStringList names =
         QDir(directory).entryList({u'.' + prefix + u"*.new"_s}, QDir::Files | QDir::Hidden);
     for (const QString &name : names) {
-        ::unlink(QFile::encodeName(filePath(directory, name)).constData());
+        calls.remove(QFile::encodeName(filePath(directory, name)));
     }
 }
 

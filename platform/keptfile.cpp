@@ -14,6 +14,18 @@ void KeptFile::readWhole(const QString &path, const FileState &state)
     m_known.insert(path, state);
 }
 
+void KeptFile::removeLeftover(const QString &path)
+{
+    quillon::removeLeftover(path, m_calls);
+}
+
+bool KeptFile::isKnown(const QString &path) const
+{
+    const std::optional<FileState> there = fileState(path);
+    const auto known = m_known.constFind(path);
+    return there && known != m_known.cend() && *known == *there;
+}
+
 std::optional<QString> KeptFile::save(const QString &path, const QString &directory, QByteArrayView bytes)
 {
     const std::optional<FileState> there = fileState(path);

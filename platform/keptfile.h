@@ -19,6 +19,12 @@ public:
     /// Remembers that the file at `path`, in this state, was read whole and nothing of it is lost.
     void readWhole(const QString &path, const FileState &state);
 
+    /// Removes what a save that was killed left beside `path`.
+    void removeLeftover(const QString &path);
+
+    /// True when the file at `path` is still what this run read whole or wrote.
+    [[nodiscard]] bool isKnown(const QString &path) const;
+
     /// Writes the file whole. A file at `path` that this run did not itself read whole or write is first
     /// copied to a dated ".bak" in `directory`; the copy's path is the result. Throws the run-time error of
     /// what failed; the old file then stands as it was, unless only the sync of its directory failed.

@@ -28,14 +28,17 @@ public:
     /// The number of rows and columns, labels included.
     [[nodiscard]] int rows() const { return static_cast<int>(m_categories.size()) + 1; }
     [[nodiscard]] int columns() const { return static_cast<int>(m_series.size()) + 1; }
-    /// The text of a cell, row 1 to rows(), column 1 to columns(). Throws "Subscript out of range".
-    [[nodiscard]] QString cell(int row, int column) const;
 
     /// The count of a category and a series, both from 0. Throws "Subscript out of range".
     [[nodiscard]] int count(int category, int series) const;
     void setCount(int category, int series, int count);
     /// The largest count; 0 when there is none.
     [[nodiscard]] int largest() const;
+
+    // An interface that nothing in the program calls: the table as a grid of texts.
+
+    /// The text of a cell, row 1 to rows(), column 1 to columns(). Throws "Subscript out of range".
+    [[nodiscard]] QString cell(int row, int column) const;
 
 private:
     [[nodiscard]] std::size_t position(int category, int series) const;

@@ -4,6 +4,8 @@
 #include "platform/numbers.h"
 #include "platform/runtimeerror.h"
 
+#include <QSet>
+
 #include <algorithm>
 #include <bitset>
 #include <limits>
@@ -95,6 +97,23 @@ int convertMonthToNumber(QStringView month)
 QStringList modeChoices()
 {
     return withEverything(propagationModes);
+}
+
+QStringList modeChoices(std::span<const LogEntry> entries)
+{
+    QStringList choices = modeChoices();
+    const qsizetype most = choices.size() + mostModes;
+    QSet<QString> offered(choices.begin(), choices.end());
+    for (const LogEntry &entry : entries) {
+        if (choices.size() == most) {
+            break;
+        }
+        if (!entry.prop.isEmpty() && entry.prop.size() <= longestMode && !offered.contains(entry.prop)) {
+            offered.insert(entry.prop);
+            choices.append(entry.prop);
+        }
+    }
+    return choices;
 }
 
 QStringList monthChoices()

@@ -45,6 +45,12 @@ inline constexpr int mostYears = 101;
 /// "All" and the propagation modes, in the order of the mode box.
 [[nodiscard]] QStringList modeChoices();
 
+/// The same, then the other modes of the entries in the order in which they first occur: at most mostModes of
+/// them, none longer than longestMode characters.
+[[nodiscard]] QStringList modeChoices(std::span<const LogEntry> entries);
+inline constexpr int mostModes = 100;
+inline constexpr int longestMode = 40;
+
 /// "All", then "January" to "December".
 [[nodiscard]] QStringList monthChoices();
 

@@ -3,10 +3,18 @@
 #include <algorithm>
 #include <functional>
 #include <iterator>
+#include <string_view>
 
 namespace quillon {
 
 namespace {
+
+// An ITU letter code and the English name of the country or area it stands for.
+struct CountryName
+{
+    std::u16string_view code;
+    std::u16string_view name;
+};
 
 // Sorted by code; the assertion below keeps it so.
 constexpr CountryName table[] = {
@@ -267,11 +275,6 @@ static_assert(
     "the codes must be sorted and without duplicates");
 
 } // namespace
-
-std::span<const CountryName> countryNames()
-{
-    return table;
-}
 
 QString countryName(QStringView ituCode)
 {

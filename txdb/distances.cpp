@@ -34,26 +34,37 @@ bool homeIsSet(const Settings &settings)
     return settings.homeLatitude != notSet && settings.homeLongitude != notSet;
 }
 
-void measureTransmitters(TransmitterList &list, const Settings &settings, bool decimalComma)
+SiteChanges measuredTransmitters(const TransmitterList &list, const Settings &settings, bool decimalComma)
 {
     const Home home {
         degrees(settings.homeLatitude, decimalComma), degrees(settings.homeLongitude, decimalComma)};
     const double unit = settings.inMiles() ? kilometresPerMile : 1;
-    for (int index = 0; index < list.count(); ++index) {
-        const double distance = kilometres(home, list.row(index), decimalComma) / unit;
-        list.setDistance(index, plainText(rounded(distance, 1)));
+    SiteChanges changes;
+    int row = 0;
+    for (const Transmitter &transmitter : list) {
+        Transmitter measured = transmitter;
+        measured.distance = plainText(rounded(kilometres(home, transmitter, decimalComma) / unit, 1));
+        if (measured.distance != transmitter.distance) {
+            changes.push_back({row, transmitter, measured});
+        }
+        ++row;
     }
+    return changes;
 }
 
-void giveDistances(const TransmitterList &list, Logbook &log)
+LogChange givenDistances(const TransmitterList &list, const Logbook &log)
 {
     // A site is in the list once, so the one that is found is the first that matches.
-    for (qint32 index = 0; index < log.count(); ++index) {
-        const auto found = list.find(log.entry(index).transmitter, log.entry(index).country);
+    LogChange change;
+    qint32 number = 0;
+    for (const LogEntry &entry : log) {
+        const auto found = list.find(entry.transmitter, entry.country);
         if (found && !list.row(*found).distance.isEmpty()) {
-            log.changeEntry(index, [&](LogEntry &entry) { entry.dist = list.row(*found).distance; });
+            change.setField(number, entry, LogField::Dist, list.row(*found).distance);
         }
+        ++number;
     }
+    return change;
 }
 
 } // namespace quillon

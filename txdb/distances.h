@@ -11,13 +11,14 @@ namespace quillon {
 /// False when the home latitude or longitude is exactly "0": then no distance can be measured.
 [[nodiscard]] bool homeIsSet(const Settings &settings);
 
-/// Measures the distance of every transmitter from home anew: in km, or in miles when the settings say so,
-/// rounded to one decimal place, as plain text with "."; a coordinate that is missing or no number counts as
-/// -1. `decimalComma` is that of the locale. To be called only when homeIsSet.
-void measureTransmitters(TransmitterList &list, const Settings &settings, bool decimalComma);
+/// What a measuring of every transmitter's distance from home changes: in km, or in miles when the settings
+/// say so, rounded to one decimal place, as plain text with "."; a coordinate that is missing or no number
+/// counts as -1. `decimalComma` is that of the locale. To be called only when homeIsSet.
+[[nodiscard]] SiteChanges measuredTransmitters(
+    const TransmitterList &list, const Settings &settings, bool decimalComma);
 
-/// Gives every entry, deleted ones included, the distance of the transmitter of its Transmitter and Country;
-/// an entry without one keeps its Dist.
-void giveDistances(const TransmitterList &list, Logbook &log);
+/// What changes when every entry, deleted ones included, gets the distance of the transmitter of its
+/// Transmitter and Country; an entry without one keeps its Dist.
+[[nodiscard]] LogChange givenDistances(const TransmitterList &list, const Logbook &log);
 
 } // namespace quillon

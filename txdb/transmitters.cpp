@@ -3,6 +3,9 @@
 #include "platform/files.h"
 #include "platform/runtimeerror.h"
 
+#include <algorithm>
+#include <iterator>
+
 namespace quillon {
 
 using namespace Qt::StringLiterals;
@@ -18,35 +21,69 @@ const Transmitter &TransmitterList::row(int index) const
     return m_rows[checkedIndex(index, count(), u"transmitter")];
 }
 
+SiteChanges SiteChanges::inverse() const
+{
+    SiteChanges result;
+    std::ranges::reverse_copy(*this, std::back_inserter(result));
+    for (SiteChange &change : result) {
+        std::swap(change.before, change.after);
+    }
+    return result;
+}
+
 bool TransmitterList::add(const Transmitter &transmitter)
+{
+    if (const auto change = addition(transmitter)) {
+        apply(*change);
+    }
+    const auto row = find(transmitter.name, transmitter.country);
+    return row && m_rows[static_cast<std::size_t>(*row)] == transmitter;
+}
+
+std::optional<SiteChange> TransmitterList::addition(const Transmitter &transmitter) const
 {
     if (transmitter.name.isEmpty() || transmitter.country.isEmpty()
         || (transmitter.latitude.isEmpty() && transmitter.longitude.isEmpty())) {
-        return false;
+        return std::nullopt;
     }
     if (const auto known = find(transmitter.name, transmitter.country)) {
-        Transmitter &row = m_rows[static_cast<std::size_t>(*known)];
-        row.latitude = transmitter.latitude;
-        row.longitude = transmitter.longitude;
-        return row == transmitter;
+        const Transmitter &before = m_rows[static_cast<std::size_t>(*known)];
+        Transmitter after = before;
+        after.latitude = transmitter.latitude;
+        after.longitude = transmitter.longitude;
+        return before == after ? std::nullopt : std::optional(SiteChange {*known, before, after});
     }
-    if (count() >= capacity) {
-        return false;
+    return count() < capacity ? std::optional(SiteChange {count(), std::nullopt, transmitter}) : std::nullopt;
+}
+
+void TransmitterList::apply(const SiteChanges &changes)
+{
+    for (const SiteChange &change : changes) {
+        apply(change);
     }
-    m_rows.push_back(transmitter);
-    m_index.insert({m_rows.back().name, m_rows.back().country}, count() - 1);
-    return true;
+}
+
+void TransmitterList::apply(const SiteChange &change)
+{
+    if (!change.before) {
+        m_rows.push_back(*change.after);
+        m_index.insert({m_rows.back().name, m_rows.back().country}, count() - 1);
+        return;
+    }
+    Transmitter &row = m_rows[checkedIndex(change.row, count(), u"transmitter")];
+    m_index.remove({row.name, row.country});
+    if (!change.after) {
+        m_rows.pop_back();
+        return;
+    }
+    row = *change.after;
+    m_index.insert({row.name, row.country}, change.row);
 }
 
 std::optional<int> TransmitterList::find(QStringView name, QStringView country) const
 {
     const auto found = m_index.constFind({name, country});
     return found == m_index.cend() ? std::nullopt : std::optional(found.value());
-}
-
-void TransmitterList::setDistance(int index, const QString &distance)
-{
-    m_rows[checkedIndex(index, count(), u"transmitter")].distance = distance;
 }
 
 QStringList TransmitterList::namesOfCountry(QStringView country) const

@@ -25,6 +25,24 @@ struct Transmitter
     bool operator==(const Transmitter &) const = default;
 };
 
+/// What a row of the transmitter list was and becomes; without `before` it is appended, without `after` it is
+/// taken away from the end.
+struct SiteChange
+{
+    int row = -1;
+    std::optional<Transmitter> before;
+    std::optional<Transmitter> after;
+
+    bool operator==(const SiteChange &) const = default;
+};
+
+/// Changes of the transmitter list, made one after the other.
+struct SiteChanges : std::vector<SiteChange>
+{
+    /// What takes them back.
+    [[nodiscard]] SiteChanges inverse() const;
+};
+
 /// The in-memory transmitter list, in the order in which the sites were first added. A site is known by name
 /// and country, compared exactly.
 class TransmitterList
@@ -41,11 +59,13 @@ public:
     /// name, a country or any coordinate, and nothing for a new site when the list is full.
     /// Returns true when all of it is in the list now.
     bool add(const Transmitter &transmitter);
+    /// What add would change; nothing when the list would stay as it is.
+    [[nodiscard]] std::optional<SiteChange> addition(const Transmitter &transmitter) const;
+    /// Makes the changes. Throws "Subscript out of range" for a row that there is not.
+    void apply(const SiteChanges &changes);
 
     /// Number of the row of that name and country.
     [[nodiscard]] std::optional<int> find(QStringView name, QStringView country) const;
-    /// Sets the distance text of a row. Throws "Subscript out of range" beyond the list.
-    void setDistance(int index, const QString &distance);
 
     /// The names of the sites of a country, in list order.
     [[nodiscard]] QStringList namesOfCountry(QStringView country) const;
@@ -68,6 +88,8 @@ private:
             return qHash(site.name, seed);
         }
     };
+
+    void apply(const SiteChange &change);
 
     std::vector<Transmitter> m_rows;
     QHash<Site, int> m_index;

@@ -180,7 +180,7 @@ QImage ChartControl::copyPicture() const
     return image;
 }
 
-void saveBitmap(const QImage &image, const QString &path)
+void saveBitmap(const QImage &image, const QString &path, FileCalls &calls)
 {
     QByteArray bytes;
     QBuffer buffer(&bytes);
@@ -189,7 +189,7 @@ void saveBitmap(const QImage &image, const QString &path)
         throw RuntimeError(
             ErrorName::InvalidProcedureCall, u"The picture cannot be made a bitmap for "_s + path);
     }
-    writeFile(path, bytes);
+    writeFile(path, bytes, calls);
 }
 
 } // namespace quillon

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/filecalls.h"
 #include "stats/charttable.h"
 #include "ui/chartcontrol_style.h"
 
@@ -93,6 +94,6 @@ private:
 
 /// Writes the image as a Windows bitmap of 24 bits, whole or not at all, over any file of that name. Throws
 /// the run-time error of what failed, with the path.
-void saveBitmap(const QImage &image, const QString &path);
+void saveBitmap(const QImage &image, const QString &path, FileCalls &calls = FileCalls::real());
 
 } // namespace quillon

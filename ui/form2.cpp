@@ -1,11 +1,12 @@
 #include "ui/form2.h"
 
 #include "core/config.h"
-#include "platform/numbers.h"
 #include "platform/windowspath.h"
 #include "ui/guard.h"
 #include "ui/messages.h"
 #include "ui/onelinefields.h"
+#include "ui/problemwatch.h"
+#include "ui/scrolledpage.h"
 #include "ui_form2.h"
 
 #include <QFileDialog>
@@ -16,13 +17,6 @@ namespace quillon {
 using namespace Qt::StringLiterals;
 
 namespace {
-
-void showNumberHint(QLabel *label, const QString &text)
-{
-    const bool wrong = !text.isEmpty() && !numeric(text);
-    label->setText(wrong ? u"This is not a number: 51.34 is one."_s : QString());
-    label->setVisible(wrong);
-}
 
 void showDirectoryHint(QLabel *label, const QString &directory)
 {
@@ -46,7 +40,13 @@ Form2::Form2(QWidget *parent, Config &config)
     , m_config(config)
 {
     m_ui->setupUi(this);
+    m_page = new ScrolledPage(*m_ui->layout);
     keepFieldsOnOneLine(*this);
+    watchForProblems(*m_ui->problem, config.codePage(),
+        {{m_ui->Text1, FieldKind::Setting}, {m_ui->Text2, FieldKind::Setting},
+            {m_ui->latitude, FieldKind::HomeLatitude}, {m_ui->longitude, FieldKind::HomeLongitude},
+            {m_ui->omid, FieldKind::Setting}, {m_ui->email, FieldKind::Setting},
+            {m_ui->rdsdir, FieldKind::Setting}, {m_ui->rdsspydir, FieldKind::Setting}});
     setAttribute(Qt::WA_DeleteOnClose);
     connect(m_ui->Command1, &QPushButton::clicked, this,
         [this] { guarded(this, [this] { Form2_Command1_Click(); }); });
@@ -58,7 +58,7 @@ Form2::Form2(QWidget *parent, Config &config)
     connect(m_ui->browseRdsSpy, &QPushButton::clicked, this, [this] {
         guarded(this, [this] { browse(m_ui->rdsspydir, u"Choose the directory of the RDS Spy logs"_s); });
     });
-    for (const QLineEdit *field : {m_ui->latitude, m_ui->longitude, m_ui->rdsdir, m_ui->rdsspydir}) {
+    for (const QLineEdit *field : {m_ui->rdsdir, m_ui->rdsspydir}) {
         connect(field, &QLineEdit::textChanged, this, [this] { showHints(); });
     }
     alignLabels();
@@ -100,13 +100,10 @@ void Form2::alignLabels()
 
 void Form2::showHints()
 {
-    showNumberHint(m_ui->latitudeHint, m_ui->latitude->text());
-    showNumberHint(m_ui->longitudeHint, m_ui->longitude->text());
     showDirectoryHint(m_ui->rdsdirHint, m_ui->rdsdir->text());
     showDirectoryHint(m_ui->rdsspydirHint, m_ui->rdsspydir->text());
-    // Hints that came up need room, and a wrapped one does not ask for it by itself.
-    layout()->activate();
-    resize(width(), qMax(height(), layout()->totalHeightForWidth(width())));
+    // Hints that came up need room.
+    m_page->fitWindow();
 }
 
 void Form2::browse(QLineEdit *field, const QString &title)

@@ -90,6 +90,13 @@ void frmSplash::Form_Load()
     showFocusOfLink(false);
 }
 
+// Texts in several lines need room, and do not ask for it by themselves.
+void frmSplash::showEvent(QShowEvent *event)
+{
+    QDialog::showEvent(event);
+    resize(width(), qMax(height(), layout()->totalHeightForWidth(width())));
+}
+
 // A label does not show by itself that it has the keyboard.
 void frmSplash::showFocusOfLink(bool focus)
 {

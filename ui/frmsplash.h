@@ -32,6 +32,7 @@ public:
     void tellDirectory(const QString &directory);
 
 protected:
+    void showEvent(QShowEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
 

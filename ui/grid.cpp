@@ -1,7 +1,8 @@
 #include "ui/grid.h"
 
+#include "core/logrows.h"
 #include "platform/runtimeerror.h"
-#include "ui/gridmodel.h"
+#include "ui/logmodel.h"
 #include "ui/tablelook.h"
 #include "ui/widgetstate.h"
 
@@ -12,7 +13,6 @@
 #include <QScrollBar>
 
 #include <algorithm>
-#include <utility>
 
 namespace quillon {
 
@@ -20,21 +20,26 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Texts that a column usually holds, so that they are never cut.
-constexpr std::array<QStringView, gridColumnCount> usualTexts {u"30/08/2008 20:08:00", u"D3C3", u"107.90",
-    u"RADIO_88", u"D", u"Hohenpeissenberg", u"2345.6", u"100", u"Notes", u"Tropo", u"None", u"1234567"};
-
 constexpr int twipsPerInch = 1440;
 
 } // namespace
 
 Grid::Grid(QWidget *parent)
     : QTableView(parent)
-    , m_model(new GridModel(this))
 {
-    setModel(m_model);
     setTableLook(*this);
     connect(horizontalHeader(), &QHeaderView::sectionClicked, this, &Grid::headerClicked);
+}
+
+void Grid::setLogRows(LogRows &rows)
+{
+    m_model = new LogModel(rows, this);
+    setModel(m_model);
+}
+
+LogRows &Grid::logRows() const
+{
+    return m_model->rows();
 }
 
 void Grid::writeGridHeader()
@@ -43,10 +48,9 @@ void Grid::writeGridHeader()
     const QFontMetrics headings = horizontalHeader()->fontMetrics();
     const int padding = 2 * style()->pixelMetric(QStyle::PM_FocusFrameHMargin) + 10;
     for (int column = 0; column < gridColumnCount; ++column) {
-        const GridColumnFormat &format = gridColumnFormats()[static_cast<std::size_t>(column)];
-        const QString usual = usualTexts[static_cast<std::size_t>(column)].toString();
-        const int needed =
-            std::max(cells.horizontalAdvance(usual), headings.horizontalAdvance(format.caption.toString()))
+        const LogColumn &format = logColumn(static_cast<GridColumn>(column));
+        const int needed = std::max(cells.horizontalAdvance(format.usual.toString()),
+                               headings.horizontalAdvance(format.caption.toString()))
             + padding;
         setColumnWidth(column, std::max(format.twips * logicalDpiX() / twipsPerInch, needed));
     }
@@ -54,10 +58,11 @@ void Grid::writeGridHeader()
     fitNotes();
 }
 
-void Grid::fill(std::vector<GridRow> rows)
+void Grid::refill()
 {
     const QScopedValueRollback byProgram(m_byProgram, true);
-    m_model->setRows(std::move(rows));
+    logRows().refill();
+    selectionModel()->clear();
 }
 
 int Grid::rows() const
@@ -72,17 +77,14 @@ QString Grid::text(int row, int column) const
             u"The grid has no cell in row %1, column %2"_s.arg(row).arg(column));
     }
     if (row == 0) {
-        return gridColumnFormats()[static_cast<std::size_t>(column)].caption.toString();
+        return logColumn(static_cast<GridColumn>(column)).caption.toString();
     }
-    return m_model->rows()[static_cast<std::size_t>(row - 1)].cells[static_cast<std::size_t>(column)];
+    return logRows().text(entryOfRow(row), static_cast<GridColumn>(column));
 }
 
 void Grid::setText(int row, GridColumn column, const QString &text)
 {
-    if (row < 1 || row >= rows()) {
-        throw RuntimeError(ErrorName::SubscriptOutOfRange, u"The grid has no row %1"_s.arg(row));
-    }
-    m_model->setText(row - 1, column, text);
+    logRows().setTyped(entryOfRow(row), column, text);
 }
 
 int Grid::row() const
@@ -127,8 +129,7 @@ void Grid::showRow(int row)
 
 int Grid::rowOfEntry(qint32 entry) const
 {
-    const auto found = std::ranges::find(m_model->rows(), entry, &GridRow::entry);
-    return found == m_model->rows().end() ? 0 : static_cast<int>(found - m_model->rows().begin()) + 1;
+    return logRows().rowOf(entry) + 1;
 }
 
 qint32 Grid::entryOfRow(int row) const
@@ -136,47 +137,15 @@ qint32 Grid::entryOfRow(int row) const
     if (row < 1 || row >= rows()) {
         throw RuntimeError(ErrorName::SubscriptOutOfRange, u"The grid has no row %1"_s.arg(row));
     }
-    return m_model->rows()[static_cast<std::size_t>(row - 1)].entry;
+    return logRows().shown()[static_cast<std::size_t>(row - 1)];
 }
 
 void Grid::sortGridByColumn(int column)
 {
-    std::vector<QString> texts;
-    texts.reserve(m_model->rows().size());
-    for (const GridRow &row : m_model->rows()) {
-        texts.push_back(row.cells[static_cast<std::size_t>(column)]);
-    }
-    permute(genericSort(texts));
-}
-
-void Grid::sortByDate(const MonthNames &months)
-{
-    std::vector<std::pair<DateTime, int>> keys;
-    keys.reserve(m_model->rows().size());
-    for (const GridRow &row : m_model->rows()) {
-        keys.emplace_back(toDateTime(row.text(GridColumn::DateTime), months, u"Sorting the grid by date"_s),
-            static_cast<int>(keys.size()));
-    }
-    std::ranges::stable_sort(keys, {}, &std::pair<DateTime, int>::first);
-    std::vector<int> positions;
-    positions.reserve(keys.size());
-    for (const auto &[dateTime, position] : keys) {
-        positions.push_back(position);
-    }
-    permute(positions);
-}
-
-void Grid::permute(const std::vector<int> &positions)
-{
-    const RedrawOff redrawOff(*this);
     const QScopedValueRollback byProgram(m_byProgram, true);
-    const int current = row();
-    m_model->permute(positions);
-    const auto now = std::ranges::find(positions, current - 1);
-    if (current > 0 && now != positions.end()) {
-        const int row = static_cast<int>(now - positions.begin()) + 1;
-        setRow(row);
-        showRow(row);
+    logRows().sortBy(LogRows::Sorting {static_cast<GridColumn>(column)});
+    if (row() > 0) {
+        showRow(row());
     }
 }
 
@@ -190,7 +159,7 @@ void Grid::currentChanged(const QModelIndex &current, const QModelIndex &previou
 {
     QTableView::currentChanged(current, previous);
     m_changed = m_changed || current.row() != previous.row();
-    if (!m_byProgram && current.isValid() && current.row() != previous.row()) {
+    if (!m_byProgram && !m_model->isChanging() && current.isValid() && current.row() != previous.row()) {
         Q_EMIT rowChosen(current.row() + 1);
     }
 }

@@ -1,40 +1,42 @@
 #pragma once
 
-#include "core/cellsource.h"
-#include "core/gridrows.h"
-#include "platform/datetime.h"
+#include "core/logfields.h"
 
 #include <QString>
 #include <QTableView>
 
-#include <vector>
-
 namespace quillon {
 
-class GridModel;
+class LogModel;
+class LogRows;
 
 /// The log grid. Row 0 is the fixed header row, the receptions are rows 1 to rows() - 1; 0 as the current row
 /// means that none is.
-class Grid : public QTableView, public CellSource
+class Grid : public QTableView
 {
     Q_OBJECT
 
 public:
     explicit Grid(QWidget *parent = nullptr);
 
+    /// Shows these rows, which must outlive the grid. To be called once, before all others.
+    void setLogRows(LogRows &rows);
+    [[nodiscard]] LogRows &logRows() const;
+
     /// Gives the columns the widths of their format, never less than their headings and usual texts need.
     void writeGridHeader();
-    /// Replaces all rows. No row is current afterwards.
-    void fill(std::vector<GridRow> rows);
+    /// Makes a row of every entry, in the order of time. No row is current afterwards.
+    void refill();
 
     /// Number of rows, header included.
-    [[nodiscard]] int rows() const override;
+    [[nodiscard]] int rows() const;
     /// The text of a cell; of the header in row 0. Throws "Subscript out of range".
     [[nodiscard]] QString text(int row, int column) const;
-    [[nodiscard]] QString text(int row, GridColumn column) const override
+    [[nodiscard]] QString text(int row, GridColumn column) const
     {
         return text(row, static_cast<int>(column));
     }
+    /// Lets a cell show what was typed, until the next refill.
     void setText(int row, GridColumn column, const QString &text);
 
     [[nodiscard]] int row() const;
@@ -51,11 +53,9 @@ public:
     /// Number of the entry that a row was made from. Throws "Subscript out of range".
     [[nodiscard]] qint32 entryOfRow(int row) const;
 
-    /// Sorts ascending by the texts of a column, numbers as numbers; the current row stays the same
-    /// reception.
+    /// Sorts ascending by the cells of a column, numbers as numbers and dates as dates; the current row stays
+    /// the same reception.
     void sortGridByColumn(int column);
-    /// Sorts ascending by Date/Time; a cell may hold a date as it was typed, with one of `months`.
-    void sortByDate(const MonthNames &months);
 
     /// What an empty grid says.
     void setEmptyText(const QString &text);
@@ -77,10 +77,9 @@ protected:
     void resizeEvent(QResizeEvent *event) override;
 
 private:
-    void permute(const std::vector<int> &positions);
     void fitNotes();
 
-    GridModel *m_model;
+    LogModel *m_model = nullptr;
     QString m_emptyText;
     bool m_byProgram = false;
     bool m_changed = false;

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "net/requestaborted.h"
 #include "platform/runtimeerror.h"
 #include "ui/messages.h"
-#include "ui/requestaborted.h"
 
 #include <exception>
 #include <utility>

@@ -48,11 +48,6 @@ void ResultList::setLines(const QStringList &lines)
     m_model->setLines(lines);
 }
 
-void ResultList::addItem(const QString &line)
-{
-    m_model->addLine(line);
-}
-
 int ResultList::count() const
 {
     return m_model->rowCount();

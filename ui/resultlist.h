@@ -27,7 +27,6 @@ public:
     void setHeadings(const QList<ResultHeading> &headings);
     void clear();
     void setLines(const QStringList &lines);
-    void addItem(const QString &line);
 
     [[nodiscard]] int count() const;
     /// The line as it was given, tabs and all. Throws "Subscript out of range".

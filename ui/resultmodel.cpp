@@ -1,6 +1,6 @@
 #include "ui/resultmodel.h"
 
-#include "core/gridrows.h"
+#include "core/genericorder.h"
 
 namespace quillon {
 
@@ -16,14 +16,6 @@ void ResultModel::setLines(const QStringList &lines)
     beginResetModel();
     m_lines = lines;
     endResetModel();
-}
-
-void ResultModel::addLine(const QString &line)
-{
-    const int row = static_cast<int>(m_lines.size());
-    beginInsertRows({}, row, row);
-    m_lines += line;
-    endInsertRows();
 }
 
 void ResultModel::sortLines(int column)

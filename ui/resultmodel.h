@@ -16,7 +16,6 @@ public:
 
     void setHeadings(const QList<ResultHeading> &headings);
     void setLines(const QStringList &lines);
-    void addLine(const QString &line);
     void sortLines(int column);
     [[nodiscard]] const QStringList &lines() const { return m_lines; }
 

@@ -2,6 +2,10 @@
 
 #include <QLabel>
 
+#include <functional>
+
+class QToolButton;
+
 namespace quillon {
 
 /// The text of a status bar: one line, cut off with "..." where the window is narrower. The whole text is the
@@ -13,6 +17,9 @@ class StatusText : public QLabel
 public:
     explicit StatusText(QWidget *parent = nullptr);
 
+    /// Shows a text with a link behind it, until another text is set; the link does `work`.
+    void tell(const QString &text, const QString &link, std::function<void()> work);
+
     /// What stands in the window: the first line, as much of it as there is room for.
     [[nodiscard]] QString shownText() const;
 
@@ -22,6 +29,15 @@ public:
 protected:
     bool event(QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+
+private:
+    [[nodiscard]] QString toldLine() const;
+    void placeLink();
+
+    QToolButton *m_link;
+    QString m_linkedText; ///< the text that the link belongs to
+    std::function<void()> m_work;
 };
 
 } // namespace quillon

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/codepage.h"
+
 #include <QDialog>
 
 #include <memory>
@@ -16,10 +18,12 @@ class Dialog1 : public QDialog
     Q_OBJECT
 
 public:
-    explicit Dialog1(QWidget *parent);
+    /// `codePage` is the one that the log is written in.
+    Dialog1(const CodePage &codePage, QWidget *parent);
     ~Dialog1() override;
 
-    /// Offers the PI code and the frequency of the main form; an empty one leaves what stands there.
+    /// Offers the PI code and the frequency of the main form; an empty one leaves what stands there. The
+    /// frequency is chosen whole, and the PI code is said to be from the form until it is touched.
     void offer(const QString &freq, const QString &piCode);
 
 Q_SIGNALS:
@@ -29,6 +33,7 @@ Q_SIGNALS:
 private:
     void OKButton_Click();
     void CancelButton_Click();
+    void showFromForm(bool shown);
 
     std::unique_ptr<Ui::Dialog1> m_ui;
 };

@@ -1,13 +1,13 @@
 #pragma once
 
 #include "core/config.h"
-#include "core/logbooklines.h"
+#include "core/logrows.h"
+#include "core/ui/entryform.h"
+#include "document/logdocument.h"
 #include "fmlist/autosearch.h"
 #include "fmlist/search.h"
-#include "platform/keptfile.h"
 #include "platform/regional.h"
 #include "txdb/pisearch.h"
-#include "txdb/transmitters.h"
 
 #include <QMainWindow>
 #include <QPointer>
@@ -19,6 +19,7 @@ class QAbstractButton;
 class QAction;
 class QLabel;
 class QProgressBar;
+class QPushButton;
 
 namespace quillon {
 
@@ -28,7 +29,9 @@ class Form1;
 
 class Inet1;
 struct RdsSpyReception;
+class Results;
 class ScratchPad;
+class StatusText;
 
 /// What the main window is given at start.
 struct Form1Options
@@ -39,7 +42,7 @@ struct Form1Options
     FileCalls *fileCalls = &FileCalls::real();
 };
 
-/// The main window: owns the settings, the log and the transmitter list, and wires everything to them.
+/// The main window: owns the settings and the document, and wires everything to them.
 class Form1 : public QMainWindow
 {
     Q_OBJECT
@@ -51,8 +54,9 @@ public:
     /// The start-up sequence. What cannot be read is told in a message box; start-up goes on.
     void Form_Load();
 
-    [[nodiscard]] const Logbook &log() const { return m_log; }
-    [[nodiscard]] const TransmitterList &transmitters() const { return m_transmitters; }
+    [[nodiscard]] const Logbook &log() const { return m_document.log(); }
+    [[nodiscard]] const TransmitterList &transmitters() const { return m_document.sites(); }
+    [[nodiscard]] LogDocument &document() { return m_document; }
     [[nodiscard]] Config &config() { return m_config; }
     /// Number of the entry that the form shows, -1 for a new one.
     [[nodiscard]] qint32 selected() const { return m_selected; }
@@ -61,24 +65,26 @@ public:
     void saveLogbook();
 
 protected:
-    bool eventFilter(QObject *watched, QEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
 
 private:
-    // form1.cpp: construction and start-up
+    class LongWork;
+
+    // form1.cpp: construction
     void addStatusBar();
+    void showTitle();
+
+    // form1_load.cpp: start-up
     void loadLogbookFile();
     void loadTransmitterList();
     void loadCountryList();
-    void showTitle();
-    void saveUnsaved();
-    [[nodiscard]] QString unsavedFailure();
+    void tellUnreadable(const QString &path);
 
     // form1_wiring.cpp: which event calls which handler
     void wireEntryForm();
     void wireMenus();
+    void wireDocument();
     void on(QAbstractButton *button, void (Form1::*handler)());
-    [[nodiscard]] bool mayRun();
     void on(QAction *action, void (Form1::*handler)());
 
     // form1_entry.cpp: entry editing and Quick Add
@@ -88,42 +94,29 @@ private:
     void Command9_Click();
     void Command14_Click();
     void Command15_Click();
+    void addEntry(const QString &verb);
+    void storeUpdate(const QString &verb);
     void quickAdd(const QString &freq, const QString &piCode, const QString &rdsName);
-    void addOrUpdate();
-    void enterPressed();
-    bool checkFocusedField();
-    void addTransmitterOfForm();
-    [[nodiscard]] LogEntry entryOfForm() const;
-    [[nodiscard]] QString utcNowText() const;
-    void showNotes(const QString &notes);
-    [[nodiscard]] QString notesOfForm() const;
-
-    // form1_fields.cpp: states of the form, checks of its fields
-    void lockEntryForm();
-    void unlockEntryForm();
-    void highlightEntryForm();
-    void normalEntryForm();
-    [[nodiscard]] QList<QWidget *> editableFields() const;
-    void fieldLostFocus(QObject *field);
-    void Text1_LostFocus();
-    void Text2_LostFocus();
-    void tellInvalidDate();
-    void Text6_LostFocus();
-    void Text8_LostFocus();
-    void Combo3_LostFocus();
-    void Combo1_Click();
-    void listTransmittersForCountry(const QString &country);
-    void selectTransmitter(const QString &name, const QString &country);
+    void clickAddOrUpdate();
+    void escapePressed();
+    [[nodiscard]] SiteChanges siteOfForm() const;
+    [[nodiscard]] bool mayChangeLoaded(const QString &verb);
 
     // form1_grid.cpp: the log grid
     void Grid1_RowSelect(int row);
     void Grid1_HeaderClick(int column);
     void makeCurrent(int row);
-    void showEntry(const LogEntry &entry);
-    void rewriteRow(int row);
-    [[nodiscard]] int rowOfLoadedEntry() const;
-    void saveTransmitterList();
-    void tellOfCopy(const std::optional<QString> &copy);
+    void loadRow(qint32 entry);
+    void documentChanged(const DocumentChange &what);
+    void tell(const QString &text);
+    void tellUnstored();
+    void restoreUnstored();
+
+    // form1_edit.cpp: undo and redo
+    void menuEditUndo_Click();
+    void menuEditRedo_Click();
+    void undoOrRedo(const QString &name, const QString &done, void (LogDocument::*work)());
+    void showSteps();
 
     // form1_search.cpp: the searches of the log
     void Command4_Click();
@@ -134,20 +127,20 @@ private:
     void searchPiDb(LogSearch search, const QString &text);
     void List1_DblClick(int line);
     void menuToolsFind_Click();
-    void showList1();
-    void showList2();
 
-    // form1_fmlist.cpp: search, upload, web pages
+    // form1_fmlist.cpp: search, web pages
     void Command11_Click();
     void searchForStation(const SearchRequest &request);
     void searchFmlist(const SearchRequest &request);
     void List2_DblClick(int line);
-    void menuFMListUploadLogs_Click();
-    void uploadToFmlist();
     void Command5_Click();
     void menuFMLPropMap_Click();
     void menuFMLYouProp_Click();
     void menuHelpOnlineHelp_Click();
+
+    // form1_upload.cpp: upload
+    void menuFMListUploadLogs_Click();
+    void uploadToFmlist();
 
     // form1_autosearch.cpp: the automatic search
     struct AutoSearchTally
@@ -161,27 +154,27 @@ private:
     void menuFMLAutoUpdateViewLog_Click();
     void runAutoSearch(SearchMode mode);
     void autoSearch(SearchMode mode);
-    [[nodiscard]] std::vector<qint32> entriesToSearch(const DayWindow &window);
-    void searchEntries(
-        SearchMode mode, const std::vector<qint32> &entries, const DayWindow &window, AutoSearchTally &tally);
+    [[nodiscard]] std::vector<qint32> entriesToSearch(const DayWindow &window) const;
+    void searchEntries(SearchMode mode, const std::vector<qint32> &entries, AutoSearchTally &tally);
     void searchEntry(SearchMode mode, qint32 entry, AutoSearchTally &tally);
     void searchForForm(SearchMode mode, AutoSearchTally &tally);
-    [[nodiscard]] bool isLoaded(int row, qint32 entry);
-    void updateFromResult(int row);
-    void markEntry(int row, qint32 number, Finding finding);
-    void writeUpdateLogRecord(int row, const QString &stage);
+    void updateFromResult(qint32 row);
+    void markEntry(qint32 row, qint32 number, Finding finding);
+    void writeUpdateLogRecord(qint32 row, const QString &stage);
 
     // form1_export.cpp: KML, web pages, text
     void menuExportGoogleTX_Click();
     void menuExportGoogleLog_Click();
     void menuExportWebPage_Click();
     void menuExportEmail_Click();
+    void tellExported(const QString &path);
 
     // form1_import.cpp: receptions recorded by other programs
     void menuImportRDSSpyLog_Click();
-    void addReception(const RdsSpyReception &reception);
+    [[nodiscard]] QString addReception(const RdsSpyReception &reception);
     void menuImportRDSDXLogCnv_Click();
     void importRDSDXLogCnv(const QString &selectedFile);
+    [[nodiscard]] qint32 importRdsdxFile(const QByteArray &file, const QString &path);
 
     // form1_tools.cpp: distances and the other windows
     void Command10_Click();
@@ -195,27 +188,24 @@ private:
     std::unique_ptr<Ui::Form1> m_ui;
     Form1Options m_options;
     Config m_config;
-    Logbook m_log;
-    LogbookLines m_logbookLines;
-    TransmitterList m_transmitters;
-    KeptFile m_logbookFile;
-    KeptFile m_transmitterFile;
+    LogDocument m_document;
+    LogRows m_rows;
+    EntryForm *m_form = nullptr;
+    Results *m_results = nullptr;
     qint32 m_selected = -1;
-    int m_loadedRow = 0; ///< the grid row that the form was filled from; 0 after a refill
+    std::optional<EntryForm::Draft> m_unstored; ///< what was typed when another row was chosen
+    qint32 m_unstoredEntry = -1;
+    bool m_longWork = false; ///< an automatic search or an upload runs
+    bool m_copyTold = false; ///< the status line says where a file was kept
     bool m_decimalComma = false;
-    QString m_shownNotes; ///< what the notes were filled with, each blank and line end as it was
-    bool m_logUnsaved = false; ///< the log holds what is not on the disk
-    bool m_transmittersUnsaved = false;
-    bool m_dateRefused = false; ///< from a wrong date until it is told
-    bool m_pressRefused = false; ///< the last press of a button left a wrong date
-    bool m_automatic = false; ///< while the automatic search runs
     int m_matchCount = 0; ///< of the last search of FMList
     Inet1 *m_inet;
     QPointer<ScratchPad> m_scratchPad;
 
-    QLabel *m_status = nullptr;
+    StatusText *m_status = nullptr;
     QLabel *m_proclogs = nullptr;
     QProgressBar *m_progress = nullptr;
+    QPushButton *m_autoStop = nullptr;
     QLabel *m_version = nullptr;
     QLabel *m_applicationDir = nullptr;
     QLabel *m_mapDir = nullptr;

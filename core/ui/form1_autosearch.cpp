@@ -1,18 +1,15 @@
-#include "core/ui/form1.h"
-
+#include "core/ui/form1_longwork.h"
+#include "core/ui/results.h"
 #include "fmlist/autosearch.h"
+#include "net/inet1.h"
 #include "platform/pause.h"
 #include "platform/runtimeerror.h"
 #include "ui/desktop.h"
-#include "ui/inet1.h"
 #include "ui/messages.h"
-#include "ui/requestaborted.h"
-#include "ui/widgetstate.h"
+#include "ui/statustext.h"
 #include "ui_form1.h"
 
-#include <QLabel>
-#include <QProgressBar>
-#include <QScopedValueRollback>
+#include <QApplication>
 
 namespace quillon {
 
@@ -40,7 +37,6 @@ void Form1::runAutoSearch(SearchMode mode)
 {
     m_inet->requireIdle(u"Searching FMList for a day"_s);
     const Shown shown(*m_proclogs);
-    const QScopedValueRollback automatic(m_automatic, true);
     autoSearch(mode);
 }
 
@@ -59,16 +55,15 @@ void Form1::autoSearch(SearchMode mode)
         showMessage(this, u"Auto update cancelled"_s);
         return;
     }
-    const int lastRow = m_ui->Grid1->rows() - 1;
-    if (lastRow == 0) {
+    if (m_rows.sorted().empty()) {
         return;
     }
     AutoSearchTally tally;
     try {
-        const std::vector<qint32> entries = entriesToSearch(window);
-        searchEntries(mode, entries, window, tally);
+        const LogDocument::Group group(m_document, u"Auto Search of "_s + dateText({window.after.seconds + secondsPerDay}));
+        searchEntries(mode, entriesToSearch(window), tally);
         // It ends with the last row, whether that was searched or not.
-        makeCurrent(m_ui->Grid1->rows() - 1);
+        loadRow(m_rows.sorted().back());
     } catch (...) {
         // The program is ending, or a file cannot be written. What was found until now is kept.
         saveLogbook();
@@ -82,54 +77,47 @@ void Form1::autoSearch(SearchMode mode)
     showMessage(this, updatedText(tally.updated));
 }
 
-// The entries of the window that are to be searched, in the order of the grid's rows. Rows are told apart by
-// their entry from here on: the window stays usable, and a row can move while a request runs.
-std::vector<qint32> Form1::entriesToSearch(const DayWindow &window)
+// The entries of the window that are to be searched, in the order of the grid's rows.
+std::vector<qint32> Form1::entriesToSearch(const DayWindow &window) const
 {
     std::vector<qint32> entries;
-    for (int row = 1; row < m_ui->Grid1->rows(); ++row) {
-        const qint32 entry = m_ui->Grid1->entryOfRow(row);
-        if (isToBeSearched(m_log.entry(entry), window)) {
+    for (const qint32 entry : m_rows.sorted()) {
+        if (isToBeSearched(log().entry(entry), window)) {
             entries.push_back(entry);
         }
     }
     return entries;
 }
 
-void Form1::searchEntries(
-    SearchMode mode, const std::vector<qint32> &entries, const DayWindow &window, AutoSearchTally &tally)
+void Form1::searchEntries(SearchMode mode, const std::vector<qint32> &entries, AutoSearchTally &tally)
 {
-    const ShownProgress progress(*m_progress, u"Searching %v of %m"_s);
-    m_progress->setRange(0, static_cast<int>(entries.size()));
+    LongWork work(*this, u"Searching %v of %m"_s);
     int done = 0;
     for (const qint32 entry : entries) {
-        m_progress->setValue(++done);
-        // The user can have changed or deleted it while another was searched.
-        if (isToBeSearched(m_log.entry(entry), window)) {
-            searchEntry(mode, entry, tally);
+        work.setProgress(++done, static_cast<int>(entries.size()));
+        searchEntry(mode, entry, tally);
+        QApplication::processEvents();
+        if (work.isStopped()) {
+            break;
         }
     }
 }
 
 void Form1::searchEntry(SearchMode mode, qint32 entry, AutoSearchTally &tally)
 {
-    const int row = m_ui->Grid1->rowOfEntry(entry);
-    makeCurrent(row);
-    if (m_ui->Grid1->text(row, GridColumn::Freq).isEmpty()) {
+    loadRow(entry);
+    if (m_rows.text(entry, GridColumn::Freq).isEmpty()) {
         // Such a row is not loaded, and there is nothing to ask for.
-        markEntry(row, entry, Finding::None);
+        markEntry(entry, entry, Finding::None);
         return;
     }
-    const qint32 loaded = m_selected;
     searchForForm(mode, tally);
-    // A row can have moved, and another entry been chosen, while the request ran: the answer is for this one.
-    const int rowNow = m_ui->Grid1->rowOfEntry(entry);
     const Finding finding = findingOf(m_matchCount);
-    if (finding != Finding::Exact) {
-        markEntry(rowNow, loaded, finding);
-    } else if (m_log.entry(loaded).piCode != deletedPiCode && isLoaded(rowNow, loaded)) {
-        updateFromResult(rowNow);
+    if (finding == Finding::Exact) {
+        updateFromResult(entry);
         ++tally.updated;
+    } else {
+        markEntry(entry, m_selected, finding);
     }
 }
 
@@ -137,7 +125,7 @@ void Form1::searchEntry(SearchMode mode, qint32 entry, AutoSearchTally &tally)
 void Form1::searchForForm(SearchMode mode, AutoSearchTally &tally)
 {
     try {
-        searchForStation({m_ui->Text9->text(), m_ui->Text1->text(), searchedName(mode, m_ui->Text8->text())});
+        searchForStation({m_form->frequency(), m_form->piCode(), searchedName(mode, m_form->rdsName())});
     } catch (const RuntimeError &error) {
         m_matchCount = 0;
         ++tally.failed;
@@ -146,43 +134,35 @@ void Form1::searchForForm(SearchMode mode, AutoSearchTally &tally)
     }
 }
 
-// Makes sure that the form holds that entry, fit to be stored. False when it cannot be loaded any more.
-bool Form1::isLoaded(int row, qint32 entry)
-{
-    const auto holdsIt = [&] { return m_selected == entry && m_loadedRow == row; };
-    if (!holdsIt() || !parseDateTime(m_ui->Text2->text(), m_options.regional.months)) {
-        makeCurrent(row);
-    }
-    return holdsIt();
-}
-
-void Form1::updateFromResult(int row)
+void Form1::updateFromResult(qint32 row)
 {
     writeUpdateLogRecord(row, u"BEFORE"_s);
-    m_ui->List2->setListIndex(0);
-    List2_DblClick(0);
-    Command3_Click();
+    m_results->chooseStation(0);
+    m_form->takeOver(m_results->station(0));
+    storeUpdate(u"Take over"_s);
     writeUpdateLogRecord(row, u"AFTER"_s);
     Pause(2);
 }
 
 // "None" or "Multi".
-void Form1::markEntry(int row, qint32 number, Finding finding)
+void Form1::markEntry(qint32 row, qint32 number, Finding finding)
 {
-    m_ui->Grid1->setText(row, GridColumn::FMList, findingText(finding));
-    m_log.changeEntry(
-        number, [finding](LogEntry &entry) { entry.fmlist = markedField(entry.fmlist, finding); });
+    const LogEntry &entry = log().entry(number);
+    LogChange change;
+    change.setField(number, entry, LogField::FMList, markedField(entry.fmlist, finding));
+    m_document.commit({{}, change, {}}, LogDocument::Saving::Later);
+    m_rows.setTyped(row, GridColumn::FMList, findingText(finding));
 }
 
 // One line of autoupdate.log: the cells of a row.
-void Form1::writeUpdateLogRecord(int row, const QString &stage)
+void Form1::writeUpdateLogRecord(qint32 row, const QString &stage)
 {
     QStringList columns;
     for (int column = 0; column < gridColumnCount; ++column) {
-        columns += m_ui->Grid1->text(row, column);
+        columns += m_rows.text(row, static_cast<GridColumn>(column));
     }
     appendToFile(m_config.path(u"autoupdate.log"_s),
-        updateLogLine(localNow(), stage, columns, m_options.regional.codePage));
+        updateLogLine(localNow(), stage, columns, m_options.regional.codePage), *m_options.fileCalls);
 }
 
 } // namespace quillon

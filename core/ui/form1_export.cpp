@@ -11,24 +11,41 @@
 #include "ui/widgetstate.h"
 #include "ui_form1.h"
 
+#include <QProgressBar>
+
+#include <algorithm>
+#include <functional>
 #include <optional>
 
 namespace quillon {
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+QString exported(int count, const QString &path)
+{
+    return u"%1 receptions exported to %2"_s.arg(QString::number(count), path);
+}
+
+} // namespace
+
 // Transmitters as KML.
 void Form1::menuExportGoogleTX_Click()
 {
-    openFile(writeTransmitterKml(
-        m_config.applicationDir(), m_transmitters, m_options.regional.codePage, *m_options.fileCalls));
+    const QString path = writeTransmitterKml(
+        m_config.applicationDir(), transmitters(), m_options.regional.codePage, *m_options.fileCalls);
+    tell(u"%1 transmitters exported to %2"_s.arg(QString::number(transmitters().count()), path));
+    openFile(path);
 }
 
 // Logbook as KML.
 void Form1::menuExportGoogleLog_Click()
 {
-    openFile(writeLogbookKml(
-        m_config.applicationDir(), m_log, m_transmitters, m_options.regional.codePage, *m_options.fileCalls));
+    const QString path = writeLogbookKml(
+        m_config.applicationDir(), log(), transmitters(), m_options.regional.codePage, *m_options.fileCalls);
+    tellExported(path);
+    openFile(path);
 }
 
 // Web Page.
@@ -44,7 +61,7 @@ void Form1::menuExportWebPage_Click()
         }
         const Hidden hidden(*m_ui->Grid1);
         index = exportWebPages(m_config.applicationDir(),
-            {*m_ui->Grid1, m_log, m_transmitters, m_config.settings().callsign, versionText(), localNow()},
+            {m_rows, transmitters(), m_config.settings().callsign, versionText(), localNow()},
             m_options.regional, *m_options.fileCalls, [this, &bar](int done, int count) {
                 if (bar) {
                     m_progress->setRange(0, count);
@@ -53,6 +70,7 @@ void Form1::menuExportWebPage_Click()
                 }
             });
     }
+    tellExported(index);
     openFile(index);
 }
 
@@ -70,18 +88,24 @@ void Form1::menuExportEmail_Click()
         return;
     }
     const MonthNames &months = m_options.regional.months;
-    TextLogRange range {toDateTime(fromText, months, u"Export from"_s),
+    const TextLogRange range {toDateTime(fromText, months, u"Export from"_s),
         toDateTime(toText, months, u"Export to"_s), m_config.settings().inMiles(),
         ownPropagationMapUrl(m_config.settings().fmlistUrl, now, m_config.settings().omid)
             .value_or(QString())};
     Command10_Click();
-    QString written;
+    TextLogFile written;
     {
         const Hidden hidden(*m_ui->Grid1);
-        written = writeTextLog(
-            m_config.applicationDir(), *m_ui->Grid1, range, m_options.regional, *m_options.fileCalls);
+        written =
+            writeTextLog(m_config.applicationDir(), m_rows, range, m_options.regional, *m_options.fileCalls);
     }
-    openFile(written);
+    tell(exported(written.count, written.path));
+    openFile(written.path);
+}
+
+void Form1::tellExported(const QString &path)
+{
+    tell(exported(static_cast<int>(std::ranges::count_if(log(), std::not_fn(isDeleted))), path));
 }
 
 } // namespace quillon

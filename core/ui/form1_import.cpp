@@ -1,5 +1,6 @@
+#include "core/fieldchecks.h"
 #include "core/ui/form1.h"
-
+#include "core/fieldchecks.h"
 #include "import/rdsdx.h"
 #include "import/rdsspy.h"
 #include "import/ui/foldertext.h"
@@ -11,11 +12,11 @@
 #include "ui/guard.h"
 #include "ui/messages.h"
 #include "ui/openwindow.h"
+#include "ui/statustext.h"
 #include "ui/widgetstate.h"
 #include "ui_form1.h"
 
 #include <QFileInfo>
-#include <QLabel>
 #include <QProgressBar>
 
 #include <memory>
@@ -34,6 +35,21 @@ RuntimeError withCount(const RuntimeError &error, qint32 count)
             + QString::number(count)};
 }
 
+RuntimeError halfImported(const RuntimeError &error, qint32 count)
+{
+    return withCount({error.name(),
+                         error.doing()
+                             + u"\nUndo takes out what is in the log: importing the mended file without that would double it."_s},
+        count);
+}
+
+// All of an import is in the log, but not on the disk.
+class NotSaved : public RuntimeError
+{
+public:
+    using RuntimeError::RuntimeError;
+};
+
 } // namespace
 
 // RDS Spy Logs.
@@ -49,49 +65,54 @@ void Form1::menuImportRDSSpyLog_Click()
         return;
     }
     auto *window = new importRDSSpy(
-        m_config, m_options.regional, [this](const RdsSpyReception &reception) { addReception(reception); },
-        [this] { saveUnsaved(); }, this);
-    // The bar of an upload or an automatic search that runs stays theirs.
-    const auto bar = std::make_shared<std::unique_ptr<ShownProgress>>();
-    connect(window, &importRDSSpy::importing, this, [this, bar](bool runs) {
-        if (!runs) {
-            bar->reset();
-        } else if (m_progress->isHidden()) {
-            *bar = std::make_unique<ShownProgress>(*m_progress, u"Importing %v of %m"_s);
-        }
+        m_config, m_options.regional,
+        [this](const RdsSpyReception &reception) { return addReception(reception); },
+        [this] { m_document.saveUnsaved(); }, this);
+    // As long as an import runs: its progress, and one step for all of it.
+    struct Running
+    {
+        ShownProgress bar;
+        LogDocument::Group step;
+    };
+    const auto running = std::make_shared<std::unique_ptr<Running>>();
+    connect(window, &importRDSSpy::importing, this, [this, running](bool runs) {
+        running->reset(runs ? new Running {{*m_progress, u"Importing %v of %m"_s}, {m_document, u"Import of RDS Spy"_s}}
+                            : nullptr);
     });
-    connect(window, &importRDSSpy::progress, this, [this, bar](int done, int total) {
-        if (*bar) {
-            // Drawn with the next events, not after each reception together with the grid.
-            const RedrawOff redrawOff(*m_progress);
-            m_progress->setRange(0, total);
-            m_progress->setValue(done);
-        }
+    connect(window, &importRDSSpy::progress, this, [this](int done, int total) {
+        // Drawn with the next events, not after each reception together with the grid.
+        const RedrawOff redrawOff(*m_progress);
+        m_progress->setRange(0, total);
+        m_progress->setValue(done);
     });
+    connect(window, &importRDSSpy::summary, m_status, &QLabel::setText);
     window->start();
 }
 
-// Adds a reception through the entry form, as if it were typed.
-void Form1::addReception(const RdsSpyReception &reception)
+// Adds a reception through the entry form, as if it were typed. What Add refuses is for the import to tell.
+QString Form1::addReception(const RdsSpyReception &reception)
 {
-    m_ui->Text2->setText(reception.dateTime);
-    m_ui->Text9->setText(reception.freq);
-    m_ui->Text1->setText(reception.piCode);
-    m_ui->Text8->setText(reception.rdsName);
-    m_ui->Combo3->setEditText(reception.country);
-    for (QLineEdit *field : {m_ui->Text5, m_ui->Text6, m_ui->Text7, m_ui->Text10, m_ui->uid}) {
-        field->clear();
+    m_form->setDateTime(reception.dateTime);
+    m_form->setFrequency(reception.freq);
+    m_form->setPiCode(reception.piCode);
+    m_form->setRdsName(reception.rdsName);
+    m_form->setCountry(reception.country);
+    m_form->clearSiteAndNotes();
+    QString refusal =
+        addRefusal(reception.freq, reception.piCode, reception.rdsName, reception.country);
+    if (!refusal.isEmpty()) {
+        return refusal;
     }
-    showNotes({});
-    const qint32 before = m_log.count();
+    const qint32 before = log().count();
     try {
-        Command1_Click();
+        addEntry(u"Import"_s);
     } catch (const RuntimeError &error) {
-        if (m_log.count() == before) {
+        if (log().count() == before) {
             throw;
         }
         throw AddedNotSaved(error.name(), error.doing());
     }
+    return {};
 }
 
 // RDSDX Log.
@@ -125,39 +146,58 @@ void Form1::importRDSDXLogCnv(const QString &selectedFile)
         return;
     }
     qint32 imported = 0;
-    std::optional<RuntimeError> notSaved;
     {
         const BusyPointer busy;
         const QString logbook = m_config.path(m_config.settings().logbookFileName);
         if (QFileInfo::exists(logbook)) {
             backupFile(logbook, m_config.applicationDir(), localNow(), *m_options.fileCalls);
         }
-        const qint32 before = m_log.count();
+        const qint32 before = log().count();
         try {
-            imported = importRdsdx(m_log, readFile(*file, path), path, m_options.regional,
-                [this](const QString &text) { m_status->setText(text); });
+            imported = importRdsdxFile(readFile(*file, path), path);
+        } catch (const NotSaved &error) {
+            // Told here: the file is in the log, so that its window does not come back to offer it again.
+            const NormalPointer normal;
+            showRuntimeError(this, withCount(error, log().count() - before));
+            return;
         } catch (const RuntimeError &error) {
-            // What was read until then is in the log: it is shown, and the next save writes it.
-            populateGrid();
-            throw withCount(error, m_log.count() - before);
+            throw log().count() == before ? withCount(error, 0) : halfImported(error, log().count() - before);
         }
-        try {
-            saveLogbook();
-        } catch (const RuntimeError &error) {
-            notSaved = withCount(error, m_log.count() - before);
-        }
-        populateGrid();
-    }
-    if (notSaved) {
-        // Told here: the file is in the log, so that its window does not come back to offer it again.
-        showRuntimeError(this, *notSaved);
-        return;
     }
     showMessage(this, u"Imported %1 logs"_s.arg(imported));
     if (askYesNo(this, u"Perform FMList Auto Search?"_s, title)) {
         // The import is done: what stops the search does not bring its window back.
         guarded(this, [this] { menuFMListAutoSearch_Click(); });
     }
+}
+
+// Brings the receptions of the file into the log as one step. What was read before a line that is none is in
+// the log, too; it is saved with the next change.
+qint32 Form1::importRdsdxFile(const QByteArray &file, const QString &path)
+{
+    RdsdxImport read =
+        readRdsdx(file, path, m_options.regional, [this](const QString &text) { m_status->setText(text); });
+    if (read.failure && read.entries.empty()) {
+        throw RuntimeError(*read.failure);
+    }
+    const qint32 before = log().count();
+    Change change {u"Import of "_s + QFileInfo(path).fileName(), {}, {}};
+    change.log.added = std::move(read.entries);
+    try {
+        m_document.commit(
+            std::move(change), read.failure ? LogDocument::Saving::Later : LogDocument::Saving::Changed);
+    } catch (const RuntimeError &error) {
+        const auto added = static_cast<std::size_t>(log().count() - before);
+        if (error.name() == ErrorName::Overflow || error.name() == ErrorName::SubscriptOutOfRange) {
+            const qsizetype line = read.lines.at(added > 0 ? added - 1 : 0);
+            throw atRdsdxLine(error, file, path, line, m_options.regional);
+        }
+        throw NotSaved(error.name(), error.doing());
+    }
+    if (read.failure) {
+        throw RuntimeError(*read.failure);
+    }
+    return log().count() - before;
 }
 
 } // namespace quillon

@@ -12,6 +12,8 @@
 #include "ui/scratchpad.h"
 #include "ui_form1.h"
 
+#include <QScopeGuard>
+
 namespace quillon {
 
 using namespace Qt::StringLiterals;
@@ -24,11 +26,12 @@ void Form1::Command10_Click()
         return;
     }
     const BusyPointer busy;
-    measureTransmitters(m_transmitters, m_config.settings(), m_decimalComma);
-    saveTransmitterList();
-    giveDistances(m_transmitters, m_log);
-    populateGrid();
-    saveLogbook();
+    const LogDocument::Group step(m_document, u"Re-Calculate Distances"_s);
+    m_document.commit({{}, {}, measuredTransmitters(transmitters(), m_config.settings(), m_decimalComma)},
+        LogDocument::Saving::Sites);
+    const auto shown = qScopeGuard([this] { populateGrid(); });
+    m_document.commit({{}, givenDistances(transmitters(), log()), {}});
+    tell(u"Distances re-calculated: %1 sites"_s.arg(transmitters().count()));
 }
 
 // Converter.
@@ -38,11 +41,12 @@ void Form1::menuToolsConverter_Click()
         return;
     }
     auto *window = new Dialog(m_config.settings(), this);
-    connect(window, &Dialog::sendToLogBook, this, [this](const QString &latitude, const QString &longitude) {
-        guarded(this, [&] {
-            m_ui->Text7->setText(latitude);
-            m_ui->Text10->setText(longitude);
-        });
+    connect(window, &Dialog::sendToLogBook, this, [this, window](const QString &latitude, const QString &longitude) {
+        const bool open = m_form->state() != EntryForm::State::AtRest;
+        window->tell(open ? QString() : u"No reception is open in the log: choose one or press New first"_s);
+        if (open) {
+            m_form->setPosition(latitude, longitude);
+        }
     });
     window->show();
 }
@@ -51,15 +55,14 @@ void Form1::menuToolsConverter_Click()
 void Form1::menuStats_Click()
 {
     if (!openWindow<logStats>(*this)) {
-        (new logStats(m_log, m_config.applicationDir(), this))->show();
+        (new logStats(log(), m_config.applicationDir(), this, *m_options.fileCalls))->show();
     }
 }
 
 // Setup.
 void Form1::menuSetup_Click()
 {
-    if (auto *open = openWindow<Form2>(*this)) {
-        open->fill();
+    if (openWindow<Form2>(*this)) {
         return;
     }
     auto *window = new Form2(this, m_config);

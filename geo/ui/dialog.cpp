@@ -2,9 +2,10 @@
 
 #include "geo/coordinates.h"
 #include "geo/maidenhead.h"
-#include "geo/ui/problemlabel.h"
+#include "ui/problemlabel.h"
 #include "platform/numbers.h"
 #include "txdb/distances.h"
+#include "ui/calmcombos.h"
 #include "ui/guard.h"
 #include "ui/onelinefields.h"
 #include "ui_dialog.h"
@@ -58,6 +59,7 @@ Dialog::Dialog(const Settings &settings, QWidget *parent)
 {
     ui->setupUi(this);
     keepFieldsOnOneLine(*this);
+    keepCombosCalm(*this);
     setAttribute(Qt::WA_DeleteOnClose);
     // The fields of all three frames begin at one edge.
     ui->locatorLabel->setMinimumWidth(ui->longitudeLabel->sizeHint().width());
@@ -137,6 +139,9 @@ void Dialog::Command3_Click()
         goTo(wrongLatitude.text.isEmpty() ? *longitudeBox : *latitudeBox);
         return;
     }
+    for (QLineEdit *box : {ui->Text3, ui->Text6}) {
+        box->setText(fullHundredths(box->text()));
+    }
     const double latitude = convertRXLatORLonToDecimal(compactText(latitudeParts()), true);
     const double longitude = convertRXLatORLonToDecimal(compactText(longitudeParts()), false);
     ui->Text12->setText(plainText(latitude));
@@ -167,6 +172,11 @@ void Dialog::Command2_Click()
 void Dialog::Command4_Click()
 {
     Q_EMIT sendToLogBook(ui->Text12->text(), ui->Text9->text());
+}
+
+void Dialog::tell(const QString &problem)
+{
+    ui->Text12Problem->showProblem(problem, ui->Command4);
 }
 
 // The locator is kept in upper case while it is edited.

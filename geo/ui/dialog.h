@@ -25,6 +25,9 @@ public:
     explicit Dialog(const Settings &settings, QWidget *parent = nullptr);
     ~Dialog() override;
 
+    /// Says below the decimal degrees why they were not taken; nothing with an empty text.
+    void tell(const QString &problem);
+
 Q_SIGNALS:
     /// The texts of the decimal degrees, as they stand, are wanted in the entry form.
     void sendToLogBook(const QString &latitude, const QString &longitude);

@@ -5,6 +5,7 @@
 #include "ui/guard.h"
 #include "ui/messages.h"
 #include "ui/onelinefields.h"
+#include "ui/problemwatch.h"
 
 #include "ui_importrdsspy.h"
 
@@ -30,6 +31,7 @@ importRDSSpy::importRDSSpy(
 {
     ui->setupUi(this);
     keepFieldsOnOneLine(*this);
+    watchForProblems(*ui->problem, m_regional.codePage, {{ui->Text1, FieldKind::Freq}});
     setAttribute(Qt::WA_DeleteOnClose);
     ui->List1->setHeadings({{u"Date and time"_s, u"*2010/06/12 18:22:05"_s}, {u"PI code"_s, u"D3C3"_s, true},
         {u"RDS name"_s, u"ANTENNE1"_s}});
@@ -91,7 +93,9 @@ void importRDSSpy::populateList1(const QString &folder)
 
 void importRDSSpy::reject()
 {
-    if (!m_importing) {
+    if (m_importing) {
+        m_stopWanted = true;
+    } else {
         QDialog::reject();
     }
 }
@@ -155,7 +159,7 @@ void importRDSSpy::Command2_Click()
     ui->List1->setListIndex(ui->List1->count() - 1);
 }
 
-// Cancel: closes the window.
+// Cancel: closes the window, or stops an import.
 void importRDSSpy::Command4_Click()
 {
     close();

@@ -30,9 +30,10 @@ class importRDSSpy : public QDialog
     Q_OBJECT
 
 public:
-    /// Fills the entry form with a reception and presses Add; may throw a RuntimeError, which stops the
-    /// import. An AddedNotSaved says that the reception is in the log all the same.
-    using AddEntry = std::function<void(const RdsSpyReception &)>;
+    /// Fills the entry form with a reception and presses Add. The answer is what Add says when it refuses,
+    /// empty for a reception that was added. May throw a RuntimeError, which stops the import; an
+    /// AddedNotSaved says that the reception is in the log all the same.
+    using AddEntry = std::function<QString(const RdsSpyReception &)>;
     /// Writes what of the log is not on the disk yet, if anything; may throw a RuntimeError.
     using SaveRest = std::function<void()>;
 
@@ -52,11 +53,13 @@ public:
 Q_SIGNALS:
     /// An import begins or, whether it went well or not, is over.
     void importing(bool runs);
-    /// So many of the selected receptions are in the log.
+    /// So many of the selected receptions are in the log or refused.
     void progress(int done, int total);
+    /// An import is over: how many receptions were imported, how many refused.
+    void summary(const QString &text);
 
 public Q_SLOTS:
-    /// Closes the window, unless an import runs.
+    /// Closes the window. An import that runs stops after the present reception instead.
     void reject() override;
 
 protected:
@@ -64,6 +67,7 @@ protected:
 
 private:
     class Importing;
+    struct Tally;
 
     void List1_Click();
     void List1_DblClick();
@@ -77,11 +81,13 @@ private:
     void markRow(int row);
     void unmarkRow(int row);
     void replaceRow(int row, const QString &line);
-    void importSelected();
-    void importRow(int row);
-    void saveRest();
-    [[nodiscard]] RuntimeError failedAt(
-        int row, int done, int total, const RuntimeError &error, bool isInLog);
+    void runImport(Tally &tally);
+    void importSelected(Tally &tally);
+    void importRow(int row, Tally &tally);
+    void tellRefusal(int row, const QString &refusal);
+    void deselectImported(int end, const Tally &tally);
+    void saveRest(const Tally &tally);
+    [[nodiscard]] RuntimeError failedAt(int row, const Tally &tally, const RuntimeError &error, bool isInLog);
     [[nodiscard]] QStringList lines() const;
     [[nodiscard]] int selectedCount() const;
     void setLines(const QStringList &lines);
@@ -94,6 +100,7 @@ private:
     SaveRest m_saveRest;
     QString m_day; // as it was answered
     bool m_importing = false;
+    bool m_stopWanted = false; // of the import that runs
     std::unique_ptr<Ui::importRDSSpy> ui;
 };
 

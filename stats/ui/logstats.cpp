@@ -1,7 +1,9 @@
 #include "stats/ui/logstats.h"
 
 #include "platform/files.h"
+#include "platform/runtimeerror.h"
 #include "stats/charttable.h"
+#include "ui/calmcombos.h"
 #include "ui/chartcontrol.h"
 #include "ui/guard.h"
 #include "ui/messages.h"
@@ -10,12 +12,38 @@
 
 #include <QDir>
 #include <QFontInfo>
+#include <QLineEdit>
 
 namespace quillon {
 
 using namespace Qt::StringLiterals;
 
 namespace {
+
+// What is typed or chosen stays, and the cursor in it, whether it is among the choices or not.
+void changeChoices(QComboBox &box, const QStringList &choices)
+{
+    QStringList before;
+    for (int i = 0; i < box.count(); ++i) {
+        before += box.itemText(i);
+    }
+    if (choices == before) {
+        return;
+    }
+    QLineEdit &edit = *box.lineEdit();
+    const QString text = edit.text();
+    const int cursor = edit.cursorPosition();
+    const int selected = edit.selectionStart();
+    const int length = edit.selectionLength();
+    box.clear();
+    box.addItems(choices);
+    box.setCurrentIndex(box.findText(text, Qt::MatchExactly | Qt::MatchCaseSensitive));
+    box.setEditText(text);
+    edit.setCursorPosition(cursor);
+    if (selected >= 0) {
+        edit.setSelection(selected, length);
+    }
+}
 
 template<typename... Functions>
 struct Overloaded : Functions...
@@ -28,10 +56,12 @@ Overloaded(Functions...) -> Overloaded<Functions...>;
 
 } // namespace
 
-logStats::logStats(const Logbook &logbook, const QString &applicationDirectory, QWidget *parent)
+logStats::logStats(
+    const Logbook &logbook, const QString &applicationDirectory, QWidget *parent, FileCalls &calls)
     : QDialog(parent)
     , m_logbook(logbook)
     , m_applicationDirectory(applicationDirectory)
+    , m_calls(calls)
     , ui(std::make_unique<Ui::logStats>())
 {
     ui->setupUi(this);
@@ -44,6 +74,7 @@ logStats::logStats(const Logbook &logbook, const QString &applicationDirectory, 
     onClick(ui->Command1, &logStats::Command1_Click);
     onClick(ui->Command2, &logStats::Command2_Click);
     onClick(ui->Command3, &logStats::Command3_Click);
+    keepCombosCalm(*this);
     logStats_Form_Load();
     initGraph();
 }
@@ -60,6 +91,17 @@ void logStats::logStats_Form_Load()
     ui->Combo3->addItems(modeChoices());
     ui->Combo2->addItems(monthChoices());
     ui->Combo1->addItems(yearChoices({m_logbook.begin(), m_logbook.end()}));
+}
+
+void logStats::logChanged()
+{
+    const std::span<const LogEntry> entries {m_logbook.begin(), m_logbook.end()};
+    changeChoices(*ui->Combo3, modeChoices(entries));
+    try {
+        changeChoices(*ui->Combo1, yearChoices(entries));
+    } catch (const RuntimeError &) {
+        // An entry without a countable year: Draw Graph says which; a change of another one need not.
+    }
 }
 
 StatsSelection logStats::selection() const
@@ -159,7 +201,7 @@ void logStats::Command2_Click()
     if (answer.isEmpty()) {
         return;
     }
-    saveBitmap(ui->MSChart1->copyPicture(), QDir(m_applicationDirectory).absoluteFilePath(answer));
+    saveBitmap(ui->MSChart1->copyPicture(), QDir(m_applicationDirectory).absoluteFilePath(answer), m_calls);
     showMessage(this, u"done"_s);
 }
 

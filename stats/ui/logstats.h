@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/logbook.h"
+#include "platform/filecalls.h"
 #include "stats/statsdata.h"
 
 #include <QDialog>
@@ -25,7 +26,8 @@ public:
     /// The logbook must outlive the window; it is read at opening, for its years, and at each Draw Graph. The
     /// years throw as yearChoices does. Pictures are proposed for, and relative names taken in, the
     /// directory.
-    logStats(const Logbook &logbook, const QString &applicationDirectory, QWidget *parent = nullptr);
+    logStats(const Logbook &logbook, const QString &applicationDirectory, QWidget *parent = nullptr,
+        FileCalls &calls = FileCalls::real());
     ~logStats() override;
 
     /// Counts and hands the buckets to the chart routine that draws them.
@@ -37,8 +39,6 @@ public:
     void AddLegend(ChartControl &MyChart, bool legendTgl);
     /// Gives the grid its pen and the backdrop its colour and fill.
     void FX_ResetMSChart(ChartControl &MyChart);
-    /// Draws a fixed chart, for trying out the control.
-    void renderDataTest();
     /// Draws the receptions of each month.
     void renderDataMonth(const MonthCounts &Data);
     /// Draws the receptions of each day of a month.
@@ -47,8 +47,18 @@ public:
     void renderDataDaysTime(const DayHourCounts &Data);
     /// Draws the receptions of each month in two-hour series.
     void renderDataMonthsTime(const MonthHourCounts &Data);
+
+    // Interfaces that nothing in the program calls.
+
+    /// Draws a fixed chart, for trying out the control.
+    void renderDataTest();
     /// Draws the receptions of each day in 24 series; renderDataDaysTime replaces it.
     void renderDataDaysTime24depracated(const DayHourCounts &Data);
+
+public Q_SLOTS:
+    /// The log has changed: its years, and its modes beyond the usual ones, are offered from now on. What is
+    /// chosen or typed stays, and the chart.
+    void logChanged();
 
 private:
     void logStats_Form_Load();
@@ -61,6 +71,7 @@ private:
 
     const Logbook &m_logbook;
     QString m_applicationDirectory;
+    FileCalls &m_calls;
     std::unique_ptr<Ui::logStats> ui;
 };
 

@@ -1,4 +1,5 @@
 #include "core/config.h"
+#include "platform/files.h"
 #include "platform/runtimeerror.h"
 #include "support/faultycalls.h"
 #include "support/testfiles.h"
@@ -402,6 +403,18 @@ private Q_SLOTS:
         QCOMPARE(f.config.path(u"tx.lst"_s), f.home.file(u"TX.lst"_s));
         QCOMPARE(f.config.path(u"new.txt"_s), f.home.file(u"new.txt"_s));
         QCOMPARE(f.config.applicationDir(), f.home.path());
+    }
+
+    void theDemosScratchPadSurvivesAChangeOfTheSetup()
+    {
+        Fixture fixture(readFile(QStringLiteral(QUILLON_TEST_DATA "/../../data/demo/LOGBOOK.INI")));
+        const QString note = fixture.config.settings().scratchPad;
+        QVERIFY2(note.startsWith(u"Antenna: 7 elements, rotor to 180 degrees, 12 m above ground"_s),
+            qPrintable(note));
+        QVERIFY(note.endsWith(u"14 July (RDSDX)"_s));
+        fixture.config.changeConfig(u"OMID="_s, u"77"_s);
+        QCOMPARE(fixture.config.settings().scratchPad, note);
+        QCOMPARE(fixture.config.settings().callsign, u"DEMO"_s);
     }
 };
 

@@ -1,9 +1,11 @@
 #include "core/logbook.h"
 #include "platform/runtimeerror.h"
+#include "support/changedlog.h"
 
 #include <QTest>
 
 using namespace quillon;
+using namespace quillon::test;
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -167,7 +169,7 @@ private Q_SLOTS:
     {
         Logbook log;
         add(log, 2);
-        log.changeEntry(1, [](LogEntry &entry) { entry.piCode = deletedPiCode.toString(); });
+        changeEntry(log, 1, [](LogEntry &entry) { entry.piCode = deletedPiCode.toString(); });
         QVERIFY(isDeleted(log.entry(1)));
         QCOMPARE(log.count(), 2);
     }

@@ -1,6 +1,7 @@
 #include "core/logbookfile.h"
 #include "core/logbooklines.h"
 #include "platform/runtimeerror.h"
+#include "support/changedlog.h"
 #include "support/testfiles.h"
 
 #include <QRandomGenerator>
@@ -255,11 +256,11 @@ private Q_SLOTS:
     {
         Logbook log;
         QVERIFY(read(log, good + logLine("D318", "12/06/2010 18:22:05", "87.7", "B") + good));
-        log.changeEntry(1, [](LogEntry &entry) { entry.piCode = u"delete"_s; });
+        changeEntry(log, 1, [](LogEntry &entry) { entry.piCode = u"delete"_s; });
         QCOMPARE(logbookBytes(log, CodePage()), QByteArray(good + good));
         QCOMPARE(log.count(), 3);
-        log.changeEntry(0, [](LogEntry &entry) { entry.piCode = u"delete"_s; });
-        log.changeEntry(2, [](LogEntry &entry) { entry.piCode = u"delete"_s; });
+        changeEntry(log, 0, [](LogEntry &entry) { entry.piCode = u"delete"_s; });
+        changeEntry(log, 2, [](LogEntry &entry) { entry.piCode = u"delete"_s; });
         QCOMPARE(logbookBytes(log, CodePage()), ""_ba);
     }
 

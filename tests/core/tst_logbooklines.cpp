@@ -1,12 +1,17 @@
 #include "core/logbooklines.h"
+#include "support/changedlog.h"
 
 #include <QRandomGenerator>
 #include <QTest>
 
 using namespace quillon;
+using namespace quillon::test;
 using namespace Qt::StringLiterals;
 
 namespace {
+
+// Entries that are encoded together.
+constexpr int blockSize = 256;
 
 LogEntry numbered(int number)
 {
@@ -26,6 +31,39 @@ Logbook numberedLog(int count)
     return log;
 }
 
+// A log, and the lines that are told of its changes.
+struct Kept
+{
+    explicit Kept(Logbook start = {})
+        : log(std::move(start))
+    {
+    }
+
+    template<typename Work>
+    void change(qint32 number, const Work &work)
+    {
+        changeEntry(log, number, work);
+        lines.changed(number);
+    }
+    void add(const LogEntry &entry)
+    {
+        lines.changedFrom(log.count());
+        log.AddEntry(entry);
+    }
+    void removeLast(qint32 count)
+    {
+        LogChange change;
+        change.removed.resize(static_cast<std::size_t>(count));
+        log.apply(change);
+        lines.changedFrom(log.count());
+    }
+    QByteArray bytes() { return lines.bytes(log); }
+    [[nodiscard]] QByteArray expected() const { return logbookBytes(log, CodePage()); }
+
+    Logbook log;
+    LogbookLines lines {CodePage()};
+};
+
 } // namespace
 
 /// The lines that are kept encoded are those of the log as it is now.
@@ -37,15 +75,14 @@ private Q_SLOTS:
     void anEmptyLogIsAnEmptyFile()
     {
         const Logbook log;
-        LogbookLines lines(log, CodePage());
-        QCOMPARE(lines.bytes(), ""_ba);
+        LogbookLines lines {CodePage()};
+        QCOMPARE(lines.bytes(log), ""_ba);
     }
 
     void everyEntryIsThere_data()
     {
         QTest::addColumn<int>("count");
-        for (const int count :
-            {1, Logbook::blockSize - 1, Logbook::blockSize, Logbook::blockSize + 1, 2 * Logbook::blockSize}) {
+        for (const int count : {1, blockSize - 1, blockSize, blockSize + 1, 2 * blockSize}) {
             QTest::addRow("%d entries", count) << count;
         }
     }
@@ -53,19 +90,37 @@ private Q_SLOTS:
     void everyEntryIsThere()
     {
         QFETCH(int, count);
-        Logbook log = numberedLog(count);
-        LogbookLines lines(log, CodePage());
-        QCOMPARE(lines.bytes(), logbookBytes(log, CodePage()));
-        QCOMPARE(lines.bytes().count('\n'), count);
-        log.AddEntry(numbered(count));
-        QCOMPARE(lines.bytes(), logbookBytes(log, CodePage()));
-        QCOMPARE(lines.bytes().count('\n'), count + 1);
+        Kept kept(numberedLog(count));
+        QCOMPARE(kept.bytes(), kept.expected());
+        QCOMPARE(kept.bytes().count('\n'), count);
+        kept.add(numbered(count));
+        QCOMPARE(kept.bytes(), kept.expected());
+        QCOMPARE(kept.bytes().count('\n'), count + 1);
+        kept.removeLast(1);
+        QCOMPARE(kept.bytes(), logbookBytes(numberedLog(count), CodePage()));
+        kept.removeLast(count);
+        QCOMPARE(kept.bytes(), ""_ba);
+        kept.add(numbered(7));
+        QCOMPARE(kept.bytes(), kept.expected());
+    }
+
+    void whatIsPreparedIsNotEncodedAgain()
+    {
+        Kept kept(numberedLog(600));
+        kept.lines.prepare(kept.log);
+        const QByteArray before = kept.expected();
+        // Not told of, so what was prepared is still what is given.
+        changeEntry(kept.log, 300, [](LogEntry &entry) { entry.rdsName = u"NEW"_s; });
+        QCOMPARE(kept.bytes(), before);
+        kept.lines.changed(300);
+        QCOMPARE(kept.bytes(), kept.expected());
+        QCOMPARE(kept.bytes().count("|NEW|"), 1);
     }
 
     void aChangeOfAnyEntryIsThere_data()
     {
         QTest::addColumn<int>("index");
-        for (const int index : {0, Logbook::blockSize - 1, Logbook::blockSize, 599}) {
+        for (const int index : {0, blockSize - 1, blockSize, 599}) {
             QTest::addRow("entry %d", index) << index;
         }
     }
@@ -73,40 +128,42 @@ private Q_SLOTS:
     void aChangeOfAnyEntryIsThere()
     {
         QFETCH(int, index);
-        Logbook log = numberedLog(600);
-        LogbookLines lines(log, CodePage());
-        const QByteArray before = lines.bytes();
-        log.changeEntry(index, [](LogEntry &entry) { entry.rdsName = u"KÖLN"_s; });
-        QCOMPARE(lines.bytes().count("|K\xd6LN|"), 1);
-        QCOMPARE(lines.bytes(), logbookBytes(log, CodePage()));
-        log.changeEntry(index, [](LogEntry &entry) { entry.piCode = deletedPiCode.toString(); });
-        QCOMPARE(lines.bytes().count('\n'), 599);
-        log.changeEntry(index, [index](LogEntry &entry) { entry = numbered(index); });
-        QCOMPARE(lines.bytes(), before);
+        Kept kept(numberedLog(600));
+        const QByteArray before = kept.bytes();
+        kept.change(index, [](LogEntry &entry) { entry.rdsName = u"KÖLN"_s; });
+        QCOMPARE(kept.bytes().count("|K\xd6LN|"), 1);
+        QCOMPARE(kept.bytes(), kept.expected());
+        kept.change(index, [](LogEntry &entry) { entry.piCode = deletedPiCode.toString(); });
+        QCOMPARE(kept.bytes().count('\n'), 599);
+        kept.change(index, [index](LogEntry &entry) { entry = numbered(index); });
+        QCOMPARE(kept.bytes(), before);
     }
 
     void aThousandChangesAtRandomAreThere()
     {
         QRandomGenerator random(20080830);
-        Logbook log = numberedLog(300);
-        LogbookLines lines(log, CodePage());
+        Kept kept(numberedLog(300));
         for (int change = 0; change < 1000; ++change) {
-            const auto index = static_cast<qint32>(random.bounded(log.count()));
-            switch (random.bounded(3)) {
+            const auto index = static_cast<qint32>(random.bounded(kept.log.count()));
+            switch (random.bounded(5)) {
             case 0:
-                log.AddEntry(numbered(change));
-                break;
             case 1:
-                log.changeEntry(index, [&](LogEntry &entry) { entry.dist = QString::number(change); });
+                kept.add(numbered(change));
+                break;
+            case 2:
+                kept.change(index, [&](LogEntry &entry) { entry.dist = QString::number(change); });
+                break;
+            case 3:
+                kept.removeLast(random.bounded(std::min(3, kept.log.count())));
                 break;
             default:
-                log.changeEntry(index, [](LogEntry &entry) { entry.piCode = deletedPiCode.toString(); });
+                kept.change(index, [](LogEntry &entry) { entry.piCode = deletedPiCode.toString(); });
             }
             if (random.bounded(4) == 0) {
-                QCOMPARE(lines.bytes(), logbookBytes(log, CodePage()));
+                QCOMPARE(kept.bytes(), kept.expected());
             }
         }
-        QCOMPARE(lines.bytes(), logbookBytes(log, CodePage()));
+        QCOMPARE(kept.bytes(), kept.expected());
     }
 };
 

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "core/cellsource.h"
-#include "core/logbook.h"
+#include "core/logrows.h"
 #include "platform/filecalls.h"
 #include "platform/regional.h"
 #include "platform/runtimeerror.h"
+#include "support/changedlog.h"
 #include "txdb/transmitters.h"
 
 #include <QFile>
@@ -12,41 +12,79 @@
 #include <QLocale>
 #include <QStringList>
 
+#include <algorithm>
 #include <cerrno>
 
 namespace quillon::test {
 
 using namespace Qt::StringLiterals;
 
-/// A grid of fixed texts under a header row; data rows hold the first ten columns.
-class TableGrid : public CellSource
+/// The rows of a log of its own.
+class TableGrid
 {
 public:
-    TableGrid() = default;
-    explicit TableGrid(QList<QStringList> dataRows)
-        : m_rows(std::move(dataRows))
+    /// Rows of these texts, the first ten columns, whatever the log below them holds.
+    TableGrid(const Logbook &log, const QList<QStringList> &texts)
+    {
+        const auto count = static_cast<qint32>(texts.size());
+        for (qint32 i = 0; i < std::max(count, log.count()); ++i) {
+            // Filled while the order of time was that of the texts.
+            if (i == count) {
+                m_rows.refill();
+            }
+            LogEntry entry;
+            entry.dateTime = {i};
+            m_log.AddEntry(entry);
+        }
+        if (count >= log.count()) {
+            m_rows.refill();
+        }
+        for (qint32 i = 0; i < log.count(); ++i) {
+            changeEntry(m_log, i, [&](LogEntry &entry) { entry = log.entry(i); });
+        }
+        for (qint32 i = 0; i < count; ++i) {
+            for (int column = 0; column < 10; ++column) {
+                m_rows.setTyped(i, static_cast<GridColumn>(column), texts.at(i).at(column));
+            }
+        }
+    }
+    explicit TableGrid(const QList<QStringList> &texts = {})
+        : TableGrid(Logbook(), texts)
     {
     }
+    /// The rows that the grid shows of a log.
+    explicit TableGrid(Logbook log)
+        : m_log(std::move(log))
+    {
+        m_rows.refill();
+    }
+    TableGrid(const TableGrid &) = delete;
+    TableGrid &operator=(const TableGrid &) = delete;
+    ~TableGrid() = default;
 
-    [[nodiscard]] int rows() const override { return static_cast<int>(m_rows.size()) + 1; }
-    [[nodiscard]] QString text(int row, GridColumn column) const override
+    [[nodiscard]] const LogRows &rows() const { return m_rows; }
+    [[nodiscard]] int count() const { return static_cast<int>(m_rows.all().size()); }
+    /// The text of a row, the first being 1.
+    [[nodiscard]] QString text(int row, GridColumn column) const
     {
-        ++m_reads;
-        return row == 0 ? u"header"_s : m_rows.at(row - 1).at(static_cast<int>(column));
+        return m_rows.text(m_rows.all()[static_cast<std::size_t>(row - 1)], column);
     }
-    [[nodiscard]] qint64 reads() const { return m_reads; }
 
 private:
-    QList<QStringList> m_rows;
-    mutable qint64 m_reads = 0;
+    Logbook m_log;
+    LogRows m_rows {m_log, MonthNames::of(QLocale::c())};
 };
 
-/// The data rows that the log grid shows.
+/// The texts that the log grid shows, the first ten columns.
 inline QList<QStringList> shownRows(const Logbook &log)
 {
+    const TableGrid grid(log);
     QList<QStringList> rows;
-    for (const GridRow &row : gridRows(log)) {
-        rows.append(QStringList(row.cells.begin(), row.cells.begin() + 10));
+    for (int row = 1; row <= grid.count(); ++row) {
+        QStringList &cells = rows.emplaceBack();
+        for (int column = 0; column < 10; ++column) {
+            cells += grid.text(row, static_cast<GridColumn>(column));
+        }
     }
     return rows;
 }
@@ -97,10 +135,10 @@ inline Logbook sampleLog()
         reception(u"09/07/2011 06:30:00"_s, u"F201"_s, u"105.5"_s, u"FR INTER"_s, u"Langenberg"_s, u"F"_s));
     log.AddEntry(
         reception(u"10/07/2011 06:31:00"_s, u"delete"_s, u"105.5"_s, u"<script>"_s, u"Langenberg"_s, u"D"_s));
-    log.changeEntry(0, [](LogEntry &entry) { entry.dist = u"123.5"_s; });
-    log.changeEntry(0, [](LogEntry &entry) { entry.power = u"100"_s; });
-    log.changeEntry(1, [](LogEntry &entry) { entry.notes = u"first\r\nsecond"_s; });
-    log.changeEntry(3, [](LogEntry &entry) { entry.dist = u"n/a"_s; });
+    changeEntry(log, 0, [](LogEntry &entry) { entry.dist = u"123.5"_s; });
+    changeEntry(log, 0, [](LogEntry &entry) { entry.power = u"100"_s; });
+    changeEntry(log, 1, [](LogEntry &entry) { entry.notes = u"first\r\nsecond"_s; });
+    changeEntry(log, 3, [](LogEntry &entry) { entry.dist = u"n/a"_s; });
     return log;
 }
 

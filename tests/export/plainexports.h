@@ -1,7 +1,7 @@
 #pragma once
 
-#include "core/textencoding.h"
 #include "exportdata.h"
+#include "net/textencoding.h"
 
 #include <QMap>
 
@@ -14,7 +14,7 @@ namespace quillon::test {
 class PlainExports
 {
 public:
-    PlainExports(const Logbook &log, const TransmitterList &transmitters, const CellSource &grid,
+    PlainExports(const Logbook &log, const TransmitterList &transmitters, const TableGrid &grid,
         const Regional &regional)
         : m_log(log)
         , m_list(transmitters)
@@ -116,7 +116,7 @@ public:
         QString lastDay;
         QString lastProp;
         int count = 0;
-        for (int row = m_grid.rows() - 1; row >= 1; --row) {
+        for (int row = m_grid.count(); row >= 1; --row) {
             QStringList c = cells(row);
             const QStringList unknown {{}, u"????"_s, {}, u"????????"_s, u"???"_s, u"???"_s, {}, {}, {}, {}};
             for (int i = 0; i < 10; ++i) {
@@ -233,7 +233,7 @@ private:
     {
         bool none = true;
         DateTime current;
-        for (int row = m_grid.rows() - 1; row >= 1; --row) {
+        for (int row = m_grid.count(); row >= 1; --row) {
             const DateTime date = at(m_grid.text(row, GridColumn::DateTime).trimmed());
             if (none) {
                 none = false;
@@ -271,7 +271,7 @@ private:
         for (QString line : lines(monthText)) {
             line.replace(u"$MONTHYEAR"_s, text(month, u"mmm-yyyy"));
             if (line.contains(u"$RAWDATA"_s)) {
-                for (int row = m_grid.rows() - 1; row >= 1; --row) {
+                for (int row = m_grid.count(); row >= 1; --row) {
                     QStringList c = cells(row);
                     const DateTime date = at(c[0]);
                     if (text(date, u"yyyy") != text(month, u"yyyy")
@@ -303,7 +303,7 @@ private:
 
     const Logbook &m_log;
     const TransmitterList &m_list;
-    const CellSource &m_grid;
+    const TableGrid &m_grid;
     const Regional &m_regional;
 };
 

@@ -17,24 +17,33 @@ inline const QByteArray viewerPage = "<script>map\x80</script>\n";
 /// An application directory with templates, and all that a site is made from.
 struct Site
 {
-    Site(Logbook siteLog, TransmitterList siteTransmitters, QList<QStringList> rows)
-        : log(std::move(siteLog))
+    Site(const Logbook &siteLog, TransmitterList siteTransmitters, const QList<QStringList> &rows)
+        : log(siteLog)
         , transmitters(std::move(siteTransmitters))
-        , grid(std::move(rows))
+        , grid(siteLog, rows)
+    {
+        writeTemplates();
+    }
+
+    explicit Site(const Logbook &siteLog, TransmitterList siteTransmitters = sampleTransmitters())
+        : log(siteLog)
+        , transmitters(std::move(siteTransmitters))
+        , grid(siteLog)
+    {
+        writeTemplates();
+    }
+
+    void writeTemplates() const
     {
         directory.write(u"quillon_index.template"_s, indexTemplate);
         directory.write(u"quillon_log.template"_s, monthTemplate);
         directory.write(u"quillon_mapview.htm"_s, viewerPage);
     }
 
-    explicit Site(const Logbook &siteLog)
-        : Site(siteLog, sampleTransmitters(), shownRows(siteLog))
-    {
-    }
-
     QString write(FileCalls &calls = FileCalls::real()) const
     {
-        const WebSite site {grid, log, transmitters, u"DL1ABC"_s, u"V1.0.12"_s, at(u"01/02/2012 03:04:05"_s)};
+        const WebSite site {
+            grid.rows(), transmitters, u"DL1ABC"_s, u"V1.0.12"_s, at(u"01/02/2012 03:04:05"_s)};
         return exportWebPages(directory.path(), site, regional, calls);
     }
 

@@ -41,32 +41,19 @@ private Q_SLOTS:
         QCOMPARE(blankCount(text), expected);
     }
 
-    void datesAreReformattedAndOtherTextsLeft()
-    {
-        const MonthNames months = english().months;
-        QCOMPARE(logDate(u"05/07/2010 21:34:59"_s, months), u"05-Jul-2010 21:34"_s);
-        QCOMPARE(logDayAndTime(u"05/07/2010 21:34:59"_s, months), u"05-Jul 21:34"_s);
-        QCOMPARE(logTime(u"05/07/2010 21:34:59"_s, months), u"21:34"_s);
-        QCOMPARE(logDate(u"2010-07-05"_s, months), u"05-Jul-2010 00:00"_s);
-        QCOMPARE(logDate(u"yesterday"_s, months), u"yesterday"_s);
-        QCOMPARE(logDayAndTime(u""_s, months), u""_s);
-        QCOMPARE(logTime(u"21:34"_s, months), u"21:34"_s);
-    }
-
     void paddingTrimsThenFillsOrCuts_data()
     {
         QTest::addColumn<QString>("text");
         QTest::addColumn<int>("width");
         QTest::addColumn<QString>("left");
-        QTest::addColumn<QString>("right");
-        QTest::newRow("shorter") << u"89.0"_s << 5 << u"89.0 "_s << u" 89.0"_s;
-        QTest::newRow("equal") << u"100.2"_s << 5 << u"100.2"_s << u"100.2"_s;
-        QTest::newRow("longer") << u"100.25"_s << 5 << u"100.2"_s << u"100.2"_s;
-        QTest::newRow("blanks around") << u"  ab "_s << 3 << u"ab "_s << u" ab"_s;
-        QTest::newRow("blank inside") << u"a b"_s << 4 << u"a b "_s << u" a b"_s;
-        QTest::newRow("empty") << u""_s << 2 << u"  "_s << u"  "_s;
-        QTest::newRow("only blanks") << u"    "_s << 2 << u"  "_s << u"  "_s;
-        QTest::newRow("a tab is no blank") << u"\ta"_s << 3 << u"\ta "_s << u" \ta"_s;
+        QTest::newRow("shorter") << u"89.0"_s << 5 << u"89.0 "_s;
+        QTest::newRow("equal") << u"100.2"_s << 5 << u"100.2"_s;
+        QTest::newRow("longer") << u"100.25"_s << 5 << u"100.2"_s;
+        QTest::newRow("blanks around") << u"  ab "_s << 3 << u"ab "_s;
+        QTest::newRow("blank inside") << u"a b"_s << 4 << u"a b "_s;
+        QTest::newRow("empty") << u""_s << 2 << u"  "_s;
+        QTest::newRow("only blanks") << u"    "_s << 2 << u"  "_s;
+        QTest::newRow("a tab is no blank") << u"\ta"_s << 3 << u"\ta "_s;
     }
 
     void paddingTrimsThenFillsOrCuts()
@@ -74,9 +61,7 @@ private Q_SLOTS:
         QFETCH(QString, text);
         QFETCH(int, width);
         QFETCH(QString, left);
-        QFETCH(QString, right);
         QCOMPARE(leftAligned(text, width), left);
-        QCOMPARE(rightAligned(text, width), right);
     }
 
     void monthNamesAreThoseOfTheLocale()

@@ -56,13 +56,13 @@ Export exportOf(const QString &kind)
     }
     if (kind == u"text") {
         return {{}, [](const QString &directory, const Site &site) {
-                    writeTextLog(directory, site.grid, {at(u"01/01/2010"_s), at(u"31/12/2010"_s), false, {}},
-                        site.regional);
+                    writeTextLog(directory, site.grid.rows(),
+                        {at(u"01/01/2010"_s), at(u"31/12/2010"_s), false, {}}, site.regional);
                 }};
     }
     return {u"html"_s, [](const QString &directory, const Site &site) {
                 exportWebPages(directory,
-                    {site.grid, site.log, site.transmitters, u"DL1ABC"_s, u"V1.0.12"_s,
+                    {site.grid.rows(), site.transmitters, u"DL1ABC"_s, u"V1.0.12"_s,
                         at(u"01/02/2012 03:04:05"_s)},
                     site.regional);
             }};
@@ -97,7 +97,7 @@ TransmitterList manyTransmitters(bool second)
 std::unique_ptr<Site> siteOf(bool second)
 {
     const Logbook log = logOf(second);
-    return std::make_unique<Site>(log, manyTransmitters(second), shownRows(log));
+    return std::make_unique<Site>(log, manyTransmitters(second));
 }
 
 // The bytes that every file of a folder may have, and which of them were met.

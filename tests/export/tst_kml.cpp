@@ -1,4 +1,5 @@
 #include "export/kmlfiles.h"
+#include "export/mapscript.h"
 #include "exportdata.h"
 #include "support/testfiles.h"
 
@@ -183,12 +184,14 @@ private Q_SLOTS:
         const Logbook log = sampleLog();
         const TransmitterList list = sampleTransmitters();
         const HeardKml heard(log, list, english());
-        const QString path = directory.file(u"month.kml"_s);
-        QVERIFY(!writeMonthlyKml(path, heard, at(u"01/08/2010"_s)));
+        const MapFiles files {directory.file(u"month.kml"_s), directory.file(u"month.kml.js"_s)};
+        QVERIFY(!writeMonthlyKml(files, heard, at(u"01/08/2010"_s)));
         QCOMPARE(directory.names(), QStringList());
-        QVERIFY(writeMonthlyKml(path, heard, at(u"01/07/2010"_s)));
+        QVERIFY(writeMonthlyKml(files, heard, at(u"01/07/2010"_s)));
+        QCOMPARE(directory.names(), (QStringList {u"month.kml"_s, u"month.kml.js"_s}));
         QCOMPARE(directory.read(u"month.kml"_s), golden(u"html_quillon_log_2010-Jul.kml"_s));
-        QVERIFY(!writeMonthlyKml(path, heard, at(u"01/08/2010"_s)));
+        QCOMPARE(directory.read(u"month.kml.js"_s), mapScript(golden(u"html_quillon_log_2010-Jul.kml"_s)));
+        QVERIFY(!writeMonthlyKml(files, heard, at(u"01/08/2010"_s)));
         QCOMPARE(directory.names(), QStringList());
     }
 
@@ -199,11 +202,15 @@ private Q_SLOTS:
         const TransmitterList list = sampleTransmitters();
         const HeardKml heard(log, list, english());
         const QString missing = directory.file(u"html/month.kml"_s);
-        QCOMPARE(errorOf([&] { writeMonthlyKml(missing, heard, at(u"01/07/2010"_s)); }),
+        QCOMPARE(errorOf([&] {
+            writeMonthlyKml({missing, missing + u".js"_s}, heard, at(u"01/07/2010"_s));
+        }),
             u"Run-time error: Path not found\nWriting "_s + missing);
         const QString folder = directory.file(u"folder"_s);
         QVERIFY(QDir().mkpath(folder));
-        QCOMPARE(errorOf([&] { writeMonthlyKml(folder, heard, at(u"01/08/2010"_s)); }),
+        QCOMPARE(errorOf([&] {
+            writeMonthlyKml({folder, folder + u".js"_s}, heard, at(u"01/08/2010"_s));
+        }),
             u"Run-time error: Permission denied\nDeleting "_s + folder);
         QCOMPARE(errorOf([&] { writeTransmitterKml(missing, list, CodePage()); }),
             u"Run-time error: Path not found\nWriting "_s + missing + u"/tx.kml"_s);

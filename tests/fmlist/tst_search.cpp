@@ -217,14 +217,14 @@ private Q_SLOTS:
         QCOMPARE(highlightedRow({}, u"D3C1"_s), -1);
     }
 
-    void aChosenPositionHasPointsInEveryLocale()
+    void theNumbersOfAChosenRowHavePointsInEveryLocale()
     {
         const QString line = u"87.6;D3C1;RADIO_1;D;D, Berlin;0.5;-33.8679;13.4049;4711\n"_s;
         const QString row = readSearchAnswer(line, comma).rows.value(0);
         QCOMPARE(row, u"87,6\tD3C1\tRADIO_1\tD\tBerlin\t0,5\t-33,8679\t13,4049\t4711"_s);
         const SearchResult chosen = chosenResult(row);
-        QCOMPARE(chosen.frequency, u"87,6"_s);
-        QCOMPARE(chosen.power, u"0,5"_s);
+        QCOMPARE(chosen.frequency, u"87.6"_s);
+        QCOMPARE(chosen.power, u"0.5"_s);
         QCOMPARE(chosen.latitude, u"-33.8679"_s);
         QCOMPARE(chosen.longitude, u"13.4049"_s);
     }

@@ -1,9 +1,12 @@
+#include "core/logbooklines.h"
 #include "fmlist/upload.h"
 #include "platform/runtimeerror.h"
+#include "support/changedlog.h"
 
 #include <QTest>
 
 using namespace quillon;
+using namespace quillon::test;
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -39,6 +42,14 @@ Settings withEmail()
 QByteArray body(const LogEntry &entry, const Settings &settings = withOmid())
 {
     return uploadBody(entry, settings, CodePage(1252));
+}
+
+// Marks what was accepted.
+Accepted marking(Logbook &log)
+{
+    return [&log](qint32 number) {
+        changeEntry(log, number, [](LogEntry &entry) { entry.fmlist = sentField(entry.fmlist); });
+    };
 }
 
 } // namespace
@@ -101,8 +112,11 @@ private Q_SLOTS:
             uploadUrl(u"https://www.fmlist.org"_s, CodePage(1252)), "https://www.fmlist.org/logpost1.php"_ba);
     }
 
-    void eligibleIsWhatHasAUidAndIsNotSent()
+    void eligibleIsWhatHasAUidAndIsNeitherSentNorDeleted()
     {
+        LogEntry deleted = reception(u"4711"_s);
+        deleted.piCode = u"delete"_s;
+        QVERIFY(!isEligible(deleted));
         QVERIFY(isEligible(reception(u"4711"_s)));
         QVERIFY(isEligible(reception(u"4711"_s, u"fml=multi#"_s)));
         QVERIFY(!isEligible(reception(u""_s)));
@@ -148,7 +162,13 @@ private Q_SLOTS:
             "FMList this can be done by selecting your log entry then clicking on search FMList. Once the "
             "search "
             "results are populated then double click on the correct transmitter and update your log record"_s);
+        LogEntry deleted = reception(u"4713"_s);
+        deleted.piCode = u"delete"_s;
+        log.AddEntry(deleted);
+        QCOMPARE(eligibleCount(log), 0);
+        QVERIFY(uploadRefusal(withOmid(), log));
         log.AddEntry(reception(u"4712"_s));
+        QCOMPARE(eligibleCount(log), 1);
         QVERIFY(!uploadRefusal(withOmid(), log));
         QVERIFY(!uploadRefusal(withEmail(), log));
     }
@@ -178,8 +198,10 @@ private Q_SLOTS:
                 bodies += sent;
                 return sent.contains("uid=2&") ? u"Error 7"_s : u"OK"_s;
             },
+            marking(log),
             [&told](const QString &answer, int done, int count) {
                 told += answer + u" %1/%2"_s.arg(done).arg(count);
+                return true;
             });
         QCOMPARE(bodies,
             (QByteArrayList {body(reception(u"1"_s)), body(reception(u"2"_s)), body(reception(u"4"_s))}));
@@ -189,6 +211,66 @@ private Q_SLOTS:
         QCOMPARE(log.entry(0).fmlist, u"fml=sent#"_s);
         QCOMPARE(log.entry(2).fmlist, u""_s);
         QCOMPARE(log.entry(4).fmlist, u"a=1#fml=sent#"_s);
+    }
+
+    void theAcceptedAreToldBeforeTheirAnswerAndTheLogStays()
+    {
+        Logbook log;
+        log.AddEntry(reception(u"1"_s));
+        log.AddEntry(reception(u"2"_s));
+        const QByteArray before = logbookBytes(log, CodePage());
+        QStringList told;
+        const Upload upload = uploadLogs(
+            log, withOmid(), CodePage(1252),
+            [](const QByteArray &sent) { return sent.contains("uid=1&") ? u"Error 7"_s : u"OK"_s; },
+            [&told](qint32 entry) { told += u"accepted %1"_s.arg(entry); },
+            [&told](const QString &answer, int, int) {
+                told += answer;
+                return true;
+            });
+        QCOMPARE(told, (QStringList {u"Error 7"_s, u"accepted 1"_s, u"OK"_s}));
+        QCOMPARE(upload.accepted, 1);
+        QCOMPARE(logbookBytes(log, CodePage()), before);
+    }
+
+    void noMoreIsSentWhenTheTellingSaysSo()
+    {
+        Logbook log;
+        for (const QString &uid : {u"1"_s, u"2"_s, u"3"_s}) {
+            log.AddEntry(reception(uid));
+        }
+        int posts = 0;
+        const Upload upload = uploadLogs(
+            log, withOmid(), CodePage(1252),
+            [&posts](const QByteArray &) {
+                ++posts;
+                return u"OK"_s;
+            },
+            marking(log), [](const QString &, int done, int) { return done < 2; });
+        QCOMPARE(posts, 2);
+        QCOMPARE(upload.accepted, 2);
+        QVERIFY(!upload.failure);
+        QCOMPARE(log.entry(1).fmlist, u"fml=sent#"_s);
+        QCOMPARE(log.entry(2).fmlist, u""_s);
+    }
+
+    void whatIsDeletedMeanwhileIsNotSent()
+    {
+        Logbook log;
+        log.AddEntry(reception(u"1"_s));
+        log.AddEntry(reception(u"2"_s));
+        QByteArrayList bodies;
+        const Upload upload = uploadLogs(
+            log, withOmid(), CodePage(1252),
+            [&](const QByteArray &sent) {
+                bodies += sent;
+                changeEntry(log, 1, [](LogEntry &entry) { entry.piCode = deletedPiCode.toString(); });
+                return u"OK"_s;
+            },
+            marking(log), [](const QString &, int, int) { return true; });
+        QCOMPARE(bodies, QByteArrayList {body(reception(u"1"_s))});
+        QCOMPARE(upload.accepted, 1);
+        QCOMPARE(log.entry(1).fmlist, u""_s);
     }
 
     void whatWasAcceptedBeforeAFailureStaysMarked()
@@ -206,7 +288,7 @@ private Q_SLOTS:
                 }
                 return u"OK"_s;
             },
-            [](const QString &, int, int) {});
+            marking(log), [](const QString &, int, int) { return true; });
         QCOMPARE(posts, 2);
         QCOMPARE(upload.accepted, 1);
         QCOMPARE(log.entry(0).fmlist, u"fml=sent#"_s);

@@ -30,6 +30,26 @@ private Q_SLOTS:
         QCOMPARE(compactText(blanks), compact);
     }
 
+    void oneDigitAfterThePointIsTenths_data()
+    {
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("full");
+        QTest::addColumn<QString>("compact");
+        QTest::newRow("tenths") << u"5"_s << u"50"_s << u"5130.50N"_s;
+        QTest::newRow("none") << u"0"_s << u"00"_s << u"5130.00N"_s;
+        QTest::newRow("blanks") << u" 5 "_s << u"50"_s << u"5130.50N"_s;
+        QTest::newRow("hundredths") << u"05"_s << u"05"_s << u"5130.05N"_s;
+        QTest::newRow("empty") << u""_s << u""_s << u"5130.N"_s;
+        QTest::newRow("letter") << u"x"_s << u"x"_s << u"5130.xN"_s;
+    }
+
+    void oneDigitAfterThePointIsTenths()
+    {
+        QFETCH(QString, typed);
+        QTEST(fullHundredths(typed), "full");
+        QTEST(compactText({u"51"_s, u"30"_s, typed, u"N"_s}), "compact");
+    }
+
     void saysWhatIsWrongWithDecimalDegrees_data()
     {
         QTest::addColumn<QString>("text");
@@ -90,7 +110,9 @@ private Q_SLOTS:
         row("no minutes", {u"51"_s, u""_s, u"25"_s}, true, minutes);
         row("60 minutes", {u"51"_s, u"60"_s, u"25"_s}, true, minutes);
         row("Arabic minutes", {u"51"_s, u"\u0663\u0660"_s, u"25"_s}, true, minutes);
-        row("one digit of hundredths", {u"51"_s, u"30"_s, u"5"_s}, true, hundredths);
+        row("one digit of decimals", {u"51"_s, u"30"_s, u" 5"_s}, true, {});
+        row("one digit beyond", {u"90"_s, u"00"_s, u"1"_s}, true, beyond);
+        row("one letter", {u"51"_s, u"30"_s, u"x"_s}, true, hundredths);
         row("three digits of hundredths", {u"51"_s, u"30"_s, u"255"_s}, true, hundredths);
     }
 

@@ -1,5 +1,6 @@
 #include "import/rdsdx.h"
 
+#include "core/logbook.h"
 #include "core/logbooklines.h"
 #include "platform/runtimeerror.h"
 
@@ -32,6 +33,25 @@ QByteArray lineAt(const QByteArray &station)
     return line("87.6", "D3C3", "BAYERN3", "1430 22", "D", station);
 }
 
+// Adds what a file holds to the log, up to what cannot be read or added; returns how many they are.
+qint32 importRdsdx(
+    Logbook &log, const QByteArray &file, const QString &name,
+    const std::function<void(const QString &)> &status = [](const QString &) {})
+{
+    const RdsdxImport read = readRdsdx(file, name, western(), status);
+    for (std::size_t i = 0; i < read.entries.size(); ++i) {
+        try {
+            log.AddEntry(read.entries[i]);
+        } catch (const RuntimeError &error) {
+            throw atRdsdxLine(error, file, name, read.lines[i], western());
+        }
+    }
+    if (read.failure) {
+        throw RuntimeError(*read.failure);
+    }
+    return static_cast<qint32>(read.entries.size());
+}
+
 struct Imported
 {
     Logbook log;
@@ -42,8 +62,8 @@ struct Imported
 Imported imported(const QByteArray &file, const QString &name = path)
 {
     Imported result;
-    result.count = importRdsdx(
-        result.log, file, name, western(), [&](const QString &status) { result.statuses += status; });
+    result.count =
+        importRdsdx(result.log, file, name, [&](const QString &status) { result.statuses += status; });
     return result;
 }
 
@@ -58,7 +78,7 @@ Failed failed(const QByteArray &file, const QString &name = path)
 {
     Failed result;
     try {
-        importRdsdx(result.log, file, name, western(), [](const QString &) {});
+        importRdsdx(result.log, file, name);
     } catch (const RuntimeError &error) {
         result.name = error.name();
         result.doing = error.doing();
@@ -351,8 +371,8 @@ private Q_SLOTS:
     {
         const QByteArray file = header + lineAt("A|x") + lineAt("B|x");
         Logbook log;
-        QCOMPARE(importRdsdx(log, file, path, western(), [](const QString &) {}), 2);
-        QCOMPARE(importRdsdx(log, file, path, western(), [](const QString &) {}), 2);
+        QCOMPARE(importRdsdx(log, file, path), 2);
+        QCOMPARE(importRdsdx(log, file, path), 2);
         QCOMPARE(log.count(), 4);
         QVERIFY(log.entry(0) == log.entry(2));
     }

@@ -33,6 +33,7 @@ const shots = {
   list: { address: map, act: (page) => page.locator('#panelbutton').evaluate((button) => button.click()) },
   refused: { address: 'quillon_mapview.htm?kml=../secret.kml' },
   disk: { address: `file://${site.path('quillon_mapview.htm')}?kml=quillon.kml` },
+  nomap: { address: `file://${site.path('quillon_mapview.htm')}?kml=missing.kml` },
 };
 
 for (const [size, options] of Object.entries(sizes)) {

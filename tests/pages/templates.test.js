@@ -139,9 +139,14 @@ for (const [name, make] of Object.entries(hostilePages)) {
   }
 }
 
-// The policy of a page has no word on where the page itself may be sent.
-test('known limit: a refresh in a note leads away, and still runs nothing', () => withPage({}, async (page, seen) => {
-  site.write('refresh.htm', fillLog('Jul-2010', [logRow(cells({ notes: hostileRefresh }))]));
+test('a refresh in a note leads nowhere and is read as its letters', () => withPage({}, async (page, seen) => {
+  const refreshing = fillLog('Jul-2010', [logRow(cells({ notes: hostileRefresh }))]);
+  site.write('refresh.htm', refreshing);
+  await page.goto(`${server.address}refresh.htm`);
+  await page.waitForTimeout(500);
+  assert.deepEqual(seen.outside, []);
+  assert.equal(await page.innerText('tbody td:nth-child(9)'), hostileRefresh);
+  site.write('refresh.htm', refreshing.replace('&lt;MeTa', '<MeTa'));
   await page.goto(`${server.address}refresh.htm`);
   await page.waitForTimeout(500);
   assert.deepEqual(seen.outside, ['https://elsewhere.example/refresh']);

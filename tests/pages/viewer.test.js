@@ -9,7 +9,7 @@ import { isDark, lowestContrast, overflow } from './support/checks.js';
 import { hostileKmlTexts } from './support/hostile.js';
 import { sourcePath } from './support/paths.js';
 import { home, writeSample } from './support/sample.js';
-import { createSite, encode, kmlText, serve } from './support/site.js';
+import { createSite, encode, kmlText, serve, writeMap } from './support/site.js';
 
 const viewer = 'quillon_mapview.htm';
 const pixel = Buffer.from('iVBORw0KGgoAAAANSUhEUgAAAAEAAAABCAYAAAAfFcSJAAAADUlEQVR42mNk+M9QDwADhgGAWjR9awAAAABJRU5ErkJggg==', 'base64');
@@ -70,12 +70,12 @@ test('the committed page is what its sources build', () => {
   assert.ok(built.stdout.equals(readFileSync(sourcePath(`data/${viewer}`))), 'run node build.js in tools/mapview');
 });
 
-test('the policy lets exactly the one script of the page run, and pictures come from the tile server only', () => {
+test('the policy lets the one script of the page run and, on a disk only, files beside it, and pictures come from the tile server only', () => {
   const html = readFileSync(sourcePath(`data/${viewer}`), 'utf8');
   const scripts = [...html.matchAll(/<script([^>]*)>([^]*?)<\/script>/g)].filter(([, attributes]) => !attributes.includes('application/json'));
   assert.equal(scripts.length, 1);
   const hash = createHash('sha256').update(scripts[0][2]).digest('base64');
-  assert.ok(html.includes(`content="default-src 'none'; script-src 'sha256-${hash}'; style-src 'unsafe-inline'; connect-src 'self'; `
+  assert.ok(html.includes(`content="default-src 'none'; script-src 'sha256-${hash}' file:; style-src 'unsafe-inline'; connect-src 'self'; `
     + "img-src data: https://tile.openstreetmap.org; base-uri 'none'; form-action 'none'\""));
   const markup = html.replace(/<script[^>]*>[^]*?<\/script>/g, '');
   assert.deepEqual(markup.match(/\b(?:src|href)=\S+|url\([^)]*\)|@import/g), ['href="quillon_logindex.htm"']);
@@ -179,12 +179,11 @@ for (const scheme of ['http', 'file']) {
     const places = hostileKmlTexts.flatMap((text, i) => [
       place({ name: text, lat: String(30 + i) }), place({ country: text, lon: String(i) }), place({ name: `Site ${i}`, receptions: [[text, text, text, text]] }), place({ name: encode(text), lat: '' }),
     ]);
-    site.write('hostile.kml', kmlText(hostileKmlTexts[0], places));
+    writeMap(site, 'hostile.kml', kmlText(hostileKmlTexts[0], places));
     if (scheme === 'http') {
       await open(page, '?kml=hostile.kml');
     } else {
-      await page.goto(`file://${site.path(viewer)}?kml=hostile.kml`);
-      await page.setInputFiles('#explanation input', site.path('hostile.kml'));
+      await page.goto(onDisk('hostile.kml'));
     }
     await page.waitForSelector('body[data-state=shown]');
     for (let i = 0, rows = await page.locator('#list li').count(); i < rows; i += 3) await page.evaluate((at) => document.querySelectorAll('#list li')[at].click(), i);
@@ -238,10 +237,65 @@ test('an empty map says so', () => withPage({}, async (page) => {
   assert.equal(await summary(page), 'No transmitter in this file');
 }));
 
-test('opened from a disk it explains, and takes the file by the picker', () => withPage({}, async (page, seen) => {
-  await page.goto(`file://${site.path(viewer)}?kml=quillon.kml`);
+const onDisk = (name) => `file://${site.path(viewer)}?kml=${name}`;
+
+test('opened from a disk it shows the map at once', () => withPage({}, async (page, seen) => {
+  await page.goto(onDisk('quillon.kml'));
+  await page.waitForSelector('body[data-state=shown]');
+  assert.equal(await page.title(), 'Quillon Full');
+  assert.equal(await markers(page), '25');
+  assert.equal(await row(page, 'K\u00f6ln/Sendeturm').count(), 1);
+  assert.equal(await page.locator('#explanation').isVisible(), false);
+  assert.deepEqual(seen.requests, []);
+}));
+
+test('opened from a disk a month with an umlaut is shown, whichever way its link is escaped', () => withPage({}, async (page) => {
+  writeMap(site, 'quillon_log_2010-M\u00e4r.kml', kmlText('Quillon 2010-M\u00e4r', [place({ name: 'K\u00f6ln' })]));
+  for (const link of ['quillon_log_2010-M%E4r.kml', 'quillon_log_2010-M%C3%A4r.kml']) {
+    await page.goto(onDisk(link));
+    await page.waitForSelector('body[data-state=shown]');
+    assert.equal(await page.title(), 'Quillon 2010-M\u00e4r');
+  }
+}));
+
+for (const [what, script] of Object.entries({
+  'no script': null, 'an empty script': '', 'a broken script': 'window.quillonMap = "', 'another script': 'window.other = "QUJD";', 'no text': 'window.quillonMap = 5;', 'no base64': 'window.quillonMap = "\u00e4";',
+})) {
+  test(`opened from a disk with ${what} beside the file it asks for the file`, async () => {
+    const opened = await browser.newPage();
+    if (script !== null) site.write('odd.kml.js', script);
+    await opened.page.goto(onDisk(script === null ? 'missing.kml' : 'odd.kml'));
+    await opened.page.waitForSelector('body[data-state=explained]');
+    assert.match(await opened.page.innerText('#explanationtext'), /opened from a disk.*Drop (missing|odd)\.kml here, or choose it/s);
+    await opened.close();
+  });
+}
+
+test('opened from a disk junk beside the file is explained', () => withPage({}, async (page) => {
+  writeMap(site, 'junk.kml', '\xff\xfe no map');
+  await page.goto(onDisk('junk.kml'));
   await page.waitForSelector('body[data-state=explained]');
-  assert.match(await page.innerText('#explanationtext'), /opened from a disk.*Drop quillon\.kml here, or choose it/s);
+  assert.match(await page.innerText('#explanationtext'), /junk\.kml cannot be read as a map: there is no KML in it\./);
+}));
+
+test('a script beside a file that a server gives is not loaded', () => withPage({}, async (page, seen) => {
+  site.write('served.kml', kmlText('Served', [place({})]));
+  site.write('served.kml.js', 'hostileRan("served")');
+  assert.equal(await open(page, '?kml=served.kml'), 'shown');
+  const refused = await page.evaluate(() => new Promise((resolve) => {
+    const script = document.createElement('script');
+    script.addEventListener('load', () => resolve(false));
+    script.addEventListener('error', () => resolve(true));
+    script.src = 'served.kml.js';
+    document.head.append(script);
+  }));
+  assert.ok(refused);
+  assert.deepEqual(seen.requests.filter((url) => url.endsWith('.js')), []);
+}));
+
+test('opened from a disk without its script it takes the file by the picker', () => withPage({}, async (page, seen) => {
+  await page.goto(onDisk('missing.kml'));
+  await page.waitForSelector('body[data-state=explained]');
   const [chooser] = await Promise.all([page.waitForEvent('filechooser'), page.click('#explanation .button')]);
   await chooser.setFiles(site.path('quillon.kml'));
   await page.waitForSelector('body[data-state=shown]');
@@ -251,7 +305,7 @@ test('opened from a disk it explains, and takes the file by the picker', () => w
 }));
 
 test('opened from a disk it takes the file by drop', () => withPage({}, async (page) => {
-  await page.goto(`file://${site.path(viewer)}?kml=quillon.kml`);
+  await page.goto(onDisk('missing.kml'));
   await page.waitForSelector('body[data-state=explained]');
   const transfer = await page.evaluateHandle((text) => {
     const data = new DataTransfer();

@@ -1,5 +1,6 @@
 #include "platform/files.h"
 #include "platform/runtimeerror.h"
+#include "support/faultycalls.h"
 #include "support/testfiles.h"
 
 #include <QDir>
@@ -265,6 +266,32 @@ private Q_SLOTS:
         appendToFile(home.file(u"f"_s), "b\r\n");
         QCOMPARE(home.read(u"f"_s), "a\r\nb\r\n"_ba);
         QVERIFY(errorOf([&] { appendToFile(home.file(u"no/f"_s), "x"); }).has_value());
+    }
+
+    void whatIsAddedIsOnTheDiskOrTold()
+    {
+        for (const bool isNew : {true, false}) {
+            bool succeeded = false;
+            for (int failing = 1; !succeeded; ++failing) {
+                QVERIFY(failing < 20);
+                const TestDirectory home;
+                if (!isNew) {
+                    home.write(u"f"_s, "a\r\n");
+                }
+                FaultyCalls calls(failing, ENOSPC);
+                calls.writeAtMost(2);
+                const auto error = errorOf([&] { appendToFile(home.file(u"f"_s), "bcde\r\n", calls); });
+                succeeded = !error;
+                QCOMPARE(error.value_or(ErrorName::DiskFull), ErrorName::DiskFull);
+                QCOMPARE(calls.failed(), !succeeded);
+                QCOMPARE(calls.open(), 0);
+                if (succeeded) {
+                    QCOMPARE(home.read(u"f"_s), isNew ? "bcde\r\n"_ba : "a\r\nbcde\r\n"_ba);
+                    // Opened, written three times, synced, closed; a new name synced as well.
+                    QCOMPARE(calls.count(), isNew ? 7 : 6);
+                }
+            }
+        }
     }
 
     void theStateTellsEveryChange()

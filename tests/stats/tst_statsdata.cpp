@@ -267,6 +267,21 @@ private Q_SLOTS:
         QCOMPARE(std::get<MonthCounts>(countReceptions(entries, {}))[6], qint16(4));
         QCOMPARE(yearChoices(entries), QStringList({u"All"_s, u"2010"_s, u"2009"_s}));
     }
+
+    void otherModesOfTheLogFollowTheUsualOnes()
+    {
+        std::vector<LogEntry> entries;
+        for (const QString &prop : {u"Es"_s, u"Sc"_s, u""_s, u"es"_s, u"Sc"_s, QString(longestMode + 1, u'x'),
+                 QString(longestMode, u'y')}) {
+            entries.emplace_back().prop = prop;
+        }
+        QCOMPARE(modeChoices(entries),
+            modeChoices() + QStringList({u"Sc"_s, u"es"_s, QString(longestMode, u'y')}));
+        for (int i = 0; i < 1000; ++i) {
+            entries.emplace_back().prop = QString::number(i);
+        }
+        QCOMPARE(modeChoices(entries).size(), modeChoices().size() + mostModes);
+    }
 };
 
 QTEST_GUILESS_MAIN(TestStatsData)

@@ -24,6 +24,8 @@ public:
     /// Stands for a file system that knows no nameless files, and says so with `code`.
     void refuseNameless(int code) { m_namelessCode = code; }
 
+    /// The call of this number, counted from the first of all, fails from now on.
+    void failAt(int failing) { m_failing = failing; }
     /// From now on no call fails.
     void heal() { m_failing = 0; }
 
@@ -50,6 +52,10 @@ public:
     {
         return fails() ? -1 : opened(FileCalls::openNew(path, mode));
     }
+    int openToAppend(const QByteArray &path, mode_t mode) override
+    {
+        return fails() ? -1 : opened(FileCalls::openToAppend(path, mode));
+    }
     ssize_t write(int file, QByteArrayView bytes) override
     {
         const QByteArrayView some = m_most > 0 && bytes.size() > m_most ? bytes.first(m_most) : bytes;
@@ -67,6 +73,14 @@ public:
         m_renamed = m_renamed || result == 0;
         return result;
     }
+    int makeDirectory(const QByteArray &path, mode_t mode) override
+    {
+        return fails() ? -1 : FileCalls::makeDirectory(path, mode);
+    }
+    int makeDirectoryOfNewName(QByteArray &path) override
+    {
+        return fails() ? -1 : FileCalls::makeDirectoryOfNewName(path);
+    }
     int syncDirectory(const QByteArray &directory) override
     {
         return fails() ? -1 : FileCalls::syncDirectory(directory);
@@ -79,7 +93,8 @@ public:
         return fails() ? -1 : result;
     }
 
-private:
+protected:
+    /// Counts as a call, fails as one, and does nothing.
     bool fails()
     {
         if (++m_count != m_failing) {
@@ -90,6 +105,7 @@ private:
         return true;
     }
 
+private:
     int opened(int file)
     {
         m_open += file >= 0 ? 1 : 0;

@@ -1,5 +1,7 @@
 #include "support/mainwindow.h"
 
+#include "ui/looks.h"
+
 #include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
@@ -63,6 +65,7 @@ int FailingCalls::rename(const QByteArray &from, const QByteArray &to)
 void MainWindow::start()
 {
     stop();
+    installLooks();
     m_form = std::make_unique<Form1>(Form1Options {
         directory.path(), QStringLiteral(QUILLON_SUPPLIED), Regional::fromEnvironment(), &calls});
     m_form->Form_Load();

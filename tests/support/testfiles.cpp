@@ -8,6 +8,11 @@ namespace quillon::test {
 
 using namespace Qt::StringLiterals;
 
+TestDirectory::TestDirectory(const QString &parent)
+    : m_directory((QFileInfo(parent).isWritable() ? parent : QDir::tempPath()) + u"/quillon-XXXXXX"_s)
+{
+}
+
 void TestDirectory::write(const QString &name, const QByteArray &bytes) const
 {
     const QString path = file(name);

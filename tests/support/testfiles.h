@@ -7,10 +7,17 @@
 
 namespace quillon::test {
 
+/// Where files are kept in memory, for tests that write many thousands.
+inline constexpr QStringView memoryDirectory = u"/dev/shm";
+
 /// A directory of a test's own, gone with the test.
 class TestDirectory
 {
 public:
+    TestDirectory() = default;
+    /// A directory in this one, or where all are when it cannot be written.
+    explicit TestDirectory(const QString &parent);
+
     [[nodiscard]] QString path() const { return m_directory.path(); }
     [[nodiscard]] QString file(const QString &name) const { return m_directory.filePath(name); }
 

@@ -3,8 +3,6 @@
 #include <QFile>
 #include <QTest>
 
-#include <algorithm>
-
 using namespace quillon;
 using namespace Qt::StringLiterals;
 
@@ -13,32 +11,10 @@ class CountryNamesTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void codesAreSortedWithoutDuplicates();
-    void codesAreOneOrThreeCapitals();
     void everyLineOfTheCountryListHasAName();
     void nameOfACode_data();
     void nameOfACode();
 };
-
-void CountryNamesTest::codesAreSortedWithoutDuplicates()
-{
-    const auto names = countryNames();
-    QCOMPARE(names.size(), std::size_t(250));
-    for (std::size_t i = 1; i < names.size(); ++i) {
-        QVERIFY2(names[i - 1].code < names[i].code,
-            qPrintable(QString::fromStdU16String(std::u16string(names[i].code))));
-    }
-}
-
-void CountryNamesTest::codesAreOneOrThreeCapitals()
-{
-    for (const auto &[code, name] : countryNames()) {
-        QVERIFY(code.size() == 1 || code.size() == 3);
-        QVERIFY(std::ranges::all_of(code, [](char16_t c) { return c >= u'A' && c <= u'Z'; }));
-        QVERIFY(!name.empty());
-        QVERIFY(name.front() != u' ' && name.back() != u' ');
-    }
-}
 
 void CountryNamesTest::everyLineOfTheCountryListHasAName()
 {

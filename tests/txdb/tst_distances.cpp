@@ -30,6 +30,13 @@ Settings home(const QString &latitude, const QString &longitude, const QString &
     return settings;
 }
 
+// Measures the sites and gives the entries their distances.
+void recalculate(TransmitterList &list, Logbook &log, const Settings &settings, bool decimalComma = false)
+{
+    list.apply(measuredTransmitters(list, settings, decimalComma));
+    log.apply(givenDistances(list, log));
+}
+
 // The distance text of one transmitter.
 QString measured(
     const Settings &settings, const QString &latitude, const QString &longitude, bool decimalComma = false)
@@ -37,8 +44,7 @@ QString measured(
     TransmitterList list;
     list.add({u"Site"_s, u"D"_s, latitude, longitude, u"1"_s});
     Logbook log;
-    measureTransmitters(list, settings, decimalComma);
-    giveDistances(list, log);
+    recalculate(list, log, settings, decimalComma);
     return list.row(0).distance;
 }
 
@@ -132,8 +138,7 @@ private Q_SLOTS:
         LogEntry deleted = entryOf(u"Madrid"_s, u"E"_s, u"6"_s);
         deleted.piCode = deletedPiCode.toString();
         log.AddEntry(deleted);
-        measureTransmitters(list, home(u"51.5"_s, u"-0.1"_s), false);
-        giveDistances(list, log);
+        recalculate(list, log, home(u"51.5"_s, u"-0.1"_s));
 
         QCOMPARE(list.row(0).distance, u"1264.5"_s);
         QCOMPARE(list.row(1).distance, u"0"_s);
@@ -159,8 +164,7 @@ private Q_SLOTS:
                 u"Site %1"_s.arg(random.bounded(120)), u"ABC"_s[random.bounded(3)], QString::number(i)));
         }
         const Logbook before = log;
-        measureTransmitters(list, home(u"51.5"_s, u"-0.1"_s), false);
-        giveDistances(list, log);
+        recalculate(list, log, home(u"51.5"_s, u"-0.1"_s));
         for (qint32 index = 0; index < log.count(); ++index) {
             LogEntry expected = before.entry(index);
             for (const Transmitter &row : list) {

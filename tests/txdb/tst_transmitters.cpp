@@ -2,6 +2,7 @@
 
 #include "platform/runtimeerror.h"
 
+#include <QRandomGenerator>
 #include <QTest>
 
 using namespace quillon;
@@ -230,16 +231,134 @@ private Q_SLOTS:
     {
         TransmitterList list;
         list.add(site(u"A"_s));
-        list.setDistance(0, u"55.5"_s);
+        const Transmitter before = list.row(0);
+        Transmitter after = before;
+        after.distance = u"55.5"_s;
+        SiteChanges changes;
+        changes.push_back({0, before, after});
+        list.apply(changes);
         QCOMPARE(list.row(0).distance, u"55.5"_s);
         for (const int row : {-1, 1, 5001}) {
+            changes.front().row = row;
             try {
-                list.setDistance(row, u"1"_s);
+                list.apply(changes);
                 QFAIL("nothing was thrown");
             } catch (const RuntimeError &error) {
                 QCOMPARE(error.name(), ErrorName::SubscriptOutOfRange);
             }
             QVERIFY_THROWS_EXCEPTION(RuntimeError, static_cast<void>(list.row(row)));
+        }
+    }
+
+    void anAdditionIsToldAndNotMade()
+    {
+        TransmitterList list;
+        list.add(site(u"A"_s, u"D"_s, u"1"_s, u"2"_s, u"100"_s));
+        const Transmitter other = site(u"B"_s);
+        QVERIFY(list.addition(other) == (SiteChange {1, std::nullopt, other}));
+        const Transmitter moved = site(u"A"_s, u"D"_s, u"3"_s, u""_s, u"999"_s);
+        QVERIFY(list.addition(moved)
+            == (SiteChange {0, list.row(0), site(u"A"_s, u"D"_s, u"3"_s, u""_s, u"100"_s)}));
+        QCOMPARE(list.count(), 1);
+        QCOMPARE(list.row(0).latitude, u"1"_s);
+        // What is as it stands, and what is no site, changes nothing.
+        QVERIFY(!list.addition(site(u"A"_s, u"D"_s, u"1"_s, u"2"_s, u"999"_s)));
+        QVERIFY(!list.addition(site(u"A"_s, u"D"_s, u""_s, u""_s)));
+        QVERIFY(!list.addition(site(u""_s)));
+        QVERIFY(!list.addition(site(u"C"_s, u""_s)));
+    }
+
+    void aFullListTellsNoAddition()
+    {
+        TransmitterList list;
+        for (int i = 0; i < TransmitterList::capacity; ++i) {
+            list.add(site(QString::number(i)));
+        }
+        QVERIFY(!list.addition(site(u"5001"_s)));
+        QVERIFY(list.addition(site(u"5000"_s, u"D"_s, u"7"_s)));
+    }
+
+    void theInverseTakesBackInTheOtherOrder()
+    {
+        TransmitterList list;
+        list.add(site(u"A"_s));
+        const QByteArray before = transmitterBytes(list, CodePage());
+        SiteChanges changes;
+        changes.push_back({1, std::nullopt, site(u"B"_s)});
+        changes.push_back({2, std::nullopt, site(u"C"_s, u"F"_s)});
+        changes.push_back({1, site(u"B"_s), site(u"B"_s, u"D"_s, u"7"_s)});
+        list.apply(changes);
+        QCOMPARE(transmitterBytes(list, CodePage()), before + "B|D|7|10||\r\nC|F|51|10||\r\n"_ba);
+        QCOMPARE(list.namesOfCountry(u"D"), (QStringList {u"A"_s, u"B"_s}));
+        QCOMPARE(list.find(u"C", u"F"), std::optional(2));
+        list.apply(changes.inverse());
+        QCOMPARE(transmitterBytes(list, CodePage()), before);
+        QCOMPARE(list.namesOfCountry(u"D"), QStringList(u"A"_s));
+        QCOMPARE(list.namesOfCountry(u"F"), QStringList());
+        QVERIFY(!list.find(u"B", u"D"));
+        QVERIFY(!list.find(u"C", u"F"));
+        QVERIFY(changes.inverse().inverse() == changes);
+        // What was taken back can be added again, in its old place.
+        QVERIFY(list.add(site(u"C"_s, u"F"_s)));
+        QCOMPARE(list.find(u"C", u"F"), std::optional(1));
+    }
+
+    void aThousandChangesComeBackAndSitesAreFoundAfterEach()
+    {
+        QRandomGenerator random(5001);
+        TransmitterList list;
+        std::vector<SiteChanges> made;
+        QByteArrayList states {transmitterBytes(list, CodePage())};
+        const auto isFoundAsByScan = [&list] {
+            for (const QString &country : {u"D"_s, u"F"_s}) {
+                QStringList names;
+                for (int i = 0; i < 12; ++i) {
+                    const QString name = QString::number(i);
+                    std::optional<int> expected;
+                    for (int row = 0; row < list.count(); ++row) {
+                        if (list.row(row).name == name && list.row(row).country == country) {
+                            expected = row;
+                        }
+                    }
+                    if (list.find(name, country) != expected) {
+                        return false;
+                    }
+                }
+                for (const Transmitter &row : list) {
+                    names += row.country == country ? QStringList(row.name) : QStringList();
+                }
+                if (list.namesOfCountry(country) != names) {
+                    return false;
+                }
+            }
+            return true;
+        };
+        for (int i = 0; i < 1000; ++i) {
+            if (!made.empty() && random.bounded(2) == 0) {
+                list.apply(made.back().inverse());
+                made.pop_back();
+                states.removeLast();
+                QCOMPARE(transmitterBytes(list, CodePage()), states.last());
+            } else {
+                const auto change = list.addition(site(QString::number(random.bounded(12)),
+                    random.bounded(2) == 0 ? u"D"_s : u"F"_s, QString::number(random.bounded(3))));
+                SiteChanges changes;
+                if (change) {
+                    changes.push_back(*change);
+                }
+                if (list.count() > 0) {
+                    const int row = random.bounded(list.count());
+                    if (!change || row != change->row) {
+                        Transmitter measured = list.row(row);
+                        measured.distance = QString::number(i);
+                        changes.push_back({row, list.row(row), measured});
+                    }
+                }
+                list.apply(changes);
+                made.push_back(changes);
+                states += transmitterBytes(list, CodePage());
+            }
+            QVERIFY(isFoundAsByScan());
         }
     }
 };

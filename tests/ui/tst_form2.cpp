@@ -297,28 +297,59 @@ private Q_SLOTS:
         QCOMPARE(m_config->settings().rdsdxDirectory, u"C:\\dx"_s);
     }
 
-    void hintsTellWhatIsNoNumber_data()
+    void whatIsOddIsTold_data()
     {
+        QTest::addColumn<QString>("name");
         QTest::addColumn<QString>("text");
-        QTest::addColumn<bool>("hinted");
-        QTest::newRow("a number") << u"51.5"_s << false;
-        QTest::newRow("west") << u"-0.1"_s << false;
-        QTest::newRow("empty") << u""_s << false;
-        QTest::newRow("words") << u"north"_s << true;
-        QTest::newRow("degrees and minutes") << u"51 30 N"_s << true;
+        QTest::addColumn<QString>("problem");
+        for (const QString &name : {u"latitude"_s, u"longitude"_s}) {
+            const QString what = name == u"latitude"_s ? u"Latitude"_s : u"Longitude"_s;
+            for (const QString &text : {u"51.5"_s, u"51,5"_s, u"-0.1"_s, u""_s}) {
+                QTest::addRow("%s %s", qPrintable(name), qPrintable(text)) << name << text << QString();
+            }
+            for (const QString &text : {u"north"_s, u"51 30 N"_s}) {
+                QTest::addRow("%s %s", qPrintable(name), qPrintable(text))
+                    << name << text << what + u" is not a number: 51.34 is one"_s;
+            }
+        }
+        QTest::newRow("beyond the pole") << u"latitude"_s << u"91"_s << u"Latitude is outside -90 to 90"_s;
+        QTest::newRow("around the world")
+            << u"longitude"_s << u"-181"_s << u"Longitude is outside -180 to 180"_s;
+        for (const QString &name : {u"Text1"_s, u"Text2"_s, u"latitude"_s, u"longitude"_s, u"omid"_s,
+                 u"email"_s, u"rdsdir"_s, u"rdsspydir"_s}) {
+            QTest::addRow("a bar in %s", qPrintable(name))
+                << name << u"1|2"_s << u"\"|\" stands for a comma in the settings and comes back as \",\""_s;
+        }
+        QTest::newRow("a comma") << u"Text1"_s << u"Ann, Bob"_s << QString();
+        QTest::newRow("a letter") << u"Text1"_s << u"Łukasz"_s << u"Ł is stored as L"_s;
     }
 
-    void hintsTellWhatIsNoNumber()
+    void whatIsOddIsTold()
     {
+        QFETCH(QString, name);
         QFETCH(QString, text);
-        QFETCH(bool, hinted);
-        for (const QString &name : {u"latitude"_s, u"longitude"_s}) {
-            open(settings);
-            QCOMPARE(hint(name + u"Hint"_s), QString());
-            type(name, text);
-            QCOMPARE(hint(name + u"Hint"_s), hinted ? u"This is not a number: 51.34 is one."_s : QString());
-            cleanup();
+        QFETCH(QString, problem);
+        open(settings);
+        const auto *label = m_window->findChild<QLabel *>(u"problem"_s);
+        QCOMPARE(label->text(), QString());
+        const QSize size = m_window->size();
+        field(name).selectAll();
+        field(name).insert(text);
+        QCOMPARE(label->text(), problem);
+        QCOMPARE(field(name).findChild<QWidget *>(u"problemFrame"_s)->isVisible(), !problem.isEmpty());
+        if (name != u"rdsdir"_s && name != u"rdsspydir"_s) {
+            QCOMPARE(m_window->size(), size);
         }
+        click(u"Command1"_s);
+        QCOMPARE(m_answers->takeTexts(), QStringList());
+        QVERIFY(!m_window || !m_window->isVisible());
+    }
+
+    void whatIsOddInTheFileIsTold()
+    {
+        open("HOME_DEC_LAT=north\r\n");
+        QCOMPARE(
+            m_window->findChild<QLabel *>(u"problem"_s)->text(), u"Latitude is not a number: 51.34 is one"_s);
     }
 
     void hintsTellWhereADirectoryIs()

@@ -186,7 +186,7 @@ def transmitter_lines(receptions: list[Reception]) -> list[str]:
 
 
 def config_lines() -> list[str]:
-    note = ("Antenna: 7 elements, rotor to 180 degrees| 12 m above ground", "",
+    note = ("Antenna: 7 elements, rotor to 180 degrees, 12 m above ground", "",
             "To do:", "- look up the opening of 12 July", "- import 13 July (RDS Spy) and 14 July (RDSDX)")
     return [
         "LOG_BOOK_CALLSIGN=DEMO",
@@ -199,7 +199,7 @@ def config_lines() -> list[str]:
         "LOGBOOK_FILENAME=RDSLog.log",
         "AS_MILES=FALSE",
         "TIME_OFFSET=0",
-        "SCRATCH_PAD=" + "CRLF".join(note),
+        "SCRATCH_PAD=" + "CRLF".join(note).replace(",", "|"),
     ]
 
 

@@ -40,7 +40,8 @@ function build() {
   const script = `\n${leafletScript()}${joinSources()}`;
   if (/<\/script|<!--/i.test(script)) throw new Error('the script would end before its end');
   const hash = createHash('sha256').update(script).digest('base64');
-  const policy = `default-src 'none'; script-src 'sha256-${hash}'; style-src 'unsafe-inline'; connect-src 'self'; `
+  // "file:" is for the map data beside a page that was opened from a disk; from a server it lets nothing in.
+  const policy = `default-src 'none'; script-src 'sha256-${hash}' file:; style-src 'unsafe-inline'; connect-src 'self'; `
     + "img-src data: https://tile.openstreetmap.org; base-uri 'none'; form-action 'none'";
   const parts = {
     CSP: `<meta http-equiv="Content-Security-Policy" content="${policy}">\n${licences()}`,

@@ -1,5 +1,7 @@
 #include "tour/look.h"
 
+#include "ui/looks.h"
+
 #include <QApplication>
 #include <QFont>
 #include <QPalette>
@@ -51,6 +53,7 @@ QPalette paletteOf(const Colours &colours)
 void setLook()
 {
     QApplication::setStyle(QStyleFactory::create(u"Fusion"_s));
+    installLooks();
     QFont font(u"DejaVu Sans"_s);
     font.setPointSize(9);
     QApplication::setFont(font);

@@ -1,8 +1,8 @@
 #include "tour/walk.h"
 
+#include "net/inet1.h"
 #include "tour/look.h"
 #include "ui/grid.h"
-#include "ui/inet1.h"
 
 #include <QAction>
 #include <QApplication>

@@ -141,7 +141,9 @@ void TestBadRows::aRowWithoutAFrequencyClearsThePositionAlone()
     QCOMPARE(window.yellow().size(), 12);
     // The entry is still the first one, whatever row is marked: it is the one that goes, and is marked again.
     QCOMPARE(window.grid().row(), 3);
+    window.answers.press(QMessageBox::Yes);
     window.click("Command15");
+    QCOMPARE(window.answers.takeTexts().size(), 1);
     QCOMPARE(window.piCodes(), (QStringList {u"delete"_s, u"E201"_s, u"F202"_s}));
     QCOMPARE(window.grid().row(), 1);
 }

@@ -169,6 +169,7 @@ void TestChange::deletingOneOfTwoAlikeDeletesTheLowerIndex()
     window.start(first + second);
     window.clickRow(2);
     QCOMPARE(window.text("Text5"), u"First"_s);
+    window.answers.press(QMessageBox::Yes);
     window.click("Command15");
     QCOMPARE(window.logbook(), second);
     QCOMPARE(window.form().log().entry(0).piCode, u"delete"_s);
@@ -183,6 +184,7 @@ void TestChange::anEntryLoadedThroughARefillUpdatesItsOwnRow()
     QCOMPARE(window.grid().row(), 2);
     QCOMPARE(window.text("Text1"), u"D3C3"_s);
     window.type("Text8", u"RNE_2"_s);
+    window.answers.press(QMessageBox::Yes);
     window.click("Command3");
     QCOMPARE(window.grid().text(1, GridColumn::RdsName), u"RNE_2"_s);
     QCOMPARE(window.row(2), u"13/06/2010 10:00:00|E201|88.0|LATER|D|Brocken||10||Es||"_s);
@@ -196,6 +198,7 @@ void TestChange::anEntryLoadedThroughARefillIsDeletedInItsOwnRow()
     window.clickRow(1);
     window.form().populateGrid();
     QCOMPARE(window.grid().row(), 2);
+    window.answers.press(QMessageBox::Yes);
     window.click("Command15");
     QCOMPARE(window.piCodes(), (QStringList {u"delete"_s, u"E201"_s}));
     QCOMPARE(window.grid().row(), 1);

@@ -107,8 +107,9 @@ void TestExports::theWebPagesAreWrittenAndTheIndexOpened()
     QCOMPARE(window.opened.take(), QStringList {in(window, u"html/quillon_logindex.htm"_s)});
     QVERIFY(window.isCalm());
     QCOMPARE(QDir(in(window, u"html"_s)).entryList(QDir::Files, QDir::Name),
-        (QStringList {u"quillon.kml"_s, u"quillon_log_2010-Jul.htm"_s, u"quillon_log_2010-Jul.kml"_s,
-            u"quillon_log_2010-Jun.htm"_s, u"quillon_logindex.htm"_s, u"quillon_mapview.htm"_s}));
+        (QStringList {u"quillon.kml"_s, u"quillon.kml.js"_s, u"quillon_log_2010-Jul.htm"_s,
+            u"quillon_log_2010-Jul.kml"_s, u"quillon_log_2010-Jul.kml.js"_s, u"quillon_log_2010-Jun.htm"_s,
+            u"quillon_logindex.htm"_s, u"quillon_mapview.htm"_s}));
     QCOMPARE(window.directory.read(u"html/quillon_mapview.htm"_s), "<title>Map</title>\n"_ba);
     QCOMPARE(window.directory.read(u"html/quillon_logindex.htm"_s),
         "<h1>DL1ABC 4 "_ba + versionText().toLatin1()

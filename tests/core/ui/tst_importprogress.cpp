@@ -1,7 +1,6 @@
 #include "core/ui/importingwindow.h"
 
 #include <QGuiApplication>
-#include <QPointer>
 #include <QProgressBar>
 #include <QThread>
 
@@ -101,23 +100,6 @@ private Q_SLOTS:
         ImportingWindow::press(dialog, u"Command3"_s);
         QVERIFY(dialog->isVisible());
         QVERIFY(!window.find<QProgressBar>("progress")->isVisible());
-    }
-
-    void theProgressBarOfAnotherRunStays()
-    {
-        ImportingWindow window;
-        window.spy(u"2010-06-12 18-22-05 1111 A.txt"_s);
-        window.start();
-        const QPointer<importRDSSpy> dialog = window.openSpy(u"12/06/2010"_s);
-        auto *bar = window.find<QProgressBar>("progress");
-        bar->setFormat(u"Uploading %v of %m"_s);
-        bar->setRange(0, 7);
-        bar->setValue(4);
-        bar->show();
-        ImportingWindow::press(dialog, u"Command3"_s);
-        QTRY_VERIFY(!dialog);
-        QVERIFY(bar->isVisible());
-        QCOMPARE(bar->text(), u"Uploading 4 of 7"_s);
     }
 };
 

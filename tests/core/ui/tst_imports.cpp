@@ -31,6 +31,8 @@ private Q_SLOTS:
     void aFirstReceptionThatIsNotSavedIsNotImportedAgain();
     void aLastReceptionThatIsNotSavedIsSavedByTheNextImport();
     void receptionsThatAddRefusesDoNotHideThatOneIsNotSaved();
+    void cancelStopsAndTellsTheStatus();
+    void theMainWindowIsOutOfReachMeanwhile();
     void aMissingFolderIsToldInTheStatus();
 };
 
@@ -146,15 +148,18 @@ void TestImports::whatAddRefusesIsToldAndTheRestIsAdded()
     window.start(oldEntry);
     ImportingWindow::press(window.openSpy(u"12/06/2010"_s), u"Command3"_s);
     QCOMPARE(window.answers.takeTexts(),
-        (QStringList {u"Enter date of logs to import?"_s, u"PI Code and RDS Name Empty"_s, u"Imported"_s}));
+        (QStringList {u"Enter date of logs to import?"_s,
+            u"PI Code and RDS Name Empty\n2010/06/12 18:22:05"_s, u"Imported"_s}));
+    QCOMPARE(window.text("status"), u"RDS Spy import: 1 imported, 1 refused"_s);
     QCOMPARE(window.logbook(), oldEntry + "2222|12/06/2010 18:22:06||87.5||TBD||B|||||\r\n");
 
     auto *dialog = window.openSpy(u"12/06/2010"_s);
     dialog->findChild<QLineEdit *>(u"Text1"_s)->clear();
     ImportingWindow::press(dialog, u"Command3"_s);
     QCOMPARE(window.answers.takeTexts(),
-        (QStringList {
-            u"Enter date of logs to import?"_s, u"Frequency Empty"_s, u"Frequency Empty"_s, u"Imported"_s}));
+        (QStringList {u"Enter date of logs to import?"_s, u"Frequency Empty\n2010/06/12 18:22:05"_s,
+            u"Frequency Empty\n2010/06/12 18:22:06 2222 B"_s, u"Imported"_s}));
+    QCOMPARE(window.text("status"), u"RDS Spy import: 0 imported, 2 refused"_s);
     QCOMPARE(window.form().log().count(), 2);
 }
 
@@ -286,8 +291,51 @@ void TestImports::receptionsThatAddRefusesDoNotHideThatOneIsNotSaved()
     QCOMPARE(window.answers.takeTexts().size(), 1);
     QCOMPARE(window.logbook(), oldEntry);
     ImportingWindow::press(dialog, u"Command3"_s);
-    QCOMPARE(window.answers.takeTexts(), (QStringList {u"PI Code and RDS Name Empty"_s, u"Imported"_s}));
+    QCOMPARE(window.answers.takeTexts(),
+        (QStringList {u"PI Code and RDS Name Empty\n2010/06/12 18:22:06"_s, u"Imported"_s}));
     QCOMPARE(window.logbook(), oldEntry + "1111|12/06/2010 18:22:05||87.5||TBD||A|||||\r\n");
+}
+
+void TestImports::cancelStopsAndTellsTheStatus()
+{
+    ImportingWindow window;
+    for (int second = 0; second < 5; ++second) {
+        window.spy(u"2010-06-12 18-22-0%1 111%1 A.txt"_s.arg(second));
+    }
+    window.start();
+    auto *dialog = window.openSpy(u"12/06/2010"_s);
+    connect(dialog, &importRDSSpy::progress, dialog, [dialog](int done) {
+        if (done == 2) {
+            ImportingWindow::press(dialog, u"Command4"_s);
+        }
+    });
+    ImportingWindow::press(dialog, u"Command3"_s);
+    QCOMPARE(window.form().log().count(), 2);
+    QCOMPARE(window.text("status"), u"RDS Spy import stopped: 2 imported, 0 refused, 3 left"_s);
+    QVERIFY(dialog->isVisible());
+    QVERIFY(!window.find<QProgressBar>("progress")->isVisible());
+}
+
+void TestImports::theMainWindowIsOutOfReachMeanwhile()
+{
+    ImportingWindow window;
+    window.spy(u"2010-06-12 18-22-05 1111 A.txt"_s);
+    window.spy(u"2010-06-12 18-22-06 2222 B.txt"_s);
+    window.start(oldEntry);
+    auto *dialog = window.openSpy(u"12/06/2010"_s);
+    connect(dialog, &importRDSSpy::progress, dialog, [&window] {
+        window.click("Command2");
+        QTest::keyClick(&window.form(), Qt::Key_F5);
+        window.clickRow(1);
+    });
+    ImportingWindow::press(dialog, u"Command3"_s);
+    QCOMPARE(window.caption("Command2"), u"New"_s);
+    QVERIFY(!window.form().findChild<QDialog *>(u"Dialog1"_s));
+    QCOMPARE(window.yellow(), QStringList());
+    QCOMPARE(window.form().log().count(), 3);
+    // And within reach again afterwards.
+    window.click("Command2");
+    QCOMPARE(window.caption("Command2"), u"Cancel"_s);
 }
 
 void TestImports::aMissingFolderIsToldInTheStatus()

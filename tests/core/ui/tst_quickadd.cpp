@@ -2,6 +2,7 @@
 #include "support/mainwindow.h"
 
 #include <QApplication>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 
@@ -70,6 +71,10 @@ private Q_SLOTS:
     void f5WorksFromWithinEveryField();
     void theMainFormFillsIt();
     void itIsOneWindow();
+    void f5RaisesWhatIsTyped();
+    void theFrequencyAndThenEachFieldIsChosenWhole();
+    void aPiCodeOfTheFormIsSaidToBeIt();
+    void whatIsOddIsToldAndLogged();
     void anEntryIsLogged();
     void anEntryOfANameAloneIsLogged();
     void theNameIsNotTrimmed();
@@ -156,11 +161,105 @@ void TestQuickAdd::itIsOneWindow()
     window.fill({u"Text1"_s, u"BBBB"_s});
     window.click("Command14");
     QCOMPARE(window.form().findChildren<Dialog1 *>().size(), 1);
-    QCOMPARE(QuickAdd(window).texts(), (QStringList {u"99.9"_s, u"BBBB"_s, u"HALF"_s}));
+    QCOMPARE(QuickAdd(window).texts(), (QStringList {u"99.9"_s, u"AAAA"_s, u"HALF"_s}));
     QuickAdd(window).press(u"CancelButton"_s);
     window.click("Command14");
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QCOMPARE(QuickAdd(window).texts(), (QStringList {u"87.5"_s, u"BBBB"_s, u""_s}));
+}
+
+void TestQuickAdd::f5RaisesWhatIsTyped()
+{
+    MainWindow window;
+    window.start();
+    window.fill({u"Text9"_s, u"101.1"_s, u"Text1"_s, u"BBBB"_s});
+    window.key(Qt::Key_F5);
+    QuickAdd(window).type(u"99.9"_s, u""_s, u"HALF"_s);
+    window.form().activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&window.form()));
+    window.key(Qt::Key_F5);
+    QCOMPARE(QuickAdd(window).texts(), (QStringList {u"99.9"_s, u""_s, u"HALF"_s}));
+    QVERIFY(!QuickAdd(window).dialog()->findChild<QLabel *>(u"fromForm"_s)->isVisible());
+}
+
+void TestQuickAdd::theFrequencyAndThenEachFieldIsChosenWhole()
+{
+    MainWindow window;
+    window.start();
+    for (const bool filled : {false, true}) {
+        if (filled) {
+            window.fill({u"Text9"_s, u"101.1"_s, u"Text1"_s, u"D3C3"_s});
+        }
+        window.key(Qt::Key_F5);
+        const QuickAdd quick(window);
+        QLineEdit *freq = quick.field(u"Text1"_s);
+        QVERIFY(freq->hasFocus());
+        QCOMPARE(freq->selectedText(), filled ? u"101.1"_s : u"87.5"_s);
+        quick.field(u"Text3"_s)->setText(u"NAME"_s);
+        QTest::keyClick(freq, Qt::Key_Tab);
+        QCOMPARE(quick.field(u"Text2"_s)->selectedText(), filled ? u"D3C3"_s : u""_s);
+        QTest::keyClick(quick.field(u"Text2"_s), Qt::Key_Tab);
+        QCOMPARE(quick.field(u"Text3"_s)->selectedText(), u"NAME"_s);
+        QTest::keyClick(quick.field(u"Text3"_s), Qt::Key_Backtab, Qt::ShiftModifier);
+        QCOMPARE(quick.field(u"Text2"_s)->selectedText(), filled ? u"D3C3"_s : u""_s);
+        quick.press(u"CancelButton"_s);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+}
+
+void TestQuickAdd::aPiCodeOfTheFormIsSaidToBeIt()
+{
+    MainWindow window;
+    window.start();
+    window.key(Qt::Key_F5);
+    {
+        const QuickAdd quick(window);
+        QVERIFY(!quick.dialog()->findChild<QLabel *>(u"fromForm"_s)->isVisible());
+        QCOMPARE(quick.field(u"Text2"_s)->accessibleName(), u"PI code"_s);
+        quick.press(u"CancelButton"_s);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+    window.fill({u"Text1"_s, u"D3C3"_s});
+    window.key(Qt::Key_F5);
+    const QuickAdd quick(window);
+    auto *fromForm = quick.dialog()->findChild<QLabel *>(u"fromForm"_s);
+    QLineEdit *piCode = quick.field(u"Text2"_s);
+    QVERIFY(fromForm->isVisible());
+    QCOMPARE(fromForm->text(), u"from the form"_s);
+    QCOMPARE(piCode->accessibleName(), u"PI code, from the form"_s);
+    const QRect place = piCode->geometry();
+    QTest::keyClicks(quick.field(u"Text1"_s), u"88.8"_s);
+    QVERIFY(fromForm->isVisible());
+    QTest::keyClick(piCode, Qt::Key_End);
+    QTest::keyClick(piCode, Qt::Key_Backspace);
+    QVERIFY(!fromForm->isVisible());
+    QCOMPARE(piCode->accessibleName(), u"PI code"_s);
+    QCoreApplication::processEvents();
+    QCOMPARE(piCode->geometry(), place);
+}
+
+void TestQuickAdd::whatIsOddIsToldAndLogged()
+{
+    MainWindow window;
+    window.start();
+    window.key(Qt::Key_F5);
+    const QuickAdd quick(window);
+    const auto *problem = quick.dialog()->findChild<QLabel *>(u"problem"_s);
+    QCOMPARE(problem->text(), QString());
+    const QSize size = quick.dialog()->size();
+    quick.type(u"1"_s, u""_s, u""_s);
+    QCOMPARE(problem->text(), u"Frequency is outside 64 to 108 MHz"_s);
+    quick.type(u"99.9"_s, u"D3C"_s, u""_s);
+    QCOMPARE(problem->text(), u"PI code is not four hexadecimal digits"_s);
+    quick.type(u"99.9"_s, u"D3C3"_s, u"RADIO|1"_s);
+    QCOMPARE(problem->text(),
+        u"\"|\" separates the fields of the file: what follows would become the next field"_s);
+    QCoreApplication::processEvents();
+    QCOMPARE(quick.dialog()->size(), size);
+    QVERIFY(problem->height() >= problem->heightForWidth(problem->width()));
+    quick.press(u"OKButton"_s);
+    QVERIFY(window.logbook().contains("|TBD||RADIO|1|"));
+    QCOMPARE(window.answers.takeTexts(), QStringList());
 }
 
 void TestQuickAdd::anEntryIsLogged()
@@ -304,6 +403,8 @@ void TestQuickAdd::enterLogsTheStation()
     window.start();
     window.key(Qt::Key_F5);
     const QuickAdd quick(window);
+    QVERIFY(quick.field(u"Text1"_s)->hasFocus());
+    QTest::keyClick(quick.field(u"Text1"_s), Qt::Key_Tab);
     QVERIFY(quick.field(u"Text2"_s)->hasFocus());
     QTest::keyClicks(quick.field(u"Text2"_s), u"f201"_s);
     QTest::keyClick(quick.field(u"Text2"_s), Qt::Key_Tab);

@@ -122,7 +122,7 @@ void TestSorting::theModelKeepsTheRules()
     window.clickRow(2);
     window.click("Command15");
     window.click("Command4");
-    window.list().addItem(u"D3C3\t1\t2\t3\t4\t5\t6\t7\t"_s);
+    window.list().setLines({u"D3C3\t1\t2\t3\t4\t5\t6\t7\t"_s});
     window.list().setListIndex(0);
     window.list().horizontalHeader()->sectionClicked(3);
     window.click("Command7");

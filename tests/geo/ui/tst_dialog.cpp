@@ -1,6 +1,7 @@
 #include "geo/ui/dialog.h"
 
 #include "support/numericlocale.h"
+#include "support/wheel.h"
 
 #include <QComboBox>
 #include <QGroupBox>
@@ -213,6 +214,24 @@ private Q_SLOTS:
         }
     }
 
+    void oneDigitAfterThePointIsTenthsOfAMinute()
+    {
+        const Converter converter;
+        converter.type(u"Text1"_s, u"48"_s);
+        converter.type(u"Text2"_s, u"07"_s);
+        converter.type(u"Text3"_s, u"5"_s);
+        converter.choose(u"Combo1"_s, u"N"_s);
+        converter.type(u"Text4"_s, u"11"_s);
+        converter.type(u"Text5"_s, u"37"_s);
+        converter.type(u"Text6"_s, u"5"_s);
+        converter.choose(u"Combo2"_s, u"E"_s);
+        converter.click(u"Command3"_s);
+        QCOMPARE(converter.problem(u"Text1"_s), QString());
+        QCOMPARE(converter.shown(),
+            (QStringList {u"48.125"_s, u"11.625"_s, u"48"_s, u"07"_s, u"50"_s, u"N"_s, u"11"_s, u"37"_s,
+                u"50"_s, u"E"_s, u"JN58TD"_s}));
+    }
+
     void decimalDegreesHoldWhatASingleHolds()
     {
         const Converter converter;
@@ -370,6 +389,19 @@ private Q_SLOTS:
         escaped->show();
         QTest::keyClick(escaped.data(), Qt::Key_Escape);
         QTRY_VERIFY(escaped.isNull());
+    }
+
+    void theMouseWheelChangesNoHemisphereThatHasNotTheFocus()
+    {
+        const Converter converter;
+        converter.find<QLineEdit>(u"Text12"_s)->setFocus();
+        const QStringList shown = converter.shown();
+        for (const QString &name : {u"Combo1"_s, u"Combo2"_s}) {
+            test::turnWheel(*converter.find<QComboBox>(name), 1);
+            test::turnWheel(*converter.find<QComboBox>(name), -1);
+            QCOMPARE(converter.shown(), shown);
+        }
+        QVERIFY(converter.find<QLineEdit>(u"Text12"_s)->hasFocus());
     }
 };
 

@@ -28,7 +28,9 @@ protected:
         m_directory = std::make_unique<TestDirectory>();
         m_answers = std::make_unique<DialogAnswers>();
         m_added.clear();
+        m_atRow = {};
         m_failing = -1;
+        m_refusing.clear();
         m_failingRest = false;
         m_savedRest = 0;
         m_directory->write(QStringLiteral("LOGBOOK.INI"),
@@ -66,14 +68,18 @@ protected:
         delete m_window.data();
         m_window = new importRDSSpy(
             *m_config, m_regional,
-            [this](const RdsSpyReception &reception) {
+            [this](const RdsSpyReception &reception) -> QString {
                 if (m_atRow) {
                     m_atRow();
                 }
                 if (m_failing == static_cast<int>(m_added.size())) {
                     throw RuntimeError(ErrorName::DiskFull, QStringLiteral("Writing the log"));
                 }
+                if (m_refusing.contains(reception.rdsName)) {
+                    return QStringLiteral("PI Code and RDS Name Empty");
+                }
                 m_added.push_back(reception);
+                return {};
             },
             [this] {
                 if (m_failingRest) {
@@ -142,6 +148,7 @@ protected:
     std::vector<RdsSpyReception> m_added;
     std::function<void()> m_atRow; // called before a row is added
     int m_failing = -1; // so many rows are added, then one fails
+    QStringList m_refusing; // the names that Add refuses
     bool m_failingRest = false; // what is not on the disk cannot be saved
     int m_savedRest = 0; // how often it was
 };

@@ -1,11 +1,28 @@
 #include "rdsspywindow.h"
 
+#include <QAbstractButton>
+#include <QLabel>
 #include <QProgressBar>
 #include <QSignalSpy>
+#include <QWindow>
 
 using namespace quillon;
 using namespace quillon::test;
 using namespace Qt::StringLiterals;
+
+namespace {
+
+void pressStop(QWidget *dialog)
+{
+    const QList<QAbstractButton *> buttons = qobject_cast<QMessageBox *>(dialog)->buttons();
+    for (QAbstractButton *button : buttons) {
+        if (button->text().remove(u'&') == u"Stop Importing"_s) {
+            QTest::mouseClick(button, Qt::LeftButton);
+        }
+    }
+}
+
+} // namespace
 
 class TestImportRDSSpyImport : public QObject, private RdsSpyWindow
 {
@@ -168,24 +185,172 @@ private Q_SLOTS:
         QVERIFY(button(u"Command3"_s)->isEnabled());
     }
 
-    void whileItImportsTheWindowIsBusyAndStays()
+    void whileItImportsTheWindowIsBusy()
     {
         listedDay(threeFiles());
         bool checked = false;
         m_atRow = [&] {
-            m_window->close();
             QVERIFY(m_window->isVisible());
             QVERIFY(!list()->isVisible());
             QVERIFY(!button(u"Command3"_s)->isEnabled());
+            QVERIFY(!edit(u"Text1"_s)->isEnabled());
             QVERIFY(QGuiApplication::overrideCursor());
             QCOMPARE(QGuiApplication::overrideCursor()->shape(), Qt::WaitCursor);
             checked = true;
         };
         importAndAnswer();
-        m_atRow = {};
         QVERIFY(checked);
         QCOMPARE(m_added.size(), std::size_t(3));
         QTRY_VERIFY(m_window.isNull());
+    }
+
+    void cancelStopsAfterTheReception_data()
+    {
+        QTest::addColumn<QString>("way");
+        for (const char *way : {"Cancel", "Esc", "close"}) {
+            QTest::newRow(way) << QString::fromLatin1(way);
+        }
+    }
+
+    void cancelStopsAfterTheReception()
+    {
+        QFETCH(QString, way);
+        listedDay(threeFiles());
+        const QSignalSpy summary(m_window, &importRDSSpy::summary);
+        m_atRow = [&] {
+            if (m_added.size() == 1) {
+                if (way == u"Cancel"_s) {
+                    click(u"Command4"_s);
+                } else if (way == u"Esc"_s) {
+                    QTest::keyClick(m_window, Qt::Key_Escape);
+                } else {
+                    m_window->close();
+                }
+            }
+        };
+        importAndAnswer();
+        QCOMPARE(m_answers->takeTexts(), QStringList());
+        QCOMPARE(m_added.size(), std::size_t(2));
+        QCOMPARE(summary.size(), 1);
+        QCOMPARE(summary.first().first(), u"RDS Spy import stopped: 2 imported, 0 refused, 1 left"_s);
+        QCOMPARE(m_savedRest, 1);
+        QVERIFY(m_window->isVisible());
+        QVERIFY(list()->isVisible());
+        QVERIFY(!QGuiApplication::overrideCursor());
+        QCOMPARE(lines(),
+            QStringList({u"*2010/06/12 10:00:00\tD3C3\tR1"_s, u"*2010/06/12 11:00:00\tD3C3\tR2"_s,
+                u"2010/06/12 12:00:00\tD3C3\tR3"_s}));
+        // Import goes on with the rest, and Cancel closes again.
+        m_atRow = {};
+        importAndAnswer();
+        QCOMPARE(m_added.size(), std::size_t(3));
+        QCOMPARE(m_added[2].rdsName, u"R3"_s);
+        QTRY_VERIFY(m_window.isNull());
+    }
+
+    // A click that the system reports is seen too, not only one that the test delivers.
+    void aClickWhileItImportsIsSeen()
+    {
+        listedDay(threeFiles());
+        m_atRow = [this] {
+            QTest::qSleep(60);
+            QPushButton *cancel = button(u"Command4"_s);
+            for (const QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+                const bool pressed = type == QEvent::MouseButtonPress;
+                qt_handleMouseEvent(m_window->windowHandle(),
+                    cancel->mapTo(m_window.data(), cancel->rect().center()),
+                    cancel->mapToGlobal(cancel->rect().center()), pressed ? Qt::LeftButton : Qt::NoButton,
+                    Qt::LeftButton, type, {}, 0);
+            }
+        };
+        click(u"Command3"_s);
+        QCOMPARE(m_added.size(), std::size_t(1));
+        QVERIFY(m_window->isVisible());
+    }
+
+    void aRefusedRowIsNamedAndTheRestGoesOn()
+    {
+        listedDay(threeFiles());
+        m_refusing = {u"R2"_s};
+        const QSignalSpy summary(m_window, &importRDSSpy::summary);
+        const QSignalSpy progress(m_window, &importRDSSpy::progress);
+        m_answers->doing([](QWidget *dialog) {
+            auto *box = qobject_cast<QMessageBox *>(dialog);
+            QCOMPARE(box->textFormat(), Qt::PlainText);
+            QCOMPARE(box->defaultButton(), box->button(QMessageBox::Ok));
+            QCOMPARE(box->buttons().size(), 2);
+            box->button(QMessageBox::Ok)->click();
+        });
+        importAndAnswer();
+        QCOMPARE(m_answers->takeTexts(),
+            QStringList({u"PI Code and RDS Name Empty\n2010/06/12 11:00:00 D3C3 R2"_s, u"Imported"_s}));
+        QCOMPARE(m_added.size(), std::size_t(2));
+        QCOMPARE(m_added[1].rdsName, u"R3"_s);
+        QCOMPARE(progress.last(), QVariantList({3, 3}));
+        QCOMPARE(summary.first().first(), u"RDS Spy import: 2 imported, 1 refused"_s);
+        QTRY_VERIFY(m_window.isNull());
+    }
+
+    void stopImportingEndsTheBoxes()
+    {
+        listedDay(threeFiles());
+        m_refusing = {u"R2"_s, u"R3"_s};
+        const QSignalSpy summary(m_window, &importRDSSpy::summary);
+        m_answers->doing(pressStop);
+        click(u"Command3"_s);
+        QCOMPARE(m_answers->takeTexts().size(), 1);
+        QCOMPARE(m_added.size(), std::size_t(1));
+        QCOMPARE(summary.first().first(), u"RDS Spy import stopped: 1 imported, 1 refused, 1 left"_s);
+        QVERIFY(m_window->isVisible());
+        QCOMPARE(lines(),
+            QStringList({u"*2010/06/12 10:00:00\tD3C3\tR1"_s, u"2010/06/12 11:00:00\tD3C3\tR2"_s,
+                u"2010/06/12 12:00:00\tD3C3\tR3"_s}));
+    }
+
+    void stopImportingAtTheLastRowKeepsTheRefusedOnes()
+    {
+        listedDay(threeFiles());
+        m_refusing = {u"R1"_s, u"R3"_s};
+        const QSignalSpy summary(m_window, &importRDSSpy::summary);
+        m_answers->press(QMessageBox::Ok);
+        m_answers->doing(pressStop);
+        click(u"Command3"_s);
+        QCOMPARE(summary.first().first(), u"RDS Spy import: 1 imported, 2 refused"_s);
+        QVERIFY(m_window->isVisible());
+        QCOMPARE(lines(),
+            QStringList({u"*2010/06/12 11:00:00\tD3C3\tR2"_s, u"2010/06/12 10:00:00\tD3C3\tR1"_s,
+                u"2010/06/12 12:00:00\tD3C3\tR3"_s}));
+    }
+
+    void aFailureLeavesTheRefusedRowsSelected()
+    {
+        listedDay(threeFiles());
+        m_refusing = {u"R1"_s};
+        m_atRow = [this] { m_failing = m_added.empty() ? -1 : 1; };
+        m_answers->press(QMessageBox::Ok);
+        const QSignalSpy summary(m_window, &importRDSSpy::summary);
+        importAndAnswer();
+        QVERIFY(m_answers->takeTexts().last().endsWith(
+            u"\nThe 1 before it are in the log, and not selected any more."_s));
+        QCOMPARE(summary.first().first(), u"RDS Spy import stopped: 1 imported, 1 refused, 1 left"_s);
+        QCOMPARE(lines(),
+            QStringList({u"*2010/06/12 11:00:00\tD3C3\tR2"_s, u"2010/06/12 10:00:00\tD3C3\tR1"_s,
+                u"2010/06/12 12:00:00\tD3C3\tR3"_s}));
+    }
+
+    void anOddDefaultFrequencyIsToldAndTaken()
+    {
+        listedDay(threeFiles());
+        const auto *problem = m_window->findChild<QLabel *>(u"problem"_s);
+        const QRect place = list()->geometry();
+        edit(u"Text1"_s)->selectAll();
+        QTest::keyClicks(edit(u"Text1"_s), u"88.1|x"_s);
+        QCOMPARE(problem->text(),
+            u"\"|\" separates the fields of the file: what follows would become the next field"_s);
+        QVERIFY(edit(u"Text1"_s)->findChild<QWidget *>(u"problemFrame"_s)->isVisible());
+        QCOMPARE(list()->geometry(), place);
+        importAndAnswer();
+        QCOMPARE(m_added.front().freq, u"88.1|x"_s);
     }
 
     void enterImports()

@@ -29,8 +29,8 @@ export const hostileTexts = [
   '<script>alert("dialog")</script>',
 ];
 
-/** Sends the reader to another page: no policy of a page forbids that, and the notes are written as they stand. */
-export const hostileRefresh = `<meta http-equiv="refresh" content="0;url=${outside}/refresh">`;
+/** Sends the reader to another page, which no policy of a page forbids: the export writes its "<" as "&lt;". */
+export const hostileRefresh = `<MeTa http-equiv="refresh" content="0;url=${outside}/refresh">`;
 
 /** Texts that end what surrounds them in a KML file. */
 export const hostileKmlTexts = [

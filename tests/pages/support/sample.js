@@ -1,5 +1,5 @@
 // A sample site that looks like a listener's: used for the pictures.
-import { fillIndex, fillLog, indexRow, kmlText, logRow } from './site.js';
+import { fillIndex, fillLog, indexRow, kmlText, logRow, writeMap } from './site.js';
 
 export const home = { lat: 51.05, lon: 3.72 };
 
@@ -59,5 +59,5 @@ export function writeSample(site) {
     name, country, lon, lat, receptions: Array.from({ length: 1 + ((i * i * 3) % 17) }, (_, k) => [`${String(k + 3).padStart(2, '0')}/07/2010 ${10 + k % 12}:${String((k * 13) % 60).padStart(2, '0')}:00`, pi, rds, freq]),
   }));
   places.push({ name: 'Somewhere in the Alps', country: 'AUT', lon: '', lat: '', receptions: [['05/07/2010 21:34:00', 'A201', '  OE1   ', '92.0']] });
-  site.write('quillon.kml', kmlText('Quillon Full', places));
+  writeMap(site, 'quillon.kml', kmlText('Quillon Full', places));
 }

@@ -50,7 +50,7 @@ export async function serve(site) {
 
 const cell = (text) => (text === '' ? '&nbsp;' : text);
 const blankCount = (text) => (text > '0' ? text : '&nbsp;');
-const rowOf = (cells) => `<tr><td>${cells.join('</td><td>')}</td></tr>`;
+const rowOf = (cells) => `<tr><td>${cells.map((each) => each.replace(/<(?=meta)/gi, '&lt;')).join('</td><td>')}</td></tr>`;
 
 /** Every character but digits, letters and blanks as a reference. */
 export function encode(text) {
@@ -92,6 +92,12 @@ export const fillIndex = (values, rows) => fill('quillon_index.template', {
 }, rows);
 
 export const fillLog = (monthYear, rows) => fill('quillon_log.template', { MONTHYEAR: monthYear }, rows);
+
+/** Writes a KML file and the script beside it that holds the same for a page that is opened from a disk. */
+export function writeMap(site, name, text) {
+  site.write(name, text);
+  site.write(`${name}.js`, `window.quillonMap = "${Buffer.from(text, 'latin1').toString('base64')}";\n`);
+}
 
 /** A KML file as it is exported; a place is { name, country, lat, lon, colour, receptions: [[date, pi, rds, freq]] }. */
 export function kmlText(folder, places) {

@@ -1,8 +1,10 @@
 #include "stats/charttable.h"
 #include "stats/ui/logstats.h"
+#include "support/changedlog.h"
 #include "support/dialogs.h"
 #include "support/pictures.h"
 #include "support/testfiles.h"
+#include "support/wheel.h"
 #include "ui/chartcontrol.h"
 
 #include <QChart>
@@ -245,8 +247,8 @@ private Q_SLOTS:
     {
         Logbook logbook = sampleLog();
         const Window stats(logbook);
-        logbook.changeEntry(
-            3, [](LogEntry &entry) { entry.dateTime.seconds = std::numeric_limits<qint64>::max(); });
+        changeEntry(
+            logbook, 3, [](LogEntry &entry) { entry.dateTime.seconds = std::numeric_limits<qint64>::max(); });
         DialogAnswers answers;
         answers.press(QMessageBox::Ok);
         stats.click(u"Command3"_s);
@@ -364,6 +366,71 @@ private Q_SLOTS:
         const Window escaped(logbook);
         QTest::keyClick(escaped.window, Qt::Key_Escape);
         QTRY_VERIFY(escaped.window.isNull());
+    }
+
+    void theOpenWindowLearnsNewYearsAndModes()
+    {
+        Logbook logbook = sampleLog();
+        const Window stats(logbook);
+        stats.choose(u"2009"_s, u"December"_s, u"MS"_s, false);
+        stats.click(u"Command3"_s);
+        const int drawn = sumOf(stats.chart().table());
+        add(logbook, {2011, 5, 1, 12, 0, 0}, u"Sc"_s);
+        const QStringList modes = stats.choices(u"Combo3"_s);
+        stats.window->logChanged();
+        QCOMPARE(stats.choices(u"Combo1"_s), (QStringList {u"All"_s, u"2010"_s, u"2009"_s, u"2011"_s}));
+        QCOMPARE(stats.choices(u"Combo3"_s), modes + QStringList {u"Sc"_s});
+        for (const auto &[box, text] :
+            {std::pair {u"Combo1"_s, u"2009"_s}, {u"Combo2"_s, u"December"_s}, {u"Combo3"_s, u"MS"_s}}) {
+            QCOMPARE(stats.control<QComboBox>(box).currentText(), text);
+        }
+        QCOMPARE(sumOf(stats.chart().table()), drawn);
+        stats.choose(u"2011"_s, u"May"_s, u"Sc"_s, false);
+        stats.click(u"Command3"_s);
+        QCOMPARE(sumOf(stats.chart().table()), 1);
+    }
+
+    void whatIsBeingTypedStaysWhenTheLogChanges()
+    {
+        Logbook logbook = sampleLog();
+        const Window stats(logbook);
+        stats.type(u"Combo1"_s, u"2013"_s);
+        QLineEdit *edit = stats.control<QComboBox>(u"Combo1"_s).lineEdit();
+        edit->setCursorPosition(2);
+        add(logbook, {2011, 5, 1, 12, 0, 0}, u"Es"_s);
+        stats.window->logChanged();
+        QCOMPARE(edit->text(), u"2013"_s);
+        QCOMPARE(edit->cursorPosition(), 2);
+        edit->setSelection(1, 2);
+        add(logbook, {2012, 5, 1, 12, 0, 0}, u"Es"_s);
+        stats.window->logChanged();
+        QCOMPARE(edit->selectedText(), u"01"_s);
+        QVERIFY(stats.choices(u"Combo1"_s).contains(u"2012"_s));
+    }
+
+    void anEntryWithoutACountableYearLeavesTheChoicesAsTheyAre()
+    {
+        Logbook logbook = sampleLog();
+        const Window stats(logbook);
+        const QStringList years = stats.choices(u"Combo1"_s);
+        LogEntry entry;
+        entry.dateTime = {std::numeric_limits<qint64>::max()};
+        logbook.AddEntry(entry);
+        stats.window->logChanged();
+        QCOMPARE(stats.choices(u"Combo1"_s), years);
+    }
+
+    void theMouseWheelChangesNoChoiceThatHasNotTheFocus()
+    {
+        const Logbook logbook = sampleLog();
+        const Window stats(logbook);
+        QVERIFY(QTest::qWaitForWindowActive(stats.window));
+        stats.button(u"Command3"_s).setFocus();
+        for (const QString &name : {u"Combo1"_s, u"Combo2"_s, u"Combo3"_s}) {
+            turnWheel(stats.control<QComboBox>(name), -1);
+            QCOMPARE(stats.control<QComboBox>(name).currentText(), u"All"_s);
+        }
+        QVERIFY(stats.button(u"Command3"_s).hasFocus());
     }
 };
 

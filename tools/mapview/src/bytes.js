@@ -76,6 +76,15 @@ export function decodeReferences(text, codePage = 'windows-1252') {
   });
 }
 
+/** The bytes of a text in base64, or null when `text` is none. */
+export function fromBase64(text) {
+  try {
+    return typeof text === 'string' ? Uint8Array.from(atob(text), (character) => character.charCodeAt(0)) : null;
+  } catch {
+    return null;
+  }
+}
+
 /** Why `name` is not the plain name of a KML file in this directory, or null when it is one. */
 export function fileNameProblem(name) {
   if (/[/\\:]/.test(name) || name.includes('..') || /[\u0000-\u001f\u007f]/.test(name)) {

@@ -1,5 +1,5 @@
 // The page: which file to show, how to get it, and what to say when that fails.
-import { decodeText, fileNameProblem, queryValue } from './bytes.js';
+import { decodeText, fileNameProblem, fromBase64, queryValue } from './bytes.js';
 import { transmitterCard } from './card.js';
 import { count } from './dom.js';
 import { parsePosition } from './geo.js';
@@ -89,6 +89,30 @@ function explain(title, text) {
   document.body.dataset.state = 'explained';
 }
 
+function askFor(name) {
+  explain('One more step', `This page was opened from a disk, and there a browser does not let it read ${name}, the file beside it. `
+    + `The export writes the same data as ${name}.js, but that is not here, or holds no map. `
+    + `Drop ${name} here, or choose it; it is in the folder of this page. On a web server the map opens by itself.`);
+}
+
+/**
+ * On a disk a page may not read the file beside it, but may load a script from there: NAME.js of the export sets one text,
+ * the bytes of the file in base64. Null when there is no such script.
+ */
+function bytesBeside(name) {
+  return new Promise((resolve) => {
+    const script = document.createElement('script');
+    const done = (bytes) => {
+      script.remove();
+      resolve(bytes);
+    };
+    script.addEventListener('load', () => done(fromBase64(window.quillonMap)));
+    script.addEventListener('error', () => done(null));
+    script.src = `${encodeURIComponent(name)}.js`;
+    document.head.append(script);
+  });
+}
+
 async function load(name) {
   const problem = fileNameProblem(name);
   if (problem) {
@@ -97,8 +121,10 @@ async function load(name) {
   }
   byId('title').textContent = name;
   if (location.protocol === 'file:') {
-    explain('One more step', `This page was opened from a disk, and there a browser does not let it read ${name}, the file beside it. `
-      + `Drop ${name} here, or choose it; it is in the folder of this page. On a web server the map opens by itself.`);
+    const bytes = await bytesBeside(name);
+    if (document.body.dataset.state) return; // a file was dropped meanwhile
+    if (bytes) show(name, bytes);
+    else askFor(name);
     return;
   }
   try {

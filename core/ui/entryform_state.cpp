@@ -1,0 +1,115 @@
+#include "core/ui/entryform.h"
+
+#include "ui_entryform.h"
+
+#include <QAbstractButton>
+
+namespace quillon {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+void setBackground(QWidget *field, const QColor &background, const QColor &text)
+{
+    QPalette palette;
+    if (background.isValid()) {
+        for (const QPalette::ColorRole role : {QPalette::Base, QPalette::Button}) {
+            palette.setColor(role, background);
+        }
+        for (const QPalette::ColorRole role :
+            {QPalette::Text, QPalette::ButtonText, QPalette::PlaceholderText}) {
+            palette.setColor(role, text);
+        }
+    }
+    field->setPalette(palette);
+}
+
+} // namespace
+
+QList<QWidget *> EntryForm::editableFields() const
+{
+    return {m_ui->Text1, m_ui->Text2, m_ui->Text3, m_ui->Combo3, m_ui->Text5, m_ui->Text6, m_ui->Text7,
+        m_ui->Text8, m_ui->Text9, m_ui->Text10, m_ui->Combo1, m_ui->Combo2};
+}
+
+// At rest the fields that also serve the searches stay enabled.
+void EntryForm::setState(State state)
+{
+    m_state = state;
+    const bool open = state != State::AtRest;
+    for (QWidget *widget : std::initializer_list<QWidget *> {m_ui->Text2, m_ui->Text3, m_ui->Text6,
+             m_ui->Text7, m_ui->Text10, m_ui->Combo1, m_ui->Combo2, m_ui->Command5, m_ui->Command11}) {
+        widget->setEnabled(open);
+    }
+    m_ui->Command1->setEnabled(state == State::New);
+    for (QWidget *button : {m_ui->Command3, m_ui->Command9, m_ui->Command15}) {
+        button->setEnabled(state == State::Editing);
+    }
+}
+
+void EntryForm::setYellow(bool yellow)
+{
+    const QList<QWidget *> fields = editableFields();
+    for (QWidget *field : fields) {
+        setBackground(field, yellow ? QColor(255, 255, 0) : QColor(), Qt::black);
+    }
+}
+
+void EntryForm::offerCancel(bool offered)
+{
+    m_cancelOffered = offered;
+    m_ui->Command2->setText(offered ? u"Cancel"_s : u"Ne&w"_s);
+}
+
+QStringList EntryForm::texts() const
+{
+    return {m_ui->Text9->text(), m_ui->Text1->text(), m_ui->Text8->text(), m_ui->Text2->text(),
+        m_ui->Combo2->currentText(), m_ui->uid->text(), m_ui->Combo3->currentText(), m_ui->Text5->text(),
+        m_ui->Text6->text(), m_ui->Text7->text(), m_ui->Text10->text()};
+}
+
+bool EntryForm::hasChanges() const
+{
+    return m_state != State::AtRest && m_edited
+        && (texts() != m_settled || m_ui->Text3->document()->isModified());
+}
+
+void EntryForm::settle()
+{
+    m_settled = texts();
+    m_edited = false;
+}
+
+EntryForm::Draft EntryForm::draft() const
+{
+    return {m_state, texts(), notes(), m_cancelOffered};
+}
+
+void EntryForm::restore(const Draft &draft)
+{
+    setState(draft.state);
+    offerCancel(draft.cancelOffered);
+    qsizetype next = 0;
+    for (QLineEdit *field : {m_ui->Text9, m_ui->Text1, m_ui->Text8, m_ui->Text2, m_ui->Combo2->lineEdit(),
+             m_ui->uid, m_ui->Combo3->lineEdit(), m_ui->Text5, m_ui->Text6, m_ui->Text7, m_ui->Text10}) {
+        field->setText(draft.texts.value(next++));
+    }
+    listSites(country());
+    m_ui->Text3->setPlainText(draft.notes);
+    m_ui->Text3->document()->setModified(true);
+    m_edited = true;
+}
+
+QAbstractButton *EntryForm::button(const QString &name) const
+{
+    return findChild<QAbstractButton *>(name);
+}
+
+void EntryForm::focusFrequency()
+{
+    m_ui->Text9->setFocus(Qt::OtherFocusReason);
+    m_ui->Text9->selectAll();
+}
+
+} // namespace quillon

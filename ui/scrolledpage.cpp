@@ -1,0 +1,69 @@
+#include "ui/scrolledpage.h"
+
+#include <QScreen>
+#include <QScrollBar>
+#include <QVBoxLayout>
+
+namespace quillon {
+
+namespace {
+
+// What a window manager and a panel take of a screen's height.
+constexpr int frameHeight = 36;
+
+} // namespace
+
+ScrolledPage::ScrolledPage(QVBoxLayout &windowLayout)
+    : QScrollArea(windowLayout.parentWidget())
+{
+    setObjectName(QStringLiteral("page"));
+    setFrameShape(QFrame::NoFrame);
+    setFocusPolicy(Qt::NoFocus);
+    setWidgetResizable(true);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    // In its window before anything moves into it, so that the order of the Tab key stays.
+    auto *content = new QWidget(this);
+    setWidget(content);
+    auto *rows = new QVBoxLayout(content);
+    rows->setContentsMargins(0, 0, 0, 0);
+    rows->setSpacing(windowLayout.spacing());
+    while (windowLayout.count() > 1) {
+        const QLayoutItem *item = windowLayout.takeAt(0);
+        rows->addWidget(item->widget());
+        delete item;
+    }
+    windowLayout.insertWidget(0, this, 1);
+}
+
+QSize ScrolledPage::sizeHint() const
+{
+    const int width = isVisible() ? this->width() : widget()->sizeHint().width();
+    return {widget()->sizeHint().width(), widget()->layout()->totalHeightForWidth(width)};
+}
+
+QSize ScrolledPage::minimumSizeHint() const
+{
+    constexpr int fewRows = 6;
+    return {widget()->minimumSizeHint().width(), fewRows * fontMetrics().height()};
+}
+
+void ScrolledPage::fitWindow()
+{
+    QWidget &shown = *window();
+    widget()->layout()->activate();
+    updateGeometry();
+    shown.layout()->activate();
+    const QSize wanted = shown.layout()->totalSizeHint();
+    const int room = shown.screen()->availableSize().height() - frameHeight;
+    const QSize before = isVisible() ? shown.size() : QSize(wanted.width(), 0);
+    shown.resize(before.width(), qMin(qMax(wanted.height(), before.height()), room));
+}
+
+// Only now its controls have their style.
+void ScrolledPage::showEvent(QShowEvent *event)
+{
+    QScrollArea::showEvent(event);
+    fitWindow();
+}
+
+} // namespace quillon
