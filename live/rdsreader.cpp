@@ -90,6 +90,10 @@ void RdsReader::takeFrequencies(quint16 pair, Changes &changes)
         if (code < 1 || code >= filler || m_frequencies.size() >= mostFrequencies) {
             continue;
         }
+        if (!m_frequencyOnce.test(static_cast<std::size_t>(code))) {
+            m_frequencyOnce.set(static_cast<std::size_t>(code));
+            continue;
+        }
         const int kilohertz = 87500 + 100 * code;
         const auto place = std::ranges::lower_bound(m_frequencies, kilohertz);
         if (place == m_frequencies.end() || *place != kilohertz) {

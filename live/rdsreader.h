@@ -7,6 +7,7 @@
 #include <QString>
 
 #include <array>
+#include <bitset>
 #include <optional>
 
 namespace quillon {
@@ -88,7 +89,7 @@ public:
     [[nodiscard]] const QString &text() const { return m_text.text(); }
     /// The extended country code, once it came twice in a row.
     [[nodiscard]] std::optional<quint8> ecc() const { return m_ecc; }
-    /// Alternative frequencies in kHz, ascending, at most 25.
+    /// Alternative frequencies in kHz that came twice, ascending, at most 25.
     [[nodiscard]] const QList<int> &frequencies() const { return m_frequencies; }
     /// The time that the station told last, in UTC.
     [[nodiscard]] std::optional<DateTime> clock() const { return m_clock; }
@@ -104,6 +105,7 @@ private:
     RadiotextReader m_text;
     std::optional<quint8> m_eccOnce;
     std::optional<quint8> m_ecc;
+    std::bitset<256> m_frequencyOnce; ///< by their codes
     QList<int> m_frequencies;
     std::optional<DateTime> m_clock;
 };

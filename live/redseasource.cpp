@@ -39,8 +39,10 @@ RedseaSource::~RedseaSource()
     RedseaSource::hangUp();
     // What did not go at once is killed, which takes no time worth speaking of.
     for (auto *const process : findChildren<QProcess *>()) {
-        ::kill(-static_cast<pid_t>(process->processId()), SIGKILL);
-        process->waitForFinished();
+        if (const auto group = static_cast<pid_t>(process->processId()); group > 0) {
+            ::kill(-group, SIGKILL);
+            process->waitForFinished();
+        }
     }
 }
 
