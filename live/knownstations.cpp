@@ -103,9 +103,9 @@ std::optional<quint16> piCodeOf(QStringView text)
         const char16_t lower = c.unicode() | 0x20U;
         unsigned digit = 0;
         if (c >= u'0' && c <= u'9') {
-            digit = c.unicode() - u'0';
+            digit = unsigned {c.unicode()} - u'0';
         } else if (lower >= u'a' && lower <= u'f') {
-            digit = lower - u'a' + 10U;
+            digit = unsigned {lower} - u'a' + 10U;
         } else {
             return {};
         }
