@@ -1,6 +1,7 @@
 #include "live/knownstations.h"
 
 #include "live/frequency.h"
+#include "platform/numbers.h"
 #include "txdb/countrynames.h"
 
 #include <QStringList>
@@ -95,23 +96,13 @@ QString marksText(const NewMarks &marks)
 
 std::optional<quint16> piCodeOf(QStringView text)
 {
-    if (text.size() != 4) {
+    const auto isHexDigit = [](QChar c) {
+        return isDigit(c) || (c >= u'a' && c <= u'f') || (c >= u'A' && c <= u'F');
+    };
+    if (text.size() != 4 || !std::ranges::all_of(text, isHexDigit)) {
         return {};
     }
-    quint16 pi = 0;
-    for (const QChar c : text) {
-        const char16_t lower = c.unicode() | 0x20U;
-        unsigned digit = 0;
-        if (c >= u'0' && c <= u'9') {
-            digit = unsigned {c.unicode()} - u'0';
-        } else if (lower >= u'a' && lower <= u'f') {
-            digit = unsigned {lower} - u'a' + 10U;
-        } else {
-            return {};
-        }
-        pi = static_cast<quint16>((pi << 4U) | digit);
-    }
-    return pi;
+    return text.toUShort(nullptr, 16);
 }
 
 QString piText(quint16 pi)
