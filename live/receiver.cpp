@@ -29,7 +29,13 @@ void Receiver::listenTo(std::unique_ptr<ReceiverSource> source)
     if (typed > 0) {
         m_listening.take(Tuned {typed}, nowMilliseconds());
     }
-    connect(m_source.get(), &ReceiverSource::stateChanged, this, &Receiver::stateChanged);
+    connect(m_source.get(), &ReceiverSource::stateChanged, this, [this] {
+        // What is heard when the source is back is heard anew.
+        if (state() == ReceiverState::Lost) {
+            take(Tuned {}, nowMilliseconds());
+        }
+        Q_EMIT stateChanged();
+    });
     connect(m_source.get(), &ReceiverSource::told, this, &Receiver::take);
     m_source->start();
 }

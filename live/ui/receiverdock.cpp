@@ -11,6 +11,7 @@
 #include <QApplication>
 #include <QHeaderView>
 #include <QMenu>
+#include <QShortcut>
 
 namespace quillon {
 
@@ -45,8 +46,14 @@ ReceiverDock::ReceiverDock(const Logbook &log, Log logReception, QString folder,
         [this] { guarded(this, [this] { receiverConnect_Click(); }); });
     connect(m_ui->receiverFreq, &QLineEdit::editingFinished, this, [this] { receiverFreq_Edited(); });
     connect(m_ui->receiverLog, &QPushButton::clicked, this, [this] { logHeard(); });
-    connect(m_ui->heard, &QTableView::activated, this,
+    // Not activated(): in some styles a single click would do it.
+    connect(m_ui->heard, &QTableView::doubleClicked, this,
         [this](const QModelIndex &index) { heard_Activated(index); });
+    for (const auto key : {Qt::Key_Return, Qt::Key_Enter}) {
+        auto *const shortcut = new QShortcut(key, m_ui->heard, nullptr, nullptr, Qt::WidgetShortcut);
+        connect(
+            shortcut, &QShortcut::activated, this, [this] { heard_Activated(m_ui->heard->currentIndex()); });
+    }
     connect(m_ui->heard, &QTableView::customContextMenuRequested, this,
         [this](const QPoint &position) { heard_Menu(position); });
     connect(&m_receiver, &Receiver::stateChanged, this, [this] { showState(); });

@@ -134,9 +134,13 @@ private Q_SLOTS:
         Receiver receiver;
         listen<XdrdSource>(receiver, at(port), QString());
         QTRY_COMPARE(receiver.state(), ReceiverState::Listening);
+        QTRY_COMPARE(server.lines().size(), 1);
+        server.send("T98500\n" + groupLines(jump, 60, "R", "00\n"));
+        QTRY_VERIFY(hears(receiver, 0xD3C2, u"MDR JUMP"_s));
         server.vanish();
         QTRY_COMPARE(receiver.state(), ReceiverState::Lost);
         QVERIFY(!receiver.why().isEmpty());
+        QVERIFY(!receiver.listening().station());
         QTest::qWait(100);
         QCOMPARE(receiver.state(), ReceiverState::Lost);
         server.listen(port);
