@@ -64,7 +64,7 @@ class LocalsLearner
 {
 public:
     /// Ten minutes in milliseconds.
-    static constexpr qint64 lasts = 10 * 60'000;
+    static constexpr qint64 lasts = 600'000;
 
     void start(qint64 now);
     [[nodiscard]] bool isLearning() const { return m_startedAt.has_value(); }

@@ -26,8 +26,8 @@ class HeardTable
 public:
     /// The oldest quarter goes when there are more.
     static constexpr std::size_t mostRows = 2'000;
-    /// So long a row goes on (milliseconds).
-    static constexpr qint64 goesOnFor = 60 * 60'000;
+    /// So long a row goes on: an hour in milliseconds.
+    static constexpr qint64 goesOnFor = 3'600'000;
 
     /// Notes what is heard now. Cheap when nothing has changed.
     void note(const Station &station);

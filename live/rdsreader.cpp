@@ -144,8 +144,8 @@ void RdsReader::takeClock(const RdsGroup &group, Changes &changes)
 std::optional<DateTime> rdsClock(quint16 b, quint16 c, quint16 d)
 {
     const qint64 day = ((b & 3U) << 15U) | (c >> 1U);
-    const unsigned hour = ((c & 1U) << 4U) | (d >> 12U);
-    const unsigned minute = (d >> 6U) & 0x3FU;
+    const qint64 hour = ((c & 1U) << 4U) | (d >> 12U);
+    const qint64 minute = (d >> 6U) & 0x3FU;
     if (day < modifiedJulianDay1970 || hour > 23 || minute > 59) {
         return {};
     }

@@ -33,14 +33,20 @@ struct Job
     DateTime begin;
 };
 
+template<typename Sample>
+void writeSamples(const std::vector<Sample> &samples, QIODevice &out)
+{
+    out.write(reinterpret_cast<const char *>(samples.data()),
+        static_cast<qint64>(samples.size()) * qint64 {sizeof(Sample)});
+}
+
 void writeIq(const Job &job, QIODevice &out)
 {
     for (const SignalStation &station : job.stations) {
         IqMaker maker(station, job.rate, job.channel);
         std::vector<std::complex<float>> samples(static_cast<std::size_t>(station.seconds * job.rate));
         std::ranges::generate(samples, [&] { return maker.next(); });
-        out.write(reinterpret_cast<const char *>(samples.data()),
-            static_cast<qint64>(samples.size() * sizeof samples[0]));
+        writeSamples(samples, out);
     }
 }
 
@@ -55,8 +61,7 @@ void writeMpx(const Job &job, QIODevice &out)
             const double value = std::clamp(left * maker.next() + channel.noise(), -1.0, 1.0);
             samples[i] = static_cast<qint16>(std::lround(value * 32'767));
         }
-        out.write(reinterpret_cast<const char *>(samples.data()),
-            static_cast<qint64>(samples.size() * sizeof samples[0]));
+        writeSamples(samples, out);
     }
 }
 
