@@ -86,6 +86,7 @@ private:
     QPointer<AutoLogDialog> m_autoLogDialog;
     QMenu *m_kept = nullptr;
     QTimer m_second;
+    QTimer m_table; ///< until the rows are shown anew
     std::optional<std::pair<qint64, quint16>> m_announced;
     std::unique_ptr<Ui::receiverDock> m_ui;
 };

@@ -12,6 +12,19 @@ namespace quillon {
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+/// A field that is set is painted, even with the same text; most groups change none.
+void showText(QLineEdit &field, const QString &text)
+{
+    if (field.text() != text) {
+        field.setText(text);
+        field.setCursorPosition(0);
+    }
+}
+
+} // namespace
+
 void ReceiverDock::makeMenu()
 {
     auto *const menu = new QMenu(m_ui->receiverMenu);
@@ -116,20 +129,25 @@ void ReceiverDock::showHeard()
     const Listening &listening = m_receiver.listening();
     const auto &station = listening.station();
     if (m_ui->receiverFreq->isReadOnly() || !m_ui->receiverFreq->hasFocus()) {
-        m_ui->receiverFreq->setText(megahertzText(listening.hertz()));
+        showText(*m_ui->receiverFreq, megahertzText(listening.hertz()));
     }
-    m_ui->receiverPi->setText(station ? shownPi(*station) : QString());
-    m_ui->receiverPs->setText(listening.psSoFar());
+    showText(*m_ui->receiverPi, station ? shownPi(*station) : QString());
+    showText(*m_ui->receiverPs, listening.psSoFar());
     QString text = station ? station->text : QString();
     if (const auto off = listening.clockOff()) {
         text += u" [clock %1%2 s]"_s.arg(*off > 0 ? u"+"_s : QString()).arg(*off);
     }
     m_ui->receiverRt->setText(text.trimmed());
     const auto signal = listening.signal();
-    m_ui->receiverSignal->setText(
+    showText(*m_ui->receiverSignal,
         signal ? u"%1 %2"_s.arg(signal->value, 0, 'f', 1).arg(signal->unit).trimmed() : QString());
-    m_ui->receiverNew->setText(station ? marksText(station->marks) : QString());
-    m_model.refresh();
+    showText(*m_ui->receiverNew, station ? marksText(station->marks) : QString());
+    // What comes with every group need not be painted with every group.
+    if (m_model.rowCount() != static_cast<int>(m_receiver.heard().rows().size())) {
+        m_model.refresh();
+    } else if (!m_table.isActive()) {
+        m_table.start();
+    }
     if (station) {
         m_learner.note(*station);
         announce(*station);

@@ -89,7 +89,7 @@ public:
         }
         return widget;
     }
-    QString text(const QString &name) { return get<QLabel>(name)->text(); }
+    QString text(const QString &name) { return get<QWidget>(name)->property("text").toString(); }
     void press(const QString &name) { QTest::mouseClick(get<QPushButton>(name), Qt::LeftButton); }
     void choose(const QString &caption)
     {
