@@ -18,6 +18,8 @@ constexpr double deviation = 75'000;
 
 /// Bits before and after now whose waves still reach here.
 constexpr int reach = 3;
+constexpr std::size_t symbolsInReach = 6;
+static_assert(symbolsInReach == 2 * reach);
 constexpr int stepsOfBit = 512;
 constexpr int steps = 2 * reach * stepsOfBit;
 
@@ -55,7 +57,7 @@ const std::array<double, steps + 1> &wave()
 MpxMaker::MpxMaker(const SignalStation &station, double rate)
     : m_groups(station)
     , m_rate(rate)
-    , m_symbols(2 * reach, 0.0)
+    , m_symbols(symbolsInReach, 0.0)
 {
 }
 
