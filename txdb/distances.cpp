@@ -1,6 +1,7 @@
 #include "txdb/distances.h"
 
 #include "geo/distance.h"
+#include "geo/leg.h"
 #include "platform/numbers.h"
 
 namespace quillon {
@@ -38,10 +39,9 @@ void measureTransmitters(TransmitterList &list, const Settings &settings, bool d
 {
     const Home home {
         degrees(settings.homeLatitude, decimalComma), degrees(settings.homeLongitude, decimalComma)};
-    const double unit = settings.inMiles() ? kilometresPerMile : 1;
+    const DistanceUnit unit = settings.inMiles() ? DistanceUnit::Miles : DistanceUnit::Kilometres;
     for (int index = 0; index < list.count(); ++index) {
-        const double distance = kilometres(home, list.row(index), decimalComma) / unit;
-        list.setDistance(index, plainText(rounded(distance, 1)));
+        list.setDistance(index, distanceFigure(kilometres(home, list.row(index), decimalComma), unit));
     }
 }
 
