@@ -1,5 +1,6 @@
 #include "stats/maplog.h"
 
+#include "geo/distance.h"
 #include "geo/muf.h"
 #include "platform/numbers.h"
 #include "txdb/distances.h"
@@ -88,8 +89,15 @@ private:
             return unknown;
         }
         m_data.sites.push_back({transmitter.name, transmitter.country, *place, {}});
-        m_kilometres.push_back(m_data.home ? legBetween(*m_data.home, *place).kilometres : 0);
+        m_kilometres.push_back(m_data.home ? kilometresTo(*place) : 0);
         return static_cast<int>(m_data.sites.size()) - 1;
+    }
+
+    [[nodiscard]] double kilometresTo(const GeoPosition &place) const
+    {
+        float bearing = 0;
+        return static_cast<double>(DoDistance(
+            m_data.home->latitude, m_data.home->longitude, place.latitude, place.longitude, bearing));
     }
 
     void noteMuf(const LogEntry &entry, double kilometres)

@@ -2,7 +2,10 @@
 
 #include "geo/muf.h"
 
+#include <QRect>
+
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <vector>
 
@@ -67,6 +70,25 @@ public:
 
     [[nodiscard]] float highest() const { return *std::ranges::max_element(m_values); }
 
+    // The cells that hold more than a value lie in this rectangle.
+    [[nodiscard]] QRect above(float value)
+    {
+        QRect area;
+        for (int y = 0; y < m_height; ++y) {
+            const float *first = &at(0, y);
+            const float *end = first + m_width;
+            const float *left = std::find_if(first, end, [value](float v) { return v > value; });
+            if (left != end) {
+                const float *right = end;
+                while (!(*(right - 1) > value)) {
+                    --right;
+                }
+                area |= QRect(static_cast<int>(left - first), y, static_cast<int>(right - left), 1);
+            }
+        }
+        return area;
+    }
+
 private:
     static void mean(float *first, int step, int count, int radius, std::vector<float> &line)
     {
@@ -92,6 +114,32 @@ private:
     int m_width;
     int m_height;
     std::vector<float> m_values;
+};
+
+// The colours of shares of the highest density, ready to be painted.
+class Ramp
+{
+public:
+    explicit Ramp(const MapStyle &style)
+    {
+        for (std::size_t i = 0; i < m_colours.size(); ++i) {
+            // By the root, so that a single reception is seen beside many.
+            const double share =
+                std::sqrt(static_cast<double>(i) / static_cast<double>(m_colours.size() - 1));
+            m_colours[i] = qPremultiply(style.density(share).rgba());
+        }
+    }
+
+    [[nodiscard]] QRgb at(float share) const
+    {
+        return m_colours[static_cast<std::size_t>(share * static_cast<float>(m_colours.size() - 1))];
+    }
+
+    // Shares up to this are transparent.
+    [[nodiscard]] float least() const { return 1.0F / static_cast<float>(m_colours.size() - 1); }
+
+private:
+    std::array<QRgb, 1024> m_colours {};
 };
 
 bool isOneHop(const MapScene &scene, std::size_t site)
@@ -125,7 +173,7 @@ CloudCounts cloudCounts(const MapScene &scene)
     return counts;
 }
 
-QImage cloudPicture(const MapScene &scene, const MapViewport &viewport, const MapStyle &style)
+CloudPicture cloudPicture(const MapScene &scene, const MapViewport &viewport, const MapStyle &style)
 {
     const double pixels = std::clamp(spread / viewport.kmPerPixel(), leastPixels, mostPixels);
     const int radius = std::max(1, static_cast<int>(std::lround(pixels / cell)));
@@ -143,22 +191,27 @@ QImage cloudPicture(const MapScene &scene, const MapViewport &viewport, const Ma
     });
     field.blur(radius);
     const float highest = field.highest();
-    if (highest <= 0) {
+    const Ramp ramp(style);
+    const QRect seen = field.above(ramp.least() * highest).intersected({margin, margin, width, height});
+    if (highest <= 0 || seen.isEmpty()) {
         return {};
     }
-    QImage image(width, height, QImage::Format_ARGB32);
-    for (int y = 0; y < height; ++y) {
+    QImage image(seen.size(), QImage::Format_ARGB32_Premultiplied);
+    for (int y = 0; y < seen.height(); ++y) {
         auto *line = reinterpret_cast<QRgb *>(image.scanLine(y));
-        for (int x = 0; x < width; ++x) {
-            const float share = field.at(x + margin, y + margin) / highest;
-            line[x] = style.density(std::sqrt(static_cast<double>(share))).rgba();
+        for (int x = 0; x < seen.width(); ++x) {
+            line[x] = ramp.at(field.at(x + seen.x(), y + seen.y()) / highest);
         }
     }
-    return image;
+    return {
+        image, QRectF(QPointF(seen.topLeft() - QPoint(margin, margin)) * cell, QSizeF(seen.size()) * cell)};
 }
 
-QString cloudsInWords(const MapScene &scene)
+QString mapMessage(const MapScene &scene, bool clouds)
 {
+    if (!clouds) {
+        return scene.dots().empty() ? u"No receptions to show"_s : QString();
+    }
     const CloudCounts counts = cloudCounts(scene);
     if (counts.counted + counts.beyondOneHop == 0) {
         return u"No Es receptions"_s;

@@ -22,9 +22,15 @@ struct CloudCounts
 
 [[nodiscard]] CloudCounts cloudCounts(const MapScene &scene);
 
-/// How densely the middles of the Es paths stand, as a picture to be laid over the whole viewport; smaller
-/// than it by a whole factor. Null when there are none in sight.
-[[nodiscard]] QImage cloudPicture(const MapScene &scene, const MapViewport &viewport, const MapStyle &style);
+/// How densely the middles of the Es paths stand, as a picture to be stretched over a part of the viewport.
+struct CloudPicture
+{
+    QImage image; ///< null when there is nothing in sight
+    QRectF place;
+};
+
+[[nodiscard]] CloudPicture cloudPicture(
+    const MapScene &scene, const MapViewport &viewport, const MapStyle &style);
 
 /// Where the panel with the highest MUF of each hour is painted; empty when nothing is to tell.
 [[nodiscard]] QRectF mufPanelPlace(const MapScene &scene, QSizeF size, const QFont &font);
@@ -33,7 +39,7 @@ struct CloudCounts
 void paintMufPanel(
     QPainter &painter, const QRectF &place, const MapScene &scene, const MapStyle &style, const QFont &font);
 
-/// What the view of the clouds says in words.
-[[nodiscard]] QString cloudsInWords(const MapScene &scene);
+/// What is said above the map: what the view of the clouds counts, or that there is nothing to show.
+[[nodiscard]] QString mapMessage(const MapScene &scene, bool clouds);
 
 } // namespace quillon

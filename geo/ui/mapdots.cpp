@@ -38,7 +38,7 @@ double dotRadius(qint32 receptions)
 void paintDot(
     QPainter &painter, QPointF centre, double radius, const QColor &colour, const MapStyle &style, bool today)
 {
-    constexpr int pale = 190;
+    constexpr int pale = 215;
     if (today) {
         painter.setPen(QPen(style.dark ? Qt::white : Qt::black, 1.5));
         painter.setBrush(style.dark ? QColor(colour).lighter(110) : colour);

@@ -107,8 +107,15 @@ public:
                 path.closeSubpath();
             }
         }
-        m_painter.setPen(cosmetic(m_style.coast));
+        // The line along the coast covers the steps of the quick fill.
+        const bool smooth = m_painter.testRenderHint(QPainter::Antialiasing);
+        m_painter.setRenderHint(QPainter::Antialiasing, false);
+        m_painter.setPen(Qt::NoPen);
         m_painter.setBrush(m_style.land);
+        m_painter.drawPath(path);
+        m_painter.setRenderHint(QPainter::Antialiasing, smooth);
+        m_painter.setPen(cosmetic(m_style.coast));
+        m_painter.setBrush(Qt::NoBrush);
         m_painter.drawPath(path);
     }
 
@@ -124,6 +131,11 @@ public:
 
     void rings(double step) const
     {
+        // Where they would stand too close, every second, fourth ... is drawn.
+        constexpr double least = 22;
+        while (step / m_viewport.kmPerPixel() < least) {
+            step *= 2;
+        }
         m_painter.setBrush(Qt::NoBrush);
         m_painter.setPen(cosmetic(m_style.ring));
         for (double radius = step; radius < antipodeDistance; radius += step) {
@@ -135,7 +147,9 @@ public:
 
     void rays(double from) const
     {
-        m_painter.setPen(cosmetic(m_style.ring, Qt::DotLine));
+        QColor faint = m_style.ring;
+        faint.setAlphaF(faint.alphaF() * 0.6F);
+        m_painter.setPen(cosmetic(faint));
         constexpr int directions = 16;
         for (int i = 0; i < directions; ++i) {
             const double angle = 2 * std::numbers::pi * i / directions;
@@ -148,9 +162,9 @@ public:
 private:
     static double length(QPointF point) { return std::hypot(point.x(), point.y()); }
 
-    static QPen cosmetic(const QColor &colour, Qt::PenStyle penStyle = Qt::SolidLine)
+    static QPen cosmetic(const QColor &colour)
     {
-        QPen pen(colour, 1, penStyle);
+        QPen pen(colour, 1);
         pen.setCosmetic(true);
         return pen;
     }
@@ -205,20 +219,21 @@ private:
 
 } // namespace
 
-OutlineDetail detailFor(double kmPerPixel)
+OutlineDetail detailFor(double kmPerPixel, bool quick)
 {
-    constexpr double medium = 2.5;
-    constexpr double coarse = 11;
-    return kmPerPixel < medium ? OutlineDetail::Fine
-        : kmPerPixel < coarse  ? OutlineDetail::Medium
-                               : OutlineDetail::Coarse;
+    constexpr double medium = 4;
+    constexpr double coarse = 14;
+    const double scale = quick ? kmPerPixel * coarse / medium : kmPerPixel;
+    return scale < medium ? OutlineDetail::Fine
+        : scale < coarse  ? OutlineDetail::Medium
+                          : OutlineDetail::Coarse;
 }
 
 void paintGround(QPainter &painter, const MapViewport &viewport, const PlaneOutlines &outlines,
-    const MapStyle &style, DistanceUnit unit)
+    const MapStyle &style, DistanceUnit unit, bool quick)
 {
     painter.save();
-    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setRenderHint(QPainter::Antialiasing, !quick);
     const GroundPainter ground(painter, viewport, style);
     ground.globe();
     ground.land(outlines.land);

@@ -9,13 +9,13 @@ class QPainter;
 
 namespace quillon {
 
-/// The outlines that are fine enough for a scale.
-[[nodiscard]] OutlineDetail detailFor(double kmPerPixel);
+/// The outlines that are fine enough for a scale; one step coarser where they have to be painted quickly.
+[[nodiscard]] OutlineDetail detailFor(double kmPerPixel, bool quick = false);
 
 /// Paints the globe as far as it is seen: sea, land, borders, rings of distance each 500 of the unit, rays in
-/// the 16 directions.
+/// the 16 directions. Quickly means with stepped lines.
 void paintGround(QPainter &painter, const MapViewport &viewport, const PlaneOutlines &outlines,
-    const MapStyle &style, DistanceUnit unit);
+    const MapStyle &style, DistanceUnit unit, bool quick = false);
 
 /// Km between the rings.
 [[nodiscard]] double ringStep(DistanceUnit unit);

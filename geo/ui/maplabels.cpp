@@ -1,6 +1,7 @@
 #include "geo/ui/maplabels.h"
 
 #include <QFontMetricsF>
+#include <QPaintEngine>
 #include <QPainter>
 #include <QPainterPath>
 
@@ -8,6 +9,31 @@
 #include <array>
 
 namespace quillon {
+
+namespace {
+
+// Copies of the letters around them are painted many times as fast as an outline, but a drawing would keep
+// each.
+void paintHalo(
+    QPainter &painter, QPointF baseline, const QFont &font, const QString &text, const QColor &halo)
+{
+    constexpr double reach = 1.4;
+    if (painter.paintEngine()->type() == QPaintEngine::SVG) {
+        QPainterPath outline;
+        outline.addText(baseline, font, text);
+        painter.strokePath(outline, QPen(halo, 2 * reach, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        return;
+    }
+    painter.setFont(font);
+    painter.setPen(halo);
+    for (const double x : {-reach, 0.0, reach}) {
+        for (const double y : {-reach, 0.0, reach}) {
+            painter.drawText(baseline + QPointF(x, y), text);
+        }
+    }
+}
+
+} // namespace
 
 bool LabelRoom::isFree(const QRectF &place) const
 {
@@ -48,11 +74,8 @@ QSizeF textSize(const QFont &font, const QString &text)
 void paintHaloText(QPainter &painter, const QRectF &place, const QFont &font, const QString &text,
     const QColor &colour, const QColor &halo)
 {
-    constexpr double haloWidth = 3.5;
     const QPointF baseline(place.left() + 1, place.top() + QFontMetricsF(font).ascent());
-    QPainterPath outline;
-    outline.addText(baseline, font, text);
-    painter.strokePath(outline, QPen(halo, haloWidth, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    paintHalo(painter, baseline, font, text, halo);
     painter.setFont(font);
     painter.setPen(colour);
     painter.drawText(baseline, text);

@@ -37,7 +37,7 @@ void MapLegend::show(const MapScene &scene, const MapStyle &style)
     m_ground = style.halo;
     m_ground.setAlpha(225);
     m_edge = style.border;
-    bool any = false;
+    m_isEmpty = true;
     for (std::size_t mode = 0; mode < mapModeCount; ++mode) {
         QCheckBox &box = *m_boxes[mode];
         const qint32 count = scene.receptions(mode);
@@ -47,9 +47,8 @@ void MapLegend::show(const MapScene &scene, const MapStyle &style)
         box.setIcon(picture(style, mode));
         box.setChecked(scene.isModeShown(mode));
         box.setVisible(count > 0);
-        any = any || count > 0;
+        m_isEmpty = m_isEmpty && count == 0;
     }
-    setVisible(any);
     layout()->activate();
     resize(sizeHint());
 }

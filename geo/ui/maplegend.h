@@ -24,6 +24,8 @@ public:
 
     /// Shows the modes of a scene, and takes the room that they need.
     void show(const MapScene &scene, const MapStyle &style);
+    /// True when no mode was received.
+    [[nodiscard]] bool isEmpty() const { return m_isEmpty; }
 
 Q_SIGNALS:
     void modeToggled(std::size_t mode, bool shown);
@@ -35,6 +37,7 @@ private:
     [[nodiscard]] QPixmap picture(const MapStyle &style, std::size_t mode) const;
 
     std::array<QCheckBox *, mapModeCount> m_boxes {};
+    bool m_isEmpty = true;
     QColor m_ground;
     QColor m_edge;
 };

@@ -61,6 +61,16 @@ public:
         }
     }
 
+    // One line at the top, in the middle.
+    void message()
+    {
+        const QSizeF size = textSize(m_overlay.font, m_overlay.message);
+        const QPointF top(m_area.center().x() - size.width() / 2, m_area.top() + size.height() * 1.25);
+        const QRectF place(top, size);
+        m_room.take(place);
+        text(place, m_overlay.font, m_overlay.message, m_style.text);
+    }
+
     void homeMark() const
     {
         m_painter.setPen(QPen(m_style.halo, 4));
@@ -94,10 +104,12 @@ public:
         m_painter.setPen(QPen(m_style.halo, 1.5));
         m_painter.drawConvexPolygon(QPolygonF({middle - up, middle + right, middle + up, middle - right}));
         m_painter.setPen(m_style.path);
+        m_room.take(QRectF(end - QPointF(8, 8), QSizeF(16, 16)));
+        m_room.take(QRectF(middle - right - up, middle + right + up));
         const Leg leg = legBetween(*m_scene.data().home, path.to);
         label(middle, distanceText(leg.kilometres, m_scene.data().unit) + u", "_s + azimuthText(leg.azimuth),
-            m_overlay.font, m_style.text);
-        label(end, shortened(path.name), m_overlay.font, m_style.text);
+            m_overlay.font, gap);
+        label(end, shortened(path.name), m_overlay.font, gap + 2);
     }
 
     void pointed() const
@@ -119,7 +131,7 @@ public:
             const double kilometres = legBetween(*m_scene.data().home, site.place).kilometres;
             const QString words = mapModeName(each.mode) + u": "_s + shortened(site.name) + u", "_s
                 + distanceText(kilometres, m_scene.data().unit);
-            label(m_viewport.toPixel(dot.point), words, m_smallFont, m_style.text);
+            label(m_viewport.toPixel(dot.point), words, m_smallFont, dotRadius(dot.count) + gap / 2);
         }
     }
 
@@ -174,13 +186,13 @@ private:
         return leave > std::max(enter, least) ? std::optional(m_home + direction * leave) : std::nullopt;
     }
 
-    void label(QPointF point, const QString &words, const QFont &font, const QColor &colour)
+    void label(QPointF point, const QString &words, const QFont &font, double off)
     {
         if (!m_area.contains(point)) {
             return;
         }
-        if (const auto place = m_room.beside(point, textSize(font, words), gap)) {
-            text(*place, font, words, colour);
+        if (const auto place = m_room.beside(point, textSize(font, words), off)) {
+            text(*place, font, words, m_style.text);
         }
     }
 
@@ -208,6 +220,9 @@ void paintOverlay(QPainter &painter, const MapScene &scene, const MapViewport &v
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
     OverlayPainter over(painter, scene, viewport, style, overlay);
+    if (!overlay.message.isEmpty()) {
+        over.message();
+    }
     over.path();
     over.homeMark();
     over.pointed();

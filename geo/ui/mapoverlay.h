@@ -21,6 +21,7 @@ struct MapOverlay
     bool farthest = true; ///< names the farthest dot of each mode
     std::optional<std::size_t> pointed; ///< the dot under the pointer, marked
     std::vector<QRectF> covered; ///< by something else
+    QString message; ///< what is to be said of the whole map
 };
 
 /// Paints home, the chosen path with its middle, distance and azimuth, the names of the farthest, the letters

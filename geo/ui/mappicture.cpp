@@ -105,11 +105,11 @@ void paintPicture(QPainter &painter, const MapPicture &picture, QSize size)
     paintGround(painter, viewport, picture.scene.outlines(detailFor(kmPerPixel / scale)), picture.style,
         picture.scene.data().unit);
     const LegendPainter legend(picture, font, logical);
-    MapOverlay overlay {font, !picture.clouds, {}, {}};
+    MapOverlay overlay {font, !picture.clouds, {}, {}, mapMessage(picture.scene, picture.clouds)};
     if (picture.clouds) {
-        const QImage clouds = cloudPicture(picture.scene, viewport, picture.style);
+        const CloudPicture clouds = cloudPicture(picture.scene, viewport, picture.style);
         const QRectF panel = mufPanelPlace(picture.scene, logical, font);
-        painter.drawImage(QRectF({0, 0}, logical), clouds);
+        painter.drawImage(clouds.place, clouds.image);
         overlay.covered.push_back(panel);
         paintOverlay(painter, picture.scene, viewport, picture.style, overlay);
         if (!panel.isEmpty()) {
@@ -148,6 +148,8 @@ QByteArray mapSvg(const MapPicture &picture, QSize size)
     generator.setOutputDevice(&buffer);
     generator.setSize(size);
     generator.setViewBox(QRect({0, 0}, size));
+    constexpr int screen = 96;
+    generator.setResolution(screen);
     generator.setTitle(u"Map of receptions"_s);
     QPainter painter(&generator);
     paintPicture(painter, picture, size);

@@ -121,7 +121,7 @@ void MapScene::findFarthest()
         }
     }
     m_farthest.clear();
-    for (std::size_t mode = 0; mode < mapModeCount; ++mode) {
+    for (std::size_t mode = 0; mode < otherMode; ++mode) {
         if (best[mode] != none) {
             m_farthest.push_back({mode, best[mode]});
         }

@@ -50,7 +50,8 @@ public:
     /// What is drawn, in the order of drawing: large dots below small ones, today's on top. Empty without a
     /// home.
     [[nodiscard]] const std::vector<MapDot> &dots() const { return m_dots; }
-    /// Of each mode that is shown the dot that is farthest away, by number in dots(); in the order of modes.
+    /// Of each mode that is shown and has a name the dot that is farthest away, by number in dots(); in the
+    /// order of modes.
     struct Farthest
     {
         std::size_t mode;

@@ -1,7 +1,6 @@
 #include "geo/ui/mapview.h"
 
 #include "geo/ui/mapaccessible.h"
-#include "geo/ui/mapclouds.h"
 #include "geo/ui/mapground.h"
 #include "geo/ui/maplegend.h"
 #include "geo/ui/mapoverlay.h"
@@ -21,7 +20,7 @@ using namespace Qt::StringLiterals;
 MapView::MapView(QWidget *parent)
     : QWidget(parent)
     , m_legend(new MapLegend(this))
-    , m_message(new QLabel(this))
+    , m_noHome(new QLabel(this))
 {
     makeMapAccessible();
     setObjectName(u"map"_s);
@@ -30,13 +29,14 @@ MapView::MapView(QWidget *parent)
     setMouseTracking(true);
     setAttribute(Qt::WA_OpaquePaintEvent);
     grabGesture(Qt::PinchGesture);
-    m_message->setObjectName(u"mapMessage"_s);
-    m_message->setAlignment(Qt::AlignCenter);
-    m_message->setWordWrap(true);
-    connect(m_message, &QLabel::linkActivated, this, [this] { Q_EMIT setupWanted(); });
+    m_noHome->setObjectName(u"mapNoHome"_s);
+    m_noHome->setAlignment(Qt::AlignCenter);
+    m_noHome->setWordWrap(true);
+    connect(m_noHome, &QLabel::linkActivated, this, [this] { Q_EMIT setupWanted(); });
     connect(m_legend, &MapLegend::modeToggled, this, &MapView::setModeShown);
+    m_settling.setSingleShot(true);
+    connect(&m_settling, &QTimer::timeout, this, &MapView::settle);
     applyStyle();
-    updateMessage();
 }
 
 void MapView::setData(MapData newData)
@@ -80,7 +80,7 @@ void MapView::dotsChanged()
     m_inView.reset();
     m_pointed.reset();
     m_cloudsOf.reset();
-    setAccessibleDescription(m_clouds && m_scene.data().home ? cloudsInWords(m_scene) : QString());
+    setAccessibleDescription(m_clouds && m_scene.data().home ? mapMessage(m_scene, true) : QString());
     updateMessage();
     arrange();
     update();
@@ -123,6 +123,23 @@ void MapView::look(const MapViewport &viewport)
     update();
 }
 
+// By the user: while the map moves each frame has to be quick, so outlines come one step coarser.
+void MapView::moveTo(const MapViewport &viewport)
+{
+    constexpr int pause = 120;
+    m_untouched = false;
+    m_moving = true;
+    m_settling.start(pause);
+    look(viewport);
+}
+
+void MapView::settle()
+{
+    m_moving = false;
+    m_groundOf.reset();
+    update();
+}
+
 MapPicture MapView::picture() const
 {
     return {m_scene, m_viewport, m_style, font(), m_clouds};
@@ -140,6 +157,7 @@ void MapView::applyStyle()
     m_groundOf.reset();
     m_cloudsOf.reset();
     m_legend->show(m_scene, m_style);
+    updateMessage();
     arrange();
     update();
 }
@@ -156,29 +174,19 @@ void MapView::changeEvent(QEvent *event)
 void MapView::updateMessage()
 {
     const bool home = m_scene.data().home.has_value();
-    m_legend->setVisible(home && !m_clouds && m_legend->isVisibleTo(this));
-    if (!home) {
-        m_message->setText(
-            u"The map is drawn around home, and home is not set.<br><a href=\"setup\">Set home…</a>"_s);
-    } else if (m_clouds) {
-        m_message->setText(cloudsInWords(m_scene));
-    } else {
-        m_message->setText(m_scene.dots().empty() ? u"No receptions to show"_s : QString());
-    }
-    m_message->setVisible(!m_message->text().isEmpty());
+    m_legend->setVisible(home && !m_clouds && !m_legend->isEmpty());
+    const QString colour = (m_style.dark ? QColor(0x8a, 0xc4, 0xff) : palette().color(QPalette::Link)).name();
+    m_noHome->setText(
+        u"The map is drawn around home, and home is not set.<br><a href=\"setup\" style=\"color:"_s + colour
+        + u"\">Set home…</a>"_s);
+    m_noHome->setVisible(!home);
 }
 
 void MapView::arrange()
 {
     constexpr int fromEdge = 8;
     m_legend->move(fromEdge, height() - m_legend->height() - fromEdge);
-    const int widest = std::max(1, width() - 2 * fromEdge);
-    const QSize wanted = m_message->sizeHint();
-    const int wide = std::min(widest, std::max(wanted.width(), widest / 2));
-    const int high = m_message->heightForWidth(wide);
-    const bool middle = !m_scene.data().home;
-    m_message->setGeometry(
-        (width() - wide) / 2, middle ? (height() - high) / 2 : fromEdge + fontMetrics().height(), wide, high);
+    m_noHome->setGeometry(rect().adjusted(fromEdge, fromEdge, -fromEdge, -fromEdge));
 }
 
 void MapView::resizeEvent(QResizeEvent *)
@@ -196,8 +204,8 @@ const QPixmap &MapView::ground()
         }
         m_ground.setDevicePixelRatio(devicePixelRatioF());
         QPainter painter(&m_ground);
-        const OutlineDetail detail = detailFor(m_viewport.kmPerPixel() / devicePixelRatioF());
-        paintGround(painter, m_viewport, m_scene.outlines(detail), m_style, m_scene.data().unit);
+        const OutlineDetail detail = detailFor(m_viewport.kmPerPixel() / devicePixelRatioF(), m_moving);
+        paintGround(painter, m_viewport, m_scene.outlines(detail), m_style, m_scene.data().unit, m_moving);
         m_groundOf = m_viewport;
     }
     return m_ground;
@@ -210,7 +218,7 @@ void MapView::paintClouds(QPainter &painter)
         m_cloudsOf = m_viewport;
     }
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    painter.drawImage(QRectF(rect()), m_cloudPicture);
+    painter.drawImage(m_cloudPicture.place, m_cloudPicture.image);
 }
 
 void MapView::paintEvent(QPaintEvent *)
@@ -221,10 +229,7 @@ void MapView::paintEvent(QPaintEvent *)
         return;
     }
     painter.drawPixmap(0, 0, ground());
-    MapOverlay overlay {font(), !m_clouds, m_pointed, {}};
-    if (m_message->isVisible()) {
-        overlay.covered.emplace_back(m_message->geometry());
-    }
+    MapOverlay overlay {font(), !m_clouds, m_pointed, {}, mapMessage(m_scene, m_clouds)};
     if (m_clouds) {
         paintClouds(painter);
         const QRectF panel = mufPanelPlace(m_scene, QSizeF(size()), font());

@@ -1,13 +1,14 @@
 #pragma once
 
+#include "geo/ui/mapclouds.h"
 #include "geo/ui/mapdots.h"
 #include "geo/ui/mappicture.h"
 #include "geo/ui/mapscene.h"
 #include "geo/ui/mapstyle.h"
 #include "geo/ui/mapviewport.h"
 
-#include <QImage>
 #include <QPixmap>
+#include <QTimer>
 #include <QWidget>
 
 #include <optional>
@@ -91,6 +92,8 @@ private:
     };
 
     void look(const MapViewport &viewport);
+    void moveTo(const MapViewport &viewport);
+    void settle();
     void zoom(double factor, QPointF pixel);
     void point(QPointF pixel);
     void dotsChanged();
@@ -110,16 +113,18 @@ private:
     DotPainter m_dots;
     bool m_clouds = false;
     bool m_untouched = true; ///< what is seen was not moved or zoomed
+    bool m_moving = false; ///< coarser outlines will do
+    QTimer m_settling;
     int m_generation = 0;
     std::optional<Drag> m_drag;
     std::optional<std::size_t> m_pointed;
     QPixmap m_ground;
     std::optional<MapViewport> m_groundOf;
-    QImage m_cloudPicture;
+    CloudPicture m_cloudPicture;
     std::optional<MapViewport> m_cloudsOf;
     mutable std::optional<std::vector<std::size_t>> m_inView;
     MapLegend *m_legend;
-    QLabel *m_message;
+    QLabel *m_noHome;
 };
 
 } // namespace quillon

@@ -26,8 +26,7 @@ constexpr double doubleClickStep = 2;
 void MapView::zoom(double factor, QPointF pixel)
 {
     if (m_scene.data().home) {
-        m_untouched = false;
-        look(m_viewport.zoomed(factor, pixel));
+        moveTo(m_viewport.zoomed(factor, pixel));
     }
 }
 
@@ -50,10 +49,7 @@ void MapView::zoomOut()
 void MapView::keyPressEvent(QKeyEvent *event)
 {
     constexpr double step = 80;
-    const auto move = [this](double x, double y) {
-        m_untouched = false;
-        look(m_viewport.dragged({x, y}));
-    };
+    const auto move = [this](double x, double y) { moveTo(m_viewport.dragged({x, y})); };
     switch (event->key()) {
     case Qt::Key_Plus:
     case Qt::Key_Equal:
@@ -102,9 +98,8 @@ void MapView::mouseMoveEvent(QMouseEvent *event)
         return;
     }
     m_drag->moved = true;
-    m_untouched = false;
     setCursor(Qt::ClosedHandCursor);
-    look(m_drag->viewport.dragged(way));
+    moveTo(m_drag->viewport.dragged(way));
 }
 
 void MapView::mouseReleaseEvent(QMouseEvent *event)

@@ -11,15 +11,21 @@ namespace {
 
 // The outlines are good to a kilometre or so.
 constexpr double finest = 0.05;
-constexpr double coarsest = 160;
+
+// The whole globe with its rose in sight.
+double coarsest(QSizeF size)
+{
+    constexpr double room = 1.25;
+    return 2 * antipodeDistance * room / std::min(size.width(), size.height());
+}
 
 } // namespace
 
 MapViewport::MapViewport(QPointF centre, double kmPerPixel, QSizeF size)
     : m_centre(centre)
-    , m_kmPerPixel(std::clamp(kmPerPixel, finest, coarsest))
     , m_size(size.expandedTo(QSizeF(1, 1)))
 {
+    m_kmPerPixel = std::clamp(kmPerPixel, finest, coarsest(m_size));
     const double distance = std::hypot(centre.x(), centre.y());
     if (distance > antipodeDistance) {
         m_centre *= antipodeDistance / distance;
