@@ -4,6 +4,7 @@
 #include "geo/ui/mapview.h"
 #include "ui/guard.h"
 
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QToolButton>
@@ -117,6 +118,14 @@ void MapDock::showEvent(QShowEvent *event)
     QDockWidget::showEvent(event);
 }
 
+void MapDock::changeEvent(QEvent *event)
+{
+    QDockWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange) {
+        updateNote();
+    }
+}
+
 void MapDock::updateNote()
 {
     const MapData &shown = m_map->scene().data();
@@ -126,7 +135,8 @@ void MapDock::updateNote()
         words +=
             u", "_s + counted(shown.sitesWithoutPlace, u"site"_s, u"sites"_s) + u" without coordinates"_s;
     }
-    m_note->setText(entries == 0 ? QString() : words + u". <a href=\"unplaced\">Show in the log</a>"_s);
+    m_note->setText(
+        entries == 0 ? QString() : words + u". "_s + MapStyle::of(palette()).linked(u"Show in the log"_s));
     m_note->setVisible(entries > 0);
 }
 

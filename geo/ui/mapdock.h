@@ -42,6 +42,7 @@ Q_SIGNALS:
     void pictureSaved(const QString &path);
 
 protected:
+    void changeEvent(QEvent *event) override;
     void showEvent(QShowEvent *event) override;
 
 private:

@@ -96,8 +96,8 @@ public:
         m_painter.drawLine(m_home, end);
         m_painter.setPen(QPen(m_style.path, 2, Qt::SolidLine, Qt::RoundCap));
         m_painter.drawLine(m_home, end);
-        m_painter.setBrush(m_style.halo);
-        m_painter.drawEllipse(end, 7, 7);
+        m_painter.setBrush(Qt::NoBrush);
+        m_painter.drawEllipse(end, 8, 8);
         const QPointF up(0, 6);
         const QPointF right(6, 0);
         m_painter.setBrush(m_style.path);

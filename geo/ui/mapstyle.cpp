@@ -9,6 +9,8 @@
 
 namespace quillon {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 using Modes = std::array<QRgb, mapModeCount>;
@@ -37,6 +39,7 @@ MapStyle MapStyle::of(const QPalette &palette)
     MapStyle style;
     style.dark = palette.color(QPalette::Base).lightness() < palette.color(QPalette::Text).lightness();
     style.beyond = palette.color(QPalette::Window);
+    style.link = style.dark ? QColor(0x8a, 0xc4, 0xff) : palette.color(QPalette::Link);
     if (style.dark) {
         style.sea = QColor(0x16, 0x20, 0x2a);
         style.land = QColor(0x2d, 0x37, 0x3f);
@@ -81,6 +84,11 @@ QColor MapStyle::density(double share) const
     const QColor to = QColor::fromRgba(stops.at(index + 1));
     return {mixed(from.red(), to.red(), rest), mixed(from.green(), to.green(), rest),
         mixed(from.blue(), to.blue(), rest), mixed(from.alpha(), to.alpha(), rest)};
+}
+
+QString MapStyle::linked(const QString &words) const
+{
+    return u"<a href=\"#\" style=\"color:"_s + link.name() + u"\">"_s + words.toHtmlEscaped() + u"</a>"_s;
 }
 
 } // namespace quillon

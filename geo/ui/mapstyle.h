@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QColor>
+#include <QString>
 
 #include <cstddef>
 
@@ -22,6 +23,7 @@ struct MapStyle
     QColor quiet; ///< of the text of rings and rose
     QColor halo; ///< around text and lines
     QColor path;
+    QColor link; ///< on the ground of a window
 
     /// Follows the palette.
     [[nodiscard]] static MapStyle of(const QPalette &palette);
@@ -33,6 +35,8 @@ struct MapStyle
     [[nodiscard]] QColor edge() const;
     /// The colour of a share, 0 to 1, of the highest density; transparent at 0.
     [[nodiscard]] QColor density(double share) const;
+    /// Words that can be clicked, as markup.
+    [[nodiscard]] QString linked(const QString &words) const;
 };
 
 } // namespace quillon

@@ -175,10 +175,8 @@ void MapView::updateMessage()
 {
     const bool home = m_scene.data().home.has_value();
     m_legend->setVisible(home && !m_clouds && !m_legend->isEmpty());
-    const QString colour = (m_style.dark ? QColor(0x8a, 0xc4, 0xff) : palette().color(QPalette::Link)).name();
     m_noHome->setText(
-        u"The map is drawn around home, and home is not set.<br><a href=\"setup\" style=\"color:"_s + colour
-        + u"\">Set home…</a>"_s);
+        u"The map is drawn around home, and home is not set.<br>"_s + m_style.linked(u"Set home…"_s));
     m_noHome->setVisible(!home);
 }
 
