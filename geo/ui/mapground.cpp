@@ -138,9 +138,9 @@ public:
         }
         m_painter.setBrush(Qt::NoBrush);
         m_painter.setPen(cosmetic(m_style.ring));
-        for (double radius = step; radius < antipodeDistance; radius += step) {
-            if (isSeen(radius)) {
-                circle(radius);
+        for (int ring = 1; ring * step < antipodeDistance; ++ring) {
+            if (isSeen(ring * step)) {
+                circle(ring * step);
             }
         }
     }
