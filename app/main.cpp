@@ -1,5 +1,6 @@
 #include "commandline.h"
 #include "core/ui/form1.h"
+#include "live/receiversettings.h"
 #include "platform/applicationdirectory.h"
 #include "ui/guard.h"
 #include "ui/looks.h"
@@ -48,7 +49,7 @@ int main(int argc, char *argv[])
     if (!guarded(nullptr, [&] { prepareApplicationDirectory(directory, supplied, regional.codePage); })) {
         return 1;
     }
-    Form1 form({directory, supplied, regional});
+    Form1 form({directory, supplied, regional, &FileCalls::real(), receiverFolder()});
     form.Form_Load();
     form.show();
     return QApplication::exec();

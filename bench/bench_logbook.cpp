@@ -5,14 +5,12 @@
 #include "core/logrows.h"
 #include "platform/files.h"
 #include "platform/keptfile.h"
+#include "supportreference.h"
 #include "txdb/pisearch.h"
 
 #include <QFile>
 
 #include <benchmark/benchmark.h>
-
-#include <fcntl.h>
-#include <unistd.h>
 
 using namespace quillon;
 using namespace quillon::bench;
@@ -69,17 +67,12 @@ void load(benchmark::State &state)
 }
 BENCHMARK(load)->Unit(benchmark::kMillisecond);
 
-// The plain way: the same bytes written beside the file, synced and renamed over it.
 void savePlain(benchmark::State &state)
 {
     const QByteArray path = filePath(directory(), u"plain.log"_s).toLocal8Bit();
-    const QByteArray beside = path + ".new";
     const QByteArray &bytes = fullLogbookFile();
     while (state.KeepRunning()) {
-        const int file = ::open(beside.constData(), O_CREAT | O_TRUNC | O_WRONLY | O_CLOEXEC, 0666);
-        if (::write(file, bytes.constData(), static_cast<std::size_t>(bytes.size())) != bytes.size()
-            || ::fsync(file) != 0 || ::close(file) != 0
-            || ::rename(beside.constData(), path.constData()) != 0) {
+        if (!bench::savePlain(path, bytes)) {
             state.SkipWithError("cannot write");
             break;
         }

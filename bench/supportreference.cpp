@@ -6,6 +6,8 @@
 
 #include <benchmark/benchmark.h>
 #include <ctime>
+#include <fcntl.h>
+#include <unistd.h>
 
 namespace quillon::bench {
 
@@ -60,6 +62,23 @@ double referenceTime()
 {
     const double before = processorTime();
     benchmark::DoNotOptimize(referenceWork());
+    return processorTime() - before;
+}
+
+bool savePlain(const QByteArray &path, const QByteArray &bytes)
+{
+    const QByteArray beside = path + ".new";
+    const int file = ::open(beside.constData(), O_CREAT | O_TRUNC | O_WRONLY | O_CLOEXEC, 0666);
+    return ::write(file, bytes.constData(), static_cast<std::size_t>(bytes.size())) == bytes.size()
+        && ::fsync(file) == 0 && ::close(file) == 0 && ::rename(beside.constData(), path.constData()) == 0;
+}
+
+double savePlainTime(const QByteArray &path, const QByteArray &bytes)
+{
+    const double before = processorTime();
+    if (!savePlain(path, bytes)) {
+        qFatal("cannot write %s", path.constData());
+    }
     return processorTime() - before;
 }
 

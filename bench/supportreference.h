@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QByteArray>
+
 #include <algorithm>
 #include <vector>
 
@@ -12,6 +14,12 @@ int referenceWork();
 
 /// Milliseconds of processor time that one referenceWork takes now.
 [[nodiscard]] double referenceTime();
+
+/// The plain save: the bytes written beside the file, synced and renamed over it. False when that fails.
+[[nodiscard]] bool savePlain(const QByteArray &path, const QByteArray &bytes);
+
+/// Milliseconds of processor time that one savePlain takes now.
+[[nodiscard]] double savePlainTime(const QByteArray &path, const QByteArray &bytes);
 
 /// The middle one of some times.
 [[nodiscard]] inline double medianOf(std::vector<double> times)

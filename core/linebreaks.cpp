@@ -19,4 +19,12 @@ QString withoutLineBreaks(QString text)
     return text.replace("\r\n"_L1, " "_L1).replace(u'\n', u' ');
 }
 
+QString withLineEnds(QString text)
+{
+    text.replace("\r\n"_L1, "\n"_L1)
+        .replace(QChar::ParagraphSeparator, u'\n')
+        .replace(QChar::LineSeparator, u'\n');
+    return text.replace(u'\n', "\r\n"_L1);
+}
+
 } // namespace quillon

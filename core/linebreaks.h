@@ -14,4 +14,8 @@ namespace quillon {
 /// line of a file.
 [[nodiscard]] QString withoutLineBreaks(QString text);
 
+/// The text with its lines ended by CR LF, whether a LF, a CR LF or one of the separators of a text box ended
+/// them. A lone CR stays.
+[[nodiscard]] QString withLineEnds(QString text);
+
 } // namespace quillon

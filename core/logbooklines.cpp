@@ -13,6 +13,9 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr qint32 blockSize = 256;
+// Up to so many blocks are written in their place, each moving what follows; more, and the file is put
+// together again.
+constexpr int fewBlocks = 4;
 
 // More bytes than a line of the file can have: a line break of two characters takes four.
 qsizetype longestLine(const LogEntry &entry)
@@ -84,37 +87,65 @@ void LogbookLines::changed(qint32 entry)
 void LogbookLines::changedFrom(qint32 entry)
 {
     changed(entry);
-    m_blocks.resize(std::min(m_blocks.size(), static_cast<std::size_t>(entry / blockSize) + 1));
+    keepBlocks(std::min(m_blocks.size(), static_cast<std::size_t>(entry / blockSize) + 1));
+}
+
+// No more blocks than these; the lines of the others leave the file.
+void LogbookLines::keepBlocks(std::size_t count)
+{
+    for (; m_blocks.size() > count; m_blocks.pop_back()) {
+        m_file.chop(m_blocks.back().size);
+    }
 }
 
 QByteArray LogbookLines::bytes(const Logbook &log)
 {
     prepare(log);
-    qsizetype size = 0;
-    for (const Block &block : m_blocks) {
-        size += block.lines.size();
-    }
-    QByteArray file(size, Qt::Uninitialized);
-    char *out = file.data();
-    for (const Block &block : m_blocks) {
-        out = std::ranges::copy(block.lines, out).out;
-    }
-    return file;
+    return m_file;
 }
 
 void LogbookLines::prepare(const Logbook &log)
 {
     const std::span<const LogEntry> entries(log.begin(), log.end());
     constexpr auto size = static_cast<std::size_t>(blockSize);
-    m_blocks.resize((entries.size() + size - 1) / size);
+    const std::size_t count = (entries.size() + size - 1) / size;
+    keepBlocks(count);
+    m_blocks.resize(count);
+    const auto linesOfBlock = [&](std::size_t number) {
+        const auto rest = entries.subspan(number * size);
+        return linesOf(rest.first(std::min(size, rest.size())), m_codePage);
+    };
+    if (std::ranges::count(m_blocks, false, &Block::kept) > fewBlocks) {
+        putTogether(linesOfBlock);
+        return;
+    }
+    qsizetype at = 0;
     for (std::size_t number = 0; number < m_blocks.size(); ++number) {
         Block &block = m_blocks[number];
         if (!block.kept) {
-            const auto rest = entries.subspan(number * size);
-            block = {true, linesOf(rest.first(std::min(size, rest.size())), m_codePage)};
-            block.lines.squeeze();
+            const QByteArray lines = linesOfBlock(number);
+            m_file.replace(at, block.size, lines);
+            block = {true, lines.size()};
         }
+        at += block.size;
     }
+}
+
+void LogbookLines::putTogether(const std::function<QByteArray(std::size_t)> &linesOfBlock)
+{
+    const QByteArray before = std::move(m_file);
+    m_file = {};
+    m_file.reserve(before.size());
+    qsizetype at = 0;
+    for (std::size_t number = 0; number < m_blocks.size(); ++number) {
+        Block &block = m_blocks[number];
+        const qsizetype size = block.size;
+        const QByteArray lines = block.kept ? before.sliced(at, size) : linesOfBlock(number);
+        m_file += lines;
+        block = {true, lines.size()};
+        at += size;
+    }
+    m_file.squeeze();
 }
 
 } // namespace quillon

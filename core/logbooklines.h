@@ -5,6 +5,7 @@
 
 #include <QByteArray>
 
+#include <functional>
 #include <vector>
 
 namespace quillon {
@@ -12,8 +13,8 @@ namespace quillon {
 /// The file of the log: one line of the current layout for each entry that is not deleted.
 [[nodiscard]] QByteArray logbookBytes(const Logbook &log, const CodePage &codePage);
 
-/// The same file for a log that is saved after every change: the lines are kept, and only blocks with an
-/// entry that was named as changed are encoded again.
+/// The same file for a log that is saved after every change: the file is kept, and only blocks with an entry
+/// that was named as changed are encoded again, in their place.
 class LogbookLines
 {
 public:
@@ -34,10 +35,14 @@ private:
     struct Block
     {
         bool kept = false;
-        QByteArray lines;
+        qsizetype size = 0; // of its lines in the file
     };
 
+    void keepBlocks(std::size_t count);
+    void putTogether(const std::function<QByteArray(std::size_t)> &linesOfBlock);
+
     CodePage m_codePage;
+    QByteArray m_file;
     std::vector<Block> m_blocks;
 };
 

@@ -1,6 +1,6 @@
 #include "core/logchange.h"
 
-#include <ranges>
+#include <algorithm>
 #include <utility>
 
 namespace quillon {
@@ -33,9 +33,9 @@ LogChange LogChange::inverse() const
 {
     LogChange result {removed, added, {}};
     result.fields.reserve(fields.size());
-    for (const FieldChange &change : std::views::reverse(fields)) {
+    std::for_each(fields.rbegin(), fields.rend(), [&](const FieldChange &change) {
         result.fields.push_back({change.entry, change.field, change.after, change.before});
-    }
+    });
     return result;
 }
 

@@ -11,17 +11,22 @@ bool isDeleted(const LogEntry &entry)
 
 QString fmlistDisplay(QStringView fmlist)
 {
+    return fmlistName(fmlist).toString();
+}
+
+QStringView fmlistName(QStringView fmlist)
+{
     if (fmlist.isEmpty()) {
         return {};
     }
     if (fmlist.contains(u"fml=sent")) {
-        return u"Sent"_s;
+        return u"Sent";
     }
     if (fmlist.contains(u"fml=multi")) {
-        return u"Multi"_s;
+        return u"Multi";
     }
     if (fmlist.contains(u"fml=none")) {
-        return u"None"_s;
+        return u"None";
     }
     return {};
 }

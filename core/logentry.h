@@ -34,6 +34,8 @@ inline constexpr QStringView deletedPiCode = u"delete";
 /// "Sent", "Multi", "None" or nothing: the first of the tags fml=sent, fml=multi, fml=none that the text
 /// contains, in this order.
 [[nodiscard]] QString fmlistDisplay(QStringView fmlist);
+/// The same, as a view of a constant.
+[[nodiscard]] QStringView fmlistName(QStringView fmlist);
 
 // An interface that nothing in the program calls.
 

@@ -25,6 +25,13 @@ constexpr std::array<LogColumn, logFieldCount> fields {{
     {GridColumn::Uid, LogField::Uid, &LogEntry::uid, u"UID", 800, true, u"1234567", false},
 }};
 
+// In the order of the grid, behind the fields: a new one is a row more.
+constexpr std::array<LogColumn, allColumnCount - gridColumnCount> derived {{
+    {GridColumn::Azimuth, {}, nullptr, u"Azimuth", 600, true, u"359", false},
+    {GridColumn::Locator, {}, nullptr, u"Locator", 800, true, u"JO50VA", false},
+    {GridColumn::Muf, {}, nullptr, u"MUF", 600, true, u"136.9", false},
+}};
+
 // The place in `fields` of each column.
 constexpr auto places = [] {
     std::array<std::size_t, gridColumnCount> result {};
@@ -48,7 +55,8 @@ const LogColumn &logField(LogField field)
 
 const LogColumn &logColumn(GridColumn column)
 {
-    return fields[places[static_cast<std::size_t>(column)]];
+    const auto place = static_cast<std::size_t>(column);
+    return place < places.size() ? fields[places[place]] : derived[place - places.size()];
 }
 
 FieldValue fieldValue(const LogEntry &entry, LogField field)
@@ -77,8 +85,10 @@ QString cellText(const LogEntry &entry, GridColumn column)
     case GridColumn::Notes:
         return entry.notes.contains("\r\n"_L1) ? QString(entry.notes).replace("\r\n"_L1, " "_L1)
                                                : entry.notes;
-    default:
-        return entry.*logColumn(column).text;
+    default: {
+        const auto text = logColumn(column).text;
+        return text ? entry.*text : QString();
+    }
     }
 }
 

@@ -43,10 +43,15 @@ enum class GridColumn {
     Prop,
     FMList,
     Uid,
+    Azimuth,
+    Locator,
+    Muf,
 };
 
 /// The columns that show a field.
 inline constexpr int gridColumnCount = 12;
+/// Those and the derived ones behind them.
+inline constexpr int allColumnCount = 15;
 
 /// All that the program knows of a field or a derived column, but its texts: the file's readers and writers,
 /// the grid, searches and exports go by it.
@@ -65,7 +70,7 @@ struct LogColumn
 /// The fields in the order of the file.
 [[nodiscard]] std::span<const LogColumn, logFieldCount> logFields();
 [[nodiscard]] const LogColumn &logField(LogField field);
-/// The column at that place of the grid, 0 to gridColumnCount - 1.
+/// The column at that place of the grid, 0 to allColumnCount - 1.
 [[nodiscard]] const LogColumn &logColumn(GridColumn column);
 
 /// The content of a field: a moment for Date/Time, a text for all others.

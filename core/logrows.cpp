@@ -47,6 +47,9 @@ QString LogRows::text(qint32 entry, GridColumn column) const
             return typed.value();
         }
     }
+    if (m_derived && !logColumn(column).field) {
+        return m_derived(m_log.entry(entry), column);
+    }
     return cellText(m_log.entry(entry), column);
 }
 
@@ -114,8 +117,11 @@ void LogRows::restore(std::span<const qint32> entries)
 void LogRows::noteStayed(std::span<const qint32> entries)
 {
     // Once they are many, all are sorted, and it does not matter which they are.
-    if (m_sortedBy && m_stayed.size() <= fewRows) {
-        m_stayed.insert(m_stayed.end(), entries.begin(), entries.end());
+    for (const qint32 entry : entries) {
+        if (m_sortedBy && m_stayed.size() <= fewRows
+            && std::ranges::find(m_stayed, entry) == m_stayed.end()) {
+            m_stayed.push_back(entry);
+        }
     }
 }
 
@@ -217,7 +223,7 @@ std::vector<qint32> LogRows::sortedAgain(std::vector<qint32> changed) const
     std::ranges::copy_if(
         m_stayed, std::back_inserter(changed), [this](qint32 entry) { return entry < m_log.count(); });
     std::ranges::sort(changed);
-    changed.erase(std::ranges::unique(changed).begin(), changed.end());
+    changed.erase(std::unique(changed.begin(), changed.end()), changed.end());
     std::vector<qint32> base = m_base;
     std::erase_if(base, [this](qint32 entry) { return entry >= m_log.count(); });
     for (auto next = static_cast<qint32>(base.size()); next < m_log.count(); ++next) {

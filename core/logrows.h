@@ -43,6 +43,11 @@ public:
 
     void setWatcher(LogRowsWatcher *watcher) { m_watcher = watcher; }
 
+    /// What the derived columns show; without it they are empty. It is asked whenever a cell is shown or
+    /// sorted.
+    using Derived = std::function<QString(const LogEntry &, GridColumn)>;
+    void setDerived(Derived derived) { m_derived = std::move(derived); }
+
     /// A row for each entry, deleted ones included, sorted by Date/Time; rows of one Date/Time stay in log
     /// order. Forgets what was typed and the sorting by a column.
     void refill();
@@ -110,6 +115,7 @@ private:
 
     const Logbook &m_log;
     LogRowsWatcher *m_watcher = nullptr;
+    Derived m_derived;
     std::vector<qint32> m_all;
     std::vector<qint32> m_sorted;
     std::vector<qint32> m_base; ///< m_sorted before the last sorting by a column

@@ -19,7 +19,8 @@ struct Change
     [[nodiscard]] Change inverse() const { return {name, log.inverse(), sites.inverse()}; }
 };
 
-/// What a change of this reception is called: "Update 90.3 RNE_CLAS", with the PI code where there is no name.
+/// What a change of this reception is called: "Update 90.3 RNE_CLAS", with the PI code where there is no
+/// name.
 [[nodiscard]] QString changeName(const QString &verb, const LogEntry &entry);
 
 } // namespace quillon

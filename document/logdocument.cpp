@@ -61,7 +61,8 @@ void LogDocument::commit(Change change, Saving saving)
     }
     const bool log = saving != Saving::Sites && (!change.log.isEmpty() || change.sites.empty());
     const bool sites = saving == Saving::Sites || !change.sites.empty()
-        || (saving == Saving::WithSites && (m_sitesUnsaved || !m_sitesFile.isKnown(m_config.path(u"tx.lst"_s))));
+        || (saving == Saving::WithSites
+            && (m_sitesUnsaved || !m_sitesFile.isKnown(m_config.path(u"tx.lst"_s))));
     if (m_group) {
         m_group->changes.push_back(std::move(change));
     } else {
@@ -191,17 +192,17 @@ QString LogDocument::unsavedFailure()
 
 QString LogDocument::undoName() const
 {
-    return m_history.undoable() ? m_history.undoable()->name : QString();
+    return m_history.undoable() && !m_group ? m_history.undoable()->name : QString();
 }
 
 QString LogDocument::redoName() const
 {
-    return m_history.redoable() ? m_history.redoable()->name : QString();
+    return m_history.redoable() && !m_group ? m_history.redoable()->name : QString();
 }
 
 void LogDocument::undo()
 {
-    if (!m_history.undoable()) {
+    if (!m_history.undoable() || m_group) {
         return;
     }
     m_history.moveToUndone(m_log);
@@ -214,7 +215,7 @@ void LogDocument::undo()
 
 void LogDocument::redo()
 {
-    if (m_history.redoable()) {
+    if (m_history.redoable() && !m_group) {
         m_history.moveToDone();
         restore(m_history.undoable()->changes);
     }
@@ -255,6 +256,7 @@ LogDocument::Group::Group(LogDocument &document, const QString &name)
 {
     if (m_outermost) {
         document.m_group = Step {name, {}};
+        Q_EMIT document.stepsChanged();
     }
 }
 

@@ -50,8 +50,7 @@ QString receptionLine(const ExportRows &rows, int row, DateTime moment, bool inM
 
 } // namespace
 
-QByteArray textLog(
-    const LogRows &logRows, const TextLogRange &range, const Regional &regional, int *listed)
+QByteArray textLog(const LogRows &logRows, const TextLogRange &range, const Regional &regional, int *listed)
 {
     const MonthNames months = exportMonths(regional);
     ExportRows rows(logRows, regional);

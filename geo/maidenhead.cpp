@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <tuple>
 
 namespace quillon {
 
@@ -89,6 +90,22 @@ QString convertDecimalLatLonToMaidenhead(double latitude, double longitude)
     locator += character(u'0', fMod(b, 10));
     locator += subsquare((fraction(longitude) + 1) * 12);
     locator += subsquare(fraction(latitude) * 24);
+    return locator;
+}
+
+QString locatorOf(const GeoPosition &place)
+{
+    // In steps of a subsquare: 5' of longitude, 2.5' of latitude.
+    constexpr int lastEast = 18 * 240 - 1;
+    constexpr int lastNorth = 18 * 240 - 1;
+    const int east = std::clamp(static_cast<int>(std::floor((place.longitude + 180) * 12)), 0, lastEast);
+    const int north = std::clamp(static_cast<int>(std::floor((place.latitude + 90) * 24)), 0, lastNorth);
+    QString locator;
+    for (const auto &[zero, steps, count] :
+        {std::tuple(u'A', 240, 18), std::tuple(u'0', 24, 10), std::tuple(u'A', 1, 24)}) {
+        locator += character(zero, east / steps % count);
+        locator += character(zero, north / steps % count);
+    }
     return locator;
 }
 

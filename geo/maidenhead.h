@@ -1,5 +1,7 @@
 #pragma once
 
+#include "geo/position.h"
+
 #include <QString>
 
 namespace quillon {
@@ -18,5 +20,9 @@ void maidenheadToLatLon(const QString &locator, QString &latitude, QString &long
 /// square, twelve letters too far in the western one. Latitude 90 and longitude 180 give the field letter S.
 /// Throws "Overflow" for values beyond 32 bits.
 [[nodiscard]] QString convertDecimalLatLonToMaidenhead(double latitude, double longitude);
+
+/// The six-character Maidenhead locator of the subsquare in which a place lies, to the east and north of its
+/// lower edges: 50.02, 11.79 is JO50VA. The north pole and longitude 180 count to the last subsquare.
+[[nodiscard]] QString locatorOf(const GeoPosition &place);
 
 } // namespace quillon

@@ -59,7 +59,8 @@ struct RdsdxImport
 /// Reads an RDSDX log. `path` names the file, in messages too. The first line is a header. A line without a
 /// frequency is told to `status` as "No Frequency for " and the line, and left out. Throws what rdsdxDate
 /// throws, and "Input past end of file" for an empty file. It stops with "Subscript out of range" at a line
-/// without "|", with "Type mismatch" at a time that is none, and tells the file, the line number and the line.
+/// without "|", with "Type mismatch" at a time that is none, and tells the file, the line number and the
+/// line.
 [[nodiscard]] RdsdxImport readRdsdx(QByteArrayView file, const QString &path, const Regional &regional,
     const std::function<void(const QString &)> &status);
 

@@ -1,6 +1,7 @@
 #include "txdb/distances.h"
 
 #include "geo/distance.h"
+#include "geo/leg.h"
 #include "platform/numbers.h"
 
 namespace quillon {
@@ -38,12 +39,12 @@ SiteChanges measuredTransmitters(const TransmitterList &list, const Settings &se
 {
     const Home home {
         degrees(settings.homeLatitude, decimalComma), degrees(settings.homeLongitude, decimalComma)};
-    const double unit = settings.inMiles() ? kilometresPerMile : 1;
+    const DistanceUnit unit = settings.inMiles() ? DistanceUnit::Miles : DistanceUnit::Kilometres;
     SiteChanges changes;
     int row = 0;
     for (const Transmitter &transmitter : list) {
         Transmitter measured = transmitter;
-        measured.distance = plainText(rounded(kilometres(home, transmitter, decimalComma) / unit, 1));
+        measured.distance = distanceFigure(kilometres(home, transmitter, decimalComma), unit);
         if (measured.distance != transmitter.distance) {
             changes.push_back({row, transmitter, measured});
         }

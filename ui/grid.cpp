@@ -13,6 +13,7 @@
 #include <QScrollBar>
 
 #include <algorithm>
+#include <utility>
 
 namespace quillon {
 
@@ -28,7 +29,13 @@ Grid::Grid(QWidget *parent)
     : QTableView(parent)
 {
     setTableLook(*this);
+    setSelectionMode(QAbstractItemView::ExtendedSelection);
+    setContextMenuPolicy(Qt::CustomContextMenu);
+    horizontalHeader()->setSectionsMovable(true);
+    horizontalHeader()->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(horizontalHeader(), &QHeaderView::sectionClicked, this, &Grid::headerClicked);
+    connect(horizontalHeader(), &QHeaderView::sectionHandleDoubleClicked, this,
+        [this](int column) { resizeColumnToContents(column); });
 }
 
 void Grid::setLogRows(LogRows &rows)
@@ -47,7 +54,8 @@ void Grid::writeGridHeader()
     const QFontMetrics cells = fontMetrics();
     const QFontMetrics headings = horizontalHeader()->fontMetrics();
     const int padding = 2 * style()->pixelMetric(QStyle::PM_FocusFrameHMargin) + 10;
-    for (int column = 0; column < gridColumnCount; ++column) {
+    for (int column = 0; column < allColumnCount; ++column) {
+        setColumnHidden(column, column >= gridColumnCount);
         const LogColumn &format = logColumn(static_cast<GridColumn>(column));
         const int needed = std::max(cells.horizontalAdvance(format.usual.toString()),
                                headings.horizontalAdvance(format.caption.toString()))
@@ -63,6 +71,7 @@ void Grid::refill()
     const QScopedValueRollback byProgram(m_byProgram, true);
     logRows().refill();
     selectionModel()->clear();
+    showSorting();
 }
 
 int Grid::rows() const
@@ -72,7 +81,7 @@ int Grid::rows() const
 
 QString Grid::text(int row, int column) const
 {
-    if (row < 0 || row >= rows() || column < 0 || column >= gridColumnCount) {
+    if (row < 0 || row >= rows() || column < 0 || column >= allColumnCount) {
         throw RuntimeError(ErrorName::SubscriptOutOfRange,
             u"The grid has no cell in row %1, column %2"_s.arg(row).arg(column));
     }
@@ -142,11 +151,79 @@ qint32 Grid::entryOfRow(int row) const
 
 void Grid::sortGridByColumn(int column)
 {
+    sortBy(LogRows::Sorting {static_cast<GridColumn>(column)});
+}
+
+void Grid::sortBy(const std::optional<LogRows::Sorting> &sorting)
+{
     const QScopedValueRollback byProgram(m_byProgram, true);
-    logRows().sortBy(LogRows::Sorting {static_cast<GridColumn>(column)});
+    logRows().sortBy(sorting);
+    showSorting();
     if (row() > 0) {
         showRow(row());
     }
+}
+
+// Ascending, descending, and back to the order of time, which Date/Time has from the start.
+void Grid::sortByNext(int column)
+{
+    const auto clicked = static_cast<GridColumn>(column);
+    const auto now = logRows().sorting();
+    const bool again = now && now->column == clicked;
+    const bool first = !again && clicked != GridColumn::DateTime;
+    if (again && now->descending) {
+        sortBy(std::nullopt);
+    } else {
+        sortBy(LogRows::Sorting {clicked, !first});
+    }
+}
+
+void Grid::setFilter(LogRows::Filter filter)
+{
+    const QScopedValueRollback byProgram(m_byProgram, true);
+    logRows().setFilter(std::move(filter));
+    if (row() > 0) {
+        showRow(row());
+    }
+}
+
+void Grid::showSorting()
+{
+    const auto sorting = logRows().sorting();
+    horizontalHeader()->setSortIndicatorShown(sorting.has_value());
+    if (sorting) {
+        horizontalHeader()->setSortIndicator(static_cast<int>(sorting->column),
+            sorting->descending ? Qt::DescendingOrder : Qt::AscendingOrder);
+    }
+}
+
+std::vector<qint32> Grid::chosenEntries() const
+{
+    std::vector<int> chosen;
+    const QModelIndexList indexes = selectionModel()->selectedRows();
+    chosen.reserve(static_cast<std::size_t>(indexes.size()));
+    for (const QModelIndex &index : indexes) {
+        chosen.push_back(index.row());
+    }
+    std::ranges::sort(chosen);
+    std::vector<qint32> entries;
+    entries.reserve(chosen.size());
+    for (const int chosenRow : chosen) {
+        entries.push_back(logRows().shown()[static_cast<std::size_t>(chosenRow)]);
+    }
+    return entries;
+}
+
+std::vector<GridColumn> Grid::shownColumns() const
+{
+    std::vector<GridColumn> columns;
+    for (int place = 0; place < horizontalHeader()->count(); ++place) {
+        const int column = horizontalHeader()->logicalIndex(place);
+        if (!isColumnHidden(column)) {
+            columns.push_back(static_cast<GridColumn>(column));
+        }
+    }
+    return columns;
 }
 
 void Grid::setEmptyText(const QString &text)
@@ -164,20 +241,13 @@ void Grid::currentChanged(const QModelIndex &current, const QModelIndex &previou
     }
 }
 
-QItemSelectionModel::SelectionFlags Grid::selectionCommand(
-    const QModelIndex &index, const QEvent * /*event*/) const
-{
-    // The current row is the marked one, whatever keys are held.
-    return index.isValid() ? QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows
-                           : QItemSelectionModel::NoUpdate;
-}
-
 void Grid::mousePressEvent(QMouseEvent *event)
 {
     m_changed = false;
     QTableView::mousePressEvent(event);
     // A click on the row that is current already loads its entry, too.
-    if (!m_changed && event->button() == Qt::LeftButton && indexAt(event->pos()).isValid()) {
+    if (!m_changed && event->button() == Qt::LeftButton && event->modifiers() == Qt::NoModifier
+        && indexAt(event->pos()).isValid()) {
         Q_EMIT rowChosen(row());
     }
 }

@@ -1,14 +1,17 @@
 #pragma once
 
 #include "core/logfields.h"
+#include "core/logrows.h"
 
 #include <QString>
 #include <QTableView>
 
+#include <optional>
+#include <vector>
+
 namespace quillon {
 
 class LogModel;
-class LogRows;
 
 /// The log grid. Row 0 is the fixed header row, the receptions are rows 1 to rows() - 1; 0 as the current row
 /// means that none is.
@@ -56,6 +59,18 @@ public:
     /// Sorts ascending by the cells of a column, numbers as numbers and dates as dates; the current row stays
     /// the same reception.
     void sortGridByColumn(int column);
+    /// Sorts by a column, or as the last refill left the rows; the heading shows an arrow.
+    void sortBy(const std::optional<LogRows::Sorting> &sorting);
+    /// What a click on the heading does: ascending, descending, the order of time.
+    void sortByNext(int column);
+
+    /// Shows only the rows of entries for which `filter` is true; all without one.
+    void setFilter(LogRows::Filter filter);
+
+    /// The entries of the selected rows, in the order of the rows.
+    [[nodiscard]] std::vector<qint32> chosenEntries() const;
+    /// The columns that are shown, from left to right.
+    [[nodiscard]] std::vector<GridColumn> shownColumns() const;
 
     /// What an empty grid says.
     void setEmptyText(const QString &text);
@@ -69,8 +84,6 @@ Q_SIGNALS:
 
 protected:
     void currentChanged(const QModelIndex &current, const QModelIndex &previous) override;
-    [[nodiscard]] QItemSelectionModel::SelectionFlags selectionCommand(
-        const QModelIndex &index, const QEvent *event) const override;
     void mousePressEvent(QMouseEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
@@ -78,6 +91,7 @@ protected:
 
 private:
     void fitNotes();
+    void showSorting();
 
     LogModel *m_model = nullptr;
     QString m_emptyText;

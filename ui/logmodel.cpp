@@ -109,7 +109,7 @@ int LogModel::rowCount(const QModelIndex &parent) const
 
 int LogModel::columnCount(const QModelIndex &parent) const
 {
-    return parent.isValid() ? 0 : gridColumnCount;
+    return parent.isValid() ? 0 : allColumnCount;
 }
 
 QVariant LogModel::data(const QModelIndex &index, int role) const

@@ -16,12 +16,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// The texts of a multi-line box end their lines with CR LF in the log.
-QString withLineEnds(QString text)
-{
-    return text.replace(QChar::ParagraphSeparator, "\r\n"_L1).replace(QChar::LineSeparator, "\r\n"_L1);
-}
-
 // A line of the files is one entry, whatever a field was filled with.
 QString fieldText(const QString &text)
 {
@@ -80,6 +74,15 @@ void EntryForm::setCountries(const QStringList &countries)
         m_ui->Combo3->setItemData(i, countryName(m_ui->Combo3->itemText(i)), Qt::ToolTipRole);
     }
     m_ui->Combo3->setCurrentIndex(-1);
+}
+
+QStringList EntryForm::countries() const
+{
+    QStringList countries;
+    for (int i = 0; i < m_ui->Combo3->count(); ++i) {
+        countries += m_ui->Combo3->itemText(i);
+    }
+    return countries;
 }
 
 void EntryForm::addPane(QWidget &pane, const QList<QWidget *> &stops)

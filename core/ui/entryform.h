@@ -38,6 +38,7 @@ public:
         State state = State::AtRest;
         QStringList texts;
         QString notes;
+        bool notesTouched = false;
         bool cancelOffered = false;
     };
 
@@ -49,6 +50,7 @@ public:
     /// Fills the list of propagation modes.
     void listModes();
     void setCountries(const QStringList &countries);
+    [[nodiscard]] QStringList countries() const;
     /// Puts a pane at the right of the frames, before the buttons in the order of Tab.
     void addPane(QWidget &pane, const QList<QWidget *> &stops);
 

@@ -1,5 +1,6 @@
 #include "core/ui/entryform.h"
 
+#include "core/typedfields.h"
 #include "ui/messages.h"
 #include "ui_entryform.h"
 
@@ -15,8 +16,9 @@ using namespace Qt::StringLiterals;
 
 void EntryForm::wire()
 {
-    const QList<QWidget *> fields = editableFields();
-    for (QWidget *field : fields) {
+    QList<QWidget *> fields = editableFields();
+    fields += {m_ui->uid, m_ui->Combo2->lineEdit(), m_ui->Combo3->lineEdit()};
+    for (QWidget *field : std::as_const(fields)) {
         field->installEventFilter(this);
     }
     for (QLineEdit *field : {m_ui->Text1, m_ui->Text2, m_ui->Text5, m_ui->Text6, m_ui->Text7, m_ui->Text8,
@@ -54,6 +56,21 @@ void EntryForm::watchEdits()
 
 bool EntryForm::eventFilter(QObject *watched, QEvent *event)
 {
+    if (event->type() == QEvent::ShortcutOverride || event->type() == QEvent::KeyPress) {
+        const auto *key = static_cast<QKeyEvent *>(event);
+        if (key->key() == Qt::Key_Y && key->modifiers() == Qt::ControlModifier) {
+            // In a field it is typing that is made again.
+            if (event->type() == QEvent::KeyPress) {
+                const auto *combo = qobject_cast<QComboBox *>(watched);
+                QObject *text = combo ? combo->lineEdit() : watched;
+                if (text) {
+                    QMetaObject::invokeMethod(text, "redo");
+                }
+            }
+            event->accept();
+            return true;
+        }
+    }
     if (event->type() == QEvent::FocusOut) {
         const auto reason = static_cast<QFocusEvent *>(event)->reason();
         // Another window or a drop-down list takes the focus only for a while.
@@ -98,7 +115,7 @@ bool EntryForm::isDateWrong() const
 // PI Code.
 void EntryForm::Text1_LostFocus()
 {
-    m_ui->Text1->setText(m_ui->Text1->text().trimmed().toUpper());
+    m_ui->Text1->setText(typedField(LogField::PiCode, m_ui->Text1->text()));
 }
 
 // Date / Time.
@@ -127,13 +144,13 @@ void EntryForm::tellInvalidDate()
 // Power KW.
 void EntryForm::Text6_LostFocus()
 {
-    m_ui->Text6->setText(m_ui->Text6->text().toUpper());
+    m_ui->Text6->setText(typedField(LogField::Power, m_ui->Text6->text()));
 }
 
 // RDS Name (PS).
 void EntryForm::Text8_LostFocus()
 {
-    m_ui->Text8->setText(m_ui->Text8->text().replace(u' ', u'_'));
+    m_ui->Text8->setText(typedField(LogField::RdsName, m_ui->Text8->text()));
 }
 
 // Country ITU.

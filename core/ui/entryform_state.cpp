@@ -83,7 +83,7 @@ void EntryForm::settle()
 
 EntryForm::Draft EntryForm::draft() const
 {
-    return {m_state, texts(), notes(), m_cancelOffered};
+    return {m_state, texts(), notes(), m_ui->Text3->document()->isModified(), m_cancelOffered};
 }
 
 void EntryForm::restore(const Draft &draft)
@@ -96,8 +96,8 @@ void EntryForm::restore(const Draft &draft)
         field->setText(draft.texts.value(next++));
     }
     listSites(country());
-    m_ui->Text3->setPlainText(draft.notes);
-    m_ui->Text3->document()->setModified(true);
+    showNotes(draft.notes);
+    m_ui->Text3->document()->setModified(draft.notesTouched);
     m_edited = true;
 }
 

@@ -7,6 +7,7 @@
 #include "ui_form1.h"
 
 #include <QCloseEvent>
+#include <QDialog>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QScreen>
@@ -50,6 +51,8 @@ Form1::Form1(const Form1Options &options)
     wireEntryForm();
     wireMenus();
     wireDocument();
+    wireFilter();
+    wireView();
 }
 
 Form1::~Form1() = default;
@@ -85,14 +88,20 @@ void Form1::addStatusBar()
     }
     m_applicationDir = label(u"applicationDir"_s, u"Application directory"_s);
     m_mapDir = label(u"mapDir"_s, u"Map directory"_s);
-    for (QWidget *hidden : std::initializer_list<QWidget *> {
-             m_proclogs, m_progress, m_autoStop, m_applicationDir, m_mapDir}) {
+    for (QWidget *hidden :
+        std::initializer_list<QWidget *> {m_proclogs, m_progress, m_autoStop, m_applicationDir, m_mapDir}) {
         hidden->hide();
     }
 }
 
 void Form1::closeEvent(QCloseEvent *event)
 {
+    if (m_importing) {
+        // The import ends after the present reception; then the window can be closed.
+        findChild<QDialog *>(u"importRDSSpy"_s)->reject();
+        event->ignore();
+        return;
+    }
     const QString failure = m_document.unsavedFailure();
     if (!failure.isEmpty()
         && !askYesNo(this,
@@ -102,6 +111,7 @@ void Form1::closeEvent(QCloseEvent *event)
         event->ignore();
         return;
     }
+    keepLook();
     // A request under way ends here; whoever waits for it gives up quietly.
     m_inet->abort();
     event->accept();

@@ -6,11 +6,13 @@
 #include "document/logdocument.h"
 #include "fmlist/autosearch.h"
 #include "fmlist/search.h"
+#include "live/reception.h"
 #include "platform/regional.h"
 #include "txdb/pisearch.h"
 
 #include <QMainWindow>
 #include <QPointer>
+#include <QTimer>
 
 #include <functional>
 #include <memory>
@@ -28,6 +30,9 @@ class Form1;
 }
 
 class Inet1;
+class MapDock;
+class ReceiverDock;
+class WindowMemory;
 struct RdsSpyReception;
 class Results;
 class ScratchPad;
@@ -40,6 +45,8 @@ struct Form1Options
     QString suppliedDir; ///< the files supplied with the program
     Regional regional;
     FileCalls *fileCalls = &FileCalls::real();
+    /// Where the look of the windows and the receiver's settings are kept; nothing is kept without one.
+    QString lookFolder = {};
 };
 
 /// The main window: owns the settings and the document, and wires everything to them.
@@ -106,11 +113,45 @@ private:
     void Grid1_RowSelect(int row);
     void Grid1_HeaderClick(int column);
     void makeCurrent(int row);
-    void loadRow(qint32 entry);
+    bool loadRow(qint32 entry);
+    void closeEntry();
     void documentChanged(const DocumentChange &what);
     void tell(const QString &text);
     void tellUnstored();
     void restoreUnstored();
+
+    // form1_filter.cpp: the filter of the log
+    void wireFilter();
+    void applyFilter();
+    void showCounts();
+    void listsChanged();
+    void refreshLists();
+    void makeShown(qint32 entry);
+    void tellHidden(const QString &done, qint32 entry);
+
+    // form1_many.cpp: many receptions at once
+    void menuEditMany_Click();
+    void menuEditCopy_Click();
+    void commitMany(const Change &change);
+    [[nodiscard]] bool deleteChosen();
+    void showGridMenu(const QPoint &position);
+    [[nodiscard]] static QString filterTextOf(GridColumn column, const QString &text);
+
+    // form1_view.cpp: columns, docks, the look as it was left
+    void wireView();
+    void showColumn(int column, bool shown);
+    void tickColumns();
+    void columnsAsAtFirst();
+    void restoreLook();
+    void keepLook();
+    void menuViewReset_Click();
+    void wireMap();
+    void refreshMap();
+    void showPath();
+    void showOnMap();
+    void wireReceiver();
+    [[nodiscard]] bool logReception(const HeardReception &reception);
+    void tuneTo(int row);
 
     // form1_edit.cpp: undo and redo
     void menuEditUndo_Click();
@@ -127,6 +168,8 @@ private:
     void searchPiDb(LogSearch search, const QString &text);
     void List1_DblClick(int line);
     void menuToolsFind_Click();
+    void menuToolsFindAgain_Click();
+    void find(const QString &text);
 
     // form1_fmlist.cpp: search, web pages
     void Command11_Click();
@@ -196,11 +239,17 @@ private:
     std::optional<EntryForm::Draft> m_unstored; ///< what was typed when another row was chosen
     qint32 m_unstoredEntry = -1;
     bool m_longWork = false; ///< an automatic search or an upload runs
+    bool m_importing = false; ///< an import of RDS Spy runs
     bool m_copyTold = false; ///< the status line says where a file was kept
     bool m_decimalComma = false;
     int m_matchCount = 0; ///< of the last search of FMList
     Inet1 *m_inet;
     QPointer<ScratchPad> m_scratchPad;
+    QString m_found; ///< what Find looked for last
+    QTimer m_listsLater;
+    WindowMemory *m_memory = nullptr;
+    MapDock *m_map = nullptr;
+    ReceiverDock *m_receiver = nullptr;
 
     StatusText *m_status = nullptr;
     QLabel *m_proclogs = nullptr;

@@ -60,10 +60,11 @@ void Form1::autoSearch(SearchMode mode)
     }
     AutoSearchTally tally;
     try {
-        const LogDocument::Group group(m_document, u"Auto Search of "_s + dateText({window.after.seconds + secondsPerDay}));
+        const LogDocument::Group group(
+            m_document, u"Auto Search of "_s + dateText({window.after.seconds + secondsPerDay}));
         searchEntries(mode, entriesToSearch(window), tally);
         // It ends with the last row, whether that was searched or not.
-        loadRow(m_rows.sorted().back());
+        (void)loadRow(m_rows.sorted().back());
     } catch (...) {
         // The program is ending, or a file cannot be written. What was found until now is kept.
         saveLogbook();
@@ -105,8 +106,7 @@ void Form1::searchEntries(SearchMode mode, const std::vector<qint32> &entries, A
 
 void Form1::searchEntry(SearchMode mode, qint32 entry, AutoSearchTally &tally)
 {
-    loadRow(entry);
-    if (m_rows.text(entry, GridColumn::Freq).isEmpty()) {
+    if (!loadRow(entry)) {
         // Such a row is not loaded, and there is nothing to ask for.
         markEntry(entry, entry, Finding::None);
         return;

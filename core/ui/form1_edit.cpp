@@ -47,11 +47,8 @@ void Form1::undoOrRedo(const QString &name, const QString &done, void (LogDocume
             done.first(done.indexOf(u':')))) {
         return;
     }
-    m_selected = -1;
     m_form->clear();
-    m_form->setState(EntryForm::State::AtRest);
-    m_form->offerCancel(false);
-    m_form->setYellow(false);
+    closeEntry();
     // It is done even if it could not be saved.
     const auto told = qScopeGuard([&] { tell(done + name); });
     (m_document.*work)();

@@ -22,6 +22,7 @@ void Form1::Command2_Click()
         m_form->setState(EntryForm::State::AtRest);
         return;
     }
+    tellUnstored();
     m_form->offerCancel(true);
     m_selected = -1;
     m_form->clearForNew(UtcNow());
@@ -48,12 +49,9 @@ void Form1::addEntry(const QString &verb)
     // The entry can be in the log although it could not be saved: the form then shows it no more, either.
     const auto shown = qScopeGuard([&] {
         if (log().count() > before) {
-            m_selected = -1;
-            m_form->setState(EntryForm::State::AtRest);
-            m_form->offerCancel(false);
-            m_form->setYellow(false);
+            closeEntry();
             m_ui->Grid1->setTopRow(m_ui->Grid1->rows() - 1);
-            tell(changeName(u"Added"_s, entry));
+            tellHidden(changeName(u"Added"_s, entry), before);
         }
     });
     m_document.commit(
@@ -90,7 +88,7 @@ void Form1::storeUpdate(const QString &verb)
             m_ui->Grid1->setRow(row);
         }
         m_form->setState(EntryForm::State::AtRest);
-        tell(changeName(u"Updated"_s, changed));
+        tellHidden(changeName(u"Updated"_s, changed), m_selected);
     });
     m_document.commit(
         {changeName(verb, changed), LogChange::between(m_selected, stored, changed), siteOfForm()},
@@ -111,7 +109,7 @@ void Form1::Command9_Click()
 // Delete.
 void Form1::Command15_Click()
 {
-    if (!mayChangeLoaded(u"Delete"_s)) {
+    if (deleteChosen() || !mayChangeLoaded(u"Delete"_s)) {
         return;
     }
     const LogEntry stored = log().entry(m_selected);

@@ -1,5 +1,6 @@
+#include "core/ui/editmany.h"
 #include "core/ui/form1.h"
-
+#include "live/ui/receiverdock.h"
 #include "stats/ui/logstats.h"
 #include "ui/guard.h"
 #include "ui/statustext.h"
@@ -49,6 +50,14 @@ void Form1::documentChanged(const DocumentChange &what)
     } else if (!what.entries.empty()) {
         m_rows.entriesChanged(what.entries);
     }
+    for (auto *many : findChildren<EditMany *>(QString(), Qt::FindDirectChildrenOnly)) {
+        many->logChanged();
+    }
+    if (what.sites) {
+        m_rows.entriesChanged({});
+    }
+    listsChanged();
+    m_receiver->logChanged();
     if (auto *statistics = findChild<logStats *>(QString(), Qt::FindDirectChildrenOnly)) {
         guarded(this, [statistics] { statistics->logChanged(); });
     }
@@ -61,38 +70,48 @@ void Form1::Grid1_RowSelect(int row)
         m_form->clearPosition();
         return;
     }
-    loadRow(m_ui->Grid1->entryOfRow(row));
+    (void)loadRow(m_ui->Grid1->entryOfRow(row));
 }
 
 // Loads the entry that a row leads to by what it shows.
-void Form1::loadRow(qint32 entry)
+bool Form1::loadRow(qint32 entry)
 {
     tellUnstored();
     const int row = m_ui->Grid1->rowOfEntry(entry);
-    if (row > 0) {
+    // The row that the user chose is current already, perhaps among others that are chosen, too.
+    if (row > 0 && row != m_ui->Grid1->row()) {
         m_ui->Grid1->setRow(row);
     }
     m_form->clearPosition();
     const QString freq = m_rows.text(entry, GridColumn::Freq);
-    const DateTime dateTime =
-        m_rows.moment(entry, u"Reading row %1 of the grid"_s.arg(row));
-    if (freq.isEmpty()) {
-        return;
+    const DateTime dateTime = m_rows.moment(entry, u"Reading row %1 of the grid"_s.arg(row));
+    const qint32 found = freq.isEmpty() ? -1
+                                        : log().FindEntry(m_rows.text(entry, GridColumn::PiCode), dateTime,
+                                            m_rows.text(entry, GridColumn::RdsName), freq);
+    if (found < 0) {
+        return false;
     }
-    m_selected = log().FindEntry(
-        m_rows.text(entry, GridColumn::PiCode), dateTime, m_rows.text(entry, GridColumn::RdsName), freq);
-    if (m_selected < 0) {
-        return;
-    }
+    m_selected = found;
     m_form->show(log().entry(m_selected));
     m_form->setState(EntryForm::State::Editing);
     m_form->setYellow(true);
+    showPath();
+    return true;
+}
+
+// The form holds no reception of the log any more.
+void Form1::closeEntry()
+{
+    m_selected = -1;
+    m_form->setState(EntryForm::State::AtRest);
+    m_form->offerCancel(false);
+    m_form->setYellow(false);
 }
 
 // A click on a heading sorts.
 void Form1::Grid1_HeaderClick(int column)
 {
-    m_ui->Grid1->sortGridByColumn(column);
+    m_ui->Grid1->sortByNext(column);
 }
 
 // Makes a row current and loads its entry, as a click on it does.
@@ -128,12 +147,15 @@ void Form1::tellUnstored()
 
 void Form1::restoreUnstored()
 {
-    if (!m_unstored || m_unstoredEntry >= log().count()) {
+    if (!m_unstored || m_unstoredEntry >= log().count() || m_longWork || m_importing) {
         return;
     }
     const EntryForm::Draft draft = *std::exchange(m_unstored, std::nullopt);
+    const qint32 entry = m_unstoredEntry;
     m_status->clear();
-    m_selected = m_unstoredEntry;
+    // What was typed meanwhile can be had back in its turn.
+    tellUnstored();
+    m_selected = entry;
     if (m_selected >= 0) {
         if (const int row = m_ui->Grid1->rowOfEntry(m_selected); row > 0) {
             m_ui->Grid1->setRow(row);

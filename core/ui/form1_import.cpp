@@ -1,6 +1,5 @@
 #include "core/fieldchecks.h"
 #include "core/ui/form1.h"
-#include "core/fieldchecks.h"
 #include "import/rdsdx.h"
 #include "import/rdsspy.h"
 #include "import/ui/foldertext.h"
@@ -37,9 +36,10 @@ RuntimeError withCount(const RuntimeError &error, qint32 count)
 
 RuntimeError halfImported(const RuntimeError &error, qint32 count)
 {
-    return withCount({error.name(),
-                         error.doing()
-                             + u"\nUndo takes out what is in the log: importing the mended file without that would double it."_s},
+    return withCount(
+        {error.name(),
+            error.doing()
+                + u"\nUndo takes out what is in the log: importing the mended file without that would double it."_s},
         count);
 }
 
@@ -76,8 +76,15 @@ void Form1::menuImportRDSSpyLog_Click()
     };
     const auto running = std::make_shared<std::unique_ptr<Running>>();
     connect(window, &importRDSSpy::importing, this, [this, running](bool runs) {
-        running->reset(runs ? new Running {{*m_progress, u"Importing %v of %m"_s}, {m_document, u"Import of RDS Spy"_s}}
-                            : nullptr);
+        m_importing = runs;
+        if (runs) {
+            // The form becomes the import's: what was loaded must not be changed through it.
+            tellUnstored();
+            closeEntry();
+        }
+        running->reset(runs
+                ? new Running {{*m_progress, u"Importing %v of %m"_s}, {m_document, u"Import of RDS Spy"_s}}
+                : nullptr);
     });
     connect(window, &importRDSSpy::progress, this, [this](int done, int total) {
         // Drawn with the next events, not after each reception together with the grid.
@@ -92,17 +99,16 @@ void Form1::menuImportRDSSpyLog_Click()
 // Adds a reception through the entry form, as if it were typed. What Add refuses is for the import to tell.
 QString Form1::addReception(const RdsSpyReception &reception)
 {
+    QString refusal = addRefusal(reception.freq, reception.piCode, reception.rdsName, reception.country);
+    if (!refusal.isEmpty()) {
+        return refusal;
+    }
     m_form->setDateTime(reception.dateTime);
     m_form->setFrequency(reception.freq);
     m_form->setPiCode(reception.piCode);
     m_form->setRdsName(reception.rdsName);
     m_form->setCountry(reception.country);
     m_form->clearSiteAndNotes();
-    QString refusal =
-        addRefusal(reception.freq, reception.piCode, reception.rdsName, reception.country);
-    if (!refusal.isEmpty()) {
-        return refusal;
-    }
     const qint32 before = log().count();
     try {
         addEntry(u"Import"_s);
@@ -188,7 +194,7 @@ qint32 Form1::importRdsdxFile(const QByteArray &file, const QString &path)
             std::move(change), read.failure ? LogDocument::Saving::Later : LogDocument::Saving::Changed);
     } catch (const RuntimeError &error) {
         const auto added = static_cast<std::size_t>(log().count() - before);
-        if (error.name() == ErrorName::Overflow || error.name() == ErrorName::SubscriptOutOfRange) {
+        if (added < read.lines.size() || error.name() == ErrorName::Overflow) {
             const qsizetype line = read.lines.at(added > 0 ? added - 1 : 0);
             throw atRdsdxLine(error, file, path, line, m_options.regional);
         }

@@ -1,5 +1,6 @@
 #include "core/ui/form1.h"
 
+#include "live/ui/receiverdock.h"
 #include "platform/numbers.h"
 #include "txdb/countries.h"
 #include "ui/frmsplash.h"
@@ -42,6 +43,10 @@ void Form1::Form_Load()
     guarded(messageParent, [this] { loadCountryList(); });
     m_decimalComma = DecimalCommaLocale(m_options.regional.numbers);
     m_version->setText(versionLabel());
+    restoreLook();
+    refreshLists();
+    showCounts();
+    m_receiver->start();
     if (splash) {
         splash->close();
     }

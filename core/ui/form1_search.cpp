@@ -4,6 +4,8 @@
 #include "ui/messages.h"
 #include "ui_form1.h"
 
+#include <algorithm>
+
 namespace quillon {
 
 using namespace Qt::StringLiterals;
@@ -32,8 +34,8 @@ QString fieldOf(LogSearch search)
 void Form1::searchPiDb(LogSearch search, const QString &text)
 {
     m_results->showReceptions();
-    m_results->setReceptions(searchLog(log(), search, text),
-        u"No earlier reception with %1 \"%2\"."_s.arg(fieldOf(search), text));
+    m_results->setReceptions(
+        searchLog(log(), search, text), u"No earlier reception with %1 \"%2\"."_s.arg(fieldOf(search), text));
 }
 
 // Search PI DB by PI Code.
@@ -70,10 +72,11 @@ void Form1::Command13_Click()
 void Form1::List1_DblClick(int line)
 {
     const QString dateTime = m_results->dateTimeOf(line);
-    for (int row = 1; row < m_ui->Grid1->rows(); ++row) {
-        if (m_ui->Grid1->text(row, GridColumn::DateTime) == dateTime) {
-            makeCurrent(row);
-            m_ui->Grid1->setTopRow(row);
+    for (const qint32 entry : m_rows.sorted()) {
+        if (m_rows.text(entry, GridColumn::DateTime) == dateTime) {
+            makeShown(entry);
+            (void)loadRow(entry);
+            m_ui->Grid1->setTopRow(m_ui->Grid1->rowOfEntry(entry));
             return;
         }
     }
@@ -83,17 +86,41 @@ void Form1::List1_DblClick(int line)
 void Form1::menuToolsFind_Click()
 {
     const QString answer = inputBox(this, u"Enter PI to search for"_s, {}).toUpper();
-    if (answer.isEmpty()) {
+    if (!answer.isEmpty()) {
+        find(answer);
+    }
+}
+
+// Find Again.
+void Form1::menuToolsFindAgain_Click()
+{
+    if (m_found.isEmpty()) {
+        menuToolsFind_Click();
+    } else {
+        find(m_found);
+    }
+}
+
+void Form1::find(const QString &text)
+{
+    m_found = text;
+    const std::span<const qint32> rows = m_rows.sorted();
+    const int row = m_ui->Grid1->row();
+    auto next = rows.begin();
+    if (row > 0) {
+        next = std::ranges::find(rows, m_ui->Grid1->entryOfRow(row));
+        next += next == rows.end() ? 0 : 1;
+    }
+    const auto found = std::find_if(next, rows.end(),
+        [&](qint32 entry) { return m_rows.text(entry, GridColumn::PiCode).trimmed().contains(text); });
+    if (found == rows.end()) {
+        showMessage(this, text + u" Not Found"_s);
         return;
     }
-    for (int row = m_ui->Grid1->row() + 1; row < m_ui->Grid1->rows(); ++row) {
-        if (m_ui->Grid1->text(row, GridColumn::PiCode).trimmed().contains(answer)) {
-            makeCurrent(row);
-            m_ui->Grid1->showRow(row);
-            return;
-        }
-    }
-    showMessage(this, answer + u" Not Found"_s);
+    const qint32 entry = *found;
+    makeShown(entry);
+    (void)loadRow(entry);
+    m_ui->Grid1->showRow(m_ui->Grid1->rowOfEntry(entry));
 }
 
 } // namespace quillon

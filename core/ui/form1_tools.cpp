@@ -41,13 +41,15 @@ void Form1::menuToolsConverter_Click()
         return;
     }
     auto *window = new Dialog(m_config.settings(), this);
-    connect(window, &Dialog::sendToLogBook, this, [this, window](const QString &latitude, const QString &longitude) {
-        const bool open = m_form->state() != EntryForm::State::AtRest;
-        window->tell(open ? QString() : u"No reception is open in the log: choose one or press New first"_s);
-        if (open) {
-            m_form->setPosition(latitude, longitude);
-        }
-    });
+    connect(window, &Dialog::sendToLogBook, this,
+        [this, window](const QString &latitude, const QString &longitude) {
+            const bool open = m_form->state() != EntryForm::State::AtRest && !m_longWork;
+            window->tell(
+                open ? QString() : u"No reception is open in the log: choose one or press New first"_s);
+            if (open) {
+                m_form->setPosition(latitude, longitude);
+            }
+        });
     window->show();
 }
 

@@ -36,7 +36,8 @@ void Form1::uploadToFmlist()
         },
         [this](qint32 entry) {
             LogChange change;
-            change.setField(entry, log().entry(entry), LogField::FMList, sentField(log().entry(entry).fmlist));
+            change.setField(
+                entry, log().entry(entry), LogField::FMList, sentField(log().entry(entry).fmlist));
             m_document.settle(change);
         },
         [&](const QString &answer, int done, int count) {

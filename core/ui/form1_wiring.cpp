@@ -20,6 +20,7 @@ void Form1::on(QAbstractButton *button, void (Form1::*handler)())
 {
     connect(button, &QAbstractButton::clicked, this, [this, handler] {
         // Nothing is done with another date than the one that was typed.
+        m_copyTold = false;
         if (!m_form->takeRefusal() && m_form->checkFocusedField()) {
             guarded(this, [this, handler] { (this->*handler)(); });
         }
@@ -28,8 +29,10 @@ void Form1::on(QAbstractButton *button, void (Form1::*handler)())
 
 void Form1::on(QAction *action, void (Form1::*handler)())
 {
-    connect(action, &QAction::triggered, this,
-        [this, handler] { guarded(this, [this, handler] { (this->*handler)(); }); });
+    connect(action, &QAction::triggered, this, [this, handler] {
+        m_copyTold = false;
+        guarded(this, [this, handler] { (this->*handler)(); });
+    });
 }
 
 void Form1::wireEntryForm()
@@ -71,7 +74,11 @@ void Form1::wireMenus()
     on(m_ui->MenuFileExit, &Form1::MenuFileExit_Click);
     on(m_ui->menuEditUndo, &Form1::menuEditUndo_Click);
     on(m_ui->menuEditRedo, &Form1::menuEditRedo_Click);
+    on(m_ui->menuEditCopy, &Form1::menuEditCopy_Click);
+    on(m_ui->menuEditMany, &Form1::menuEditMany_Click);
+    on(m_ui->menuViewReset, &Form1::menuViewReset_Click);
     on(m_ui->menuToolsFind, &Form1::menuToolsFind_Click);
+    on(m_ui->menuToolsFindAgain, &Form1::menuToolsFindAgain_Click);
     on(m_ui->menuFMListUploadLogs, &Form1::menuFMListUploadLogs_Click);
     on(m_ui->menuFMListAutoSearch, &Form1::menuFMListAutoSearch_Click);
     on(m_ui->menuFMLSearchPI, &Form1::menuFMLSearchPI_Click);

@@ -2,12 +2,12 @@
 
 #include "geo/coordinates.h"
 #include "geo/maidenhead.h"
-#include "ui/problemlabel.h"
 #include "platform/numbers.h"
 #include "txdb/distances.h"
 #include "ui/calmcombos.h"
 #include "ui/guard.h"
 #include "ui/onelinefields.h"
+#include "ui/problemlabel.h"
 #include "ui_dialog.h"
 
 namespace quillon {

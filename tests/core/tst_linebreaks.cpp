@@ -16,6 +16,7 @@ private Q_SLOTS:
     void theLettersAreUnfolded_data();
     void theLettersAreUnfolded();
     void whatCannotFoldGetsBlanks();
+    void linesOfEveryBoxEndAsInTheLog();
 };
 
 void TestLineBreaks::pairsAreFolded_data()
@@ -59,6 +60,12 @@ void TestLineBreaks::theLettersAreUnfolded()
 void TestLineBreaks::whatCannotFoldGetsBlanks()
 {
     QCOMPARE(withoutLineBreaks(u"a\r\nb\nc\rd\r\r\ne"_s), u"a b c\rd\r e"_s);
+}
+
+void TestLineBreaks::linesOfEveryBoxEndAsInTheLog()
+{
+    QCOMPARE(withLineEnds(u"a\u2029b\u2028c\nd\r\ne\rf"_s), u"a\r\nb\r\nc\r\nd\r\ne\rf"_s);
+    QCOMPARE(withLineEnds({}), QString());
 }
 
 QTEST_GUILESS_MAIN(TestLineBreaks)

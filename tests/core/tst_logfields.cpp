@@ -20,6 +20,19 @@ class TestLogFields : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void derivedColumnsStandBehindAndShowNoField()
+    {
+        QStringList captions;
+        for (int column = gridColumnCount; column < allColumnCount; ++column) {
+            const auto place = static_cast<GridColumn>(column);
+            QVERIFY(logColumn(place).column == place);
+            QVERIFY(!logColumn(place).field);
+            QCOMPARE(cellText(LogEntry(), place), QString());
+            captions += logColumn(place).caption.toString();
+        }
+        QCOMPARE(captions, QStringList({u"Azimuth"_s, u"Locator"_s, u"MUF"_s}));
+    }
+
     void theColumnsAreCaptionedSizedAndAligned()
     {
         struct Wanted

@@ -391,6 +391,25 @@ class TestLogRows : public QObject
     }
 
 private Q_SLOTS:
+    void derivedColumnsShowAndSortWhatFollowsFromTheEntry()
+    {
+        Logbook log;
+        for (const QString &code : {u"A"_s, u"BBBBBBBBBB"_s, u"CC"_s}) {
+            log.AddEntry(entryAt(code, 1));
+        }
+        LogRows rows(log, months());
+        rows.refill();
+        QCOMPARE(rows.text(1, GridColumn::Azimuth), QString());
+        rows.setDerived([](const LogEntry &entry, GridColumn column) {
+            return column == GridColumn::Azimuth ? QString::number(entry.piCode.size()) : QString();
+        });
+        QCOMPARE(rows.text(1, GridColumn::Azimuth), u"10"_s);
+        QCOMPARE(rows.text(1, GridColumn::Muf), QString());
+        QCOMPARE(rows.text(1, GridColumn::PiCode), u"BBBBBBBBBB"_s);
+        rows.sortBy(LogRows::Sorting {GridColumn::Azimuth, false});
+        QCOMPARE(piCodes(rows), QStringList({u"A"_s, u"CC"_s, u"BBBBBBBBBB"_s}));
+    }
+
     void anEmptyLogHasNoRows()
     {
         const Logbook log;

@@ -201,8 +201,9 @@ private Q_SLOTS:
             directory.write(u"Quillon.txt"_s, "old");
             FailingCalls calls(failing);
             QString path;
-            const QString error = errorOf(
-                [&] { path = writeTextLog(directory.path(), grid.rows(), july2010(), english(), calls).path; });
+            const QString error = errorOf([&] {
+                path = writeTextLog(directory.path(), grid.rows(), july2010(), english(), calls).path;
+            });
             const QByteArray now = directory.read(u"Quillon.txt"_s);
             QVERIFY(now == "old" || now == expected);
             QCOMPARE(directory.names(), QStringList {u"Quillon.txt"_s});

@@ -37,6 +37,7 @@ class MainWindow
 {
 public:
     TestDirectory directory;
+    TestDirectory look; ///< where the look of the windows is kept
     DialogAnswers answers;
     FailingCalls calls;
 

@@ -42,9 +42,10 @@ void TestAutoSearchMeanwhile::nothingElseChangesTheLog()
                  u"Command14"_s, u"Command15"_s, u"Grid1"_s, u"List2"_s}) {
             enabled += m_window->enabled(name) ? name : QString();
         }
-        for (const QString &name : {u"menuImportRDSSpyLog"_s, u"menuImportRDSDXLogCnv"_s, u"menuExportEmail"_s,
-                 u"menuFMListUploadLogs"_s, u"menuFMListAutoSearch"_s, u"menuFMLSearchPI"_s, u"menuSetup"_s,
-                 u"menuToolsFind"_s, u"menuEditUndo"_s, u"menuEditRedo"_s}) {
+        for (const QString &name :
+            {u"menuImportRDSSpyLog"_s, u"menuImportRDSDXLogCnv"_s, u"menuExportEmail"_s,
+                u"menuFMListUploadLogs"_s, u"menuFMListAutoSearch"_s, u"menuFMLSearchPI"_s, u"menuSetup"_s,
+                u"menuToolsFind"_s, u"menuEditUndo"_s, u"menuEditRedo"_s}) {
             enabled += m_window->find<QAction>(name)->isEnabled() ? name : QString();
         }
         enabled += quickAdd->isEnabled() ? u"Dialog1"_s : QString();
@@ -65,9 +66,10 @@ void TestAutoSearchMeanwhile::aKeyPressedMeanwhileIsNotKept()
     m_window->answerSlowly();
     m_window->duringRequest(1, [this] {
         // It is still in the queue when the search ends.
-        for (QWidget *target : {static_cast<QWidget *>(&m_window->form()), m_window->find<QWidget>("Text9")}) {
-            QCoreApplication::postEvent(target,
-                new QKeyEvent(QEvent::KeyPress, Qt::Key_Delete, Qt::ControlModifier));
+        for (QWidget *target :
+            {static_cast<QWidget *>(&m_window->form()), m_window->find<QWidget>("Text9")}) {
+            QCoreApplication::postEvent(
+                target, new QKeyEvent(QEvent::KeyPress, Qt::Key_Delete, Qt::ControlModifier));
             QCoreApplication::postEvent(target, new QKeyEvent(QEvent::KeyPress, Qt::Key_F5, Qt::NoModifier));
         }
     });

@@ -17,7 +17,7 @@ QHash<QString, QByteArray> exportAll(ExportingWindow &window)
     window.answers.type(u"01/01/2010"_s);
     window.answers.type(u"31/12/2010"_s);
     window.trigger("menuExportEmail");
-    (void) window.answers.takeTexts();
+    (void)window.answers.takeTexts();
     QHash<QString, QByteArray> files;
     const QStringList names = window.directory.names();
     for (const QString &name : names) {

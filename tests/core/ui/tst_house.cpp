@@ -41,7 +41,7 @@ void TestHouse::everyControlHasAnAccessibleName()
     MainWindow window;
     window.start();
     QVERIFY(controlsOf(window.form()).size() >= 30);
-    QCOMPARE(withoutName(window.form()), QStringList());
+    QCOMPARE(withoutName(window.form()).join(u' '), QString());
 }
 
 void TestHouse::everyControlHasTheNameOfTheSystem()
@@ -96,7 +96,8 @@ void TestHouse::everyFieldHasALabelThatLeadsToIt()
         }
     }
     QCOMPARE(captions.size(), 1);
-    QVERIFY(!QKeySequence::mnemonic(captions.first()).isEmpty());
+    // No letter is left for it; Tab leads there from the country.
+    QCOMPARE(QKeySequence::mnemonic(captions.first()).isEmpty(), field == u"Combo1");
     QCOMPARE(captions.first().remove(u'&'), caption);
 }
 
@@ -144,7 +145,7 @@ void TestHouse::noTwoMnemonicsAreAlike()
     window.start();
     QStringList captions = captionsOf(window.form());
     const QList<QAction *> menus = window.find<QMenuBar>("menubar")->actions();
-    QCOMPARE(menus.size(), 9);
+    QCOMPARE(menus.size(), 10);
     for (const QAction *menu : menus) {
         QVERIFY2(!QKeySequence::mnemonic(menu->text()).isEmpty(), qPrintable(menu->text()));
         captions += menu->text();
@@ -212,8 +213,8 @@ void TestHouse::aMnemonicOfALabelLeadsToItsField()
     window.click("Command2");
     const QList<std::pair<Qt::Key, QString>> keys {{Qt::Key_Q, u"Text9"_s}, {Qt::Key_C, u"Text1"_s},
         {Qt::Key_R, u"Text8"_s}, {Qt::Key_D, u"Text2"_s}, {Qt::Key_P, u"Combo2"_s}, {Qt::Key_N, u"Text3"_s},
-        {Qt::Key_U, u"uid"_s}, {Qt::Key_Y, u"Combo3"_s}, {Qt::Key_X, u"Combo1"_s}, {Qt::Key_O, u"Text5"_s},
-        {Qt::Key_K, u"Text6"_s}, {Qt::Key_L, u"Text7"_s}, {Qt::Key_G, u"Text10"_s}};
+        {Qt::Key_U, u"uid"_s}, {Qt::Key_Y, u"Combo3"_s}, {Qt::Key_O, u"Text5"_s}, {Qt::Key_K, u"Text6"_s},
+        {Qt::Key_L, u"Text7"_s}, {Qt::Key_G, u"Text10"_s}};
     for (const auto &[key, field] : keys) {
         window.key(key, Qt::AltModifier);
         QVERIFY2(window.find<QWidget>(field)->hasFocus(), qPrintable(field));

@@ -70,8 +70,9 @@ void TestLoaded::whatIsNotTheMarkedRowIsChangedAfterAQuestion()
     window.answers.press(QMessageBox::No);
     window.click(button);
     QCOMPARE(window.answers.takeTexts(),
-        QStringList {u"The reception in the form is not the marked row. It is\n\n12/06/2010 10:00:00  90.3  E201  "
-                     "RNE_CLAS  a b\n\n"_s
+        QStringList {
+            u"The reception in the form is not the marked row. It is\n\n12/06/2010 10:00:00  90.3  E201  "
+            "RNE_CLAS  a b\n\n"_s
             + verb + u" this reception?"_s});
     QCOMPARE(window.logbook(), log);
     QVERIFY(window.enabled(button));

@@ -1,7 +1,7 @@
 #include "fmlistwindow.h"
 
-#include <QAction>
 #include <QAbstractButton>
+#include <QAction>
 #include <QLineEdit>
 
 #include <cerrno>
@@ -141,7 +141,7 @@ void TestUndo::everyCommandIsTakenBackAndMadeAgain()
     const QByteArray sites = window.transmitterFile();
     QVERIFY(after != before);
     QCOMPARE(undoText(window), u"Undo "_s + name);
-    (void) window.answers.takeTexts();
+    (void)window.answers.takeTexts();
     for (int turn = 0; turn < 2; ++turn) {
         window.trigger("menuEditUndo");
         QCOMPARE(window.text("status"), u"Undone: "_s + name);
@@ -317,11 +317,13 @@ void TestUndo::anAddWhoseSiteIsKnownWritesTheLogbookAlone()
     MainWindow window;
     window.start(first, bilbao);
     QStringList written;
-    window.calls.beforeRename = [&](const QByteArray &to) { written += QString::fromUtf8(to).section(u'/', -1); };
+    window.calls.beforeRename = [&](const QByteArray &to) {
+        written += QString::fromUtf8(to).section(u'/', -1);
+    };
     const auto add = [&](const QString &latitude) {
         window.click("Command2");
-        window.fill({u"Text9"_s, u"101.1"_s, u"Text1"_s, u"D3C3"_s, u"Combo3"_s, u"E"_s, u"Text5"_s, u"Bilbao"_s,
-            u"Text7"_s, latitude, u"Text10"_s, u"-2.935"_s});
+        window.fill({u"Text9"_s, u"101.1"_s, u"Text1"_s, u"D3C3"_s, u"Combo3"_s, u"E"_s, u"Text5"_s,
+            u"Bilbao"_s, u"Text7"_s, latitude, u"Text10"_s, u"-2.935"_s});
         window.click("Command1");
     };
     add(u"43.263"_s);

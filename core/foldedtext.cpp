@@ -1,0 +1,99 @@
+#include "core/foldedtext.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+namespace quillon {
+
+namespace {
+
+// Latin, Greek and Cyrillic: all letters of the code pages.
+constexpr char16_t tableSize = 0x530;
+
+// Letters that Unicode does not decompose, in lower case.
+constexpr std::array<std::pair<char16_t, std::u16string_view>, 16> shapes {{
+    {u'ł', u"l"},
+    {u'ø', u"o"},
+    {u'đ', u"d"},
+    {u'ð', u"d"},
+    {u'ħ', u"h"},
+    {u'ı', u"i"},
+    {u'ŧ', u"t"},
+    {u'ŋ', u"n"},
+    {u'ĸ', u"k"},
+    {u'ƒ', u"f"},
+    {u'ə', u"e"},
+    {u'æ', u"ae"},
+    {u'œ', u"oe"},
+    {u'þ', u"th"},
+    {u'ß', u"ss"},
+    {u'ς', u"σ"},
+}};
+
+void appendBase(std::u16string &out, char16_t c)
+{
+    const auto shape = std::ranges::find(shapes, c, &std::pair<char16_t, std::u16string_view>::first);
+    if (shape == shapes.end()) {
+        out += c;
+    } else {
+        out += shape->second;
+    }
+}
+
+// One character, or the two halves of one, with all that Unicode knows about it.
+void appendAnalysed(std::u16string &out, QStringView character)
+{
+    const auto decomposed = [](const QString &text) {
+        return text.normalized(QString::NormalizationForm_KD);
+    };
+    const QString parts = decomposed(decomposed(character.toString()).toCaseFolded());
+    for (const QChar part : parts) {
+        if (part.unicode() < u' ') {
+            out += u' ';
+        } else if (part.category() != QChar::Mark_NonSpacing) {
+            appendBase(out, part.unicode());
+        }
+    }
+}
+
+std::array<std::u16string, tableSize> analysedLetters()
+{
+    std::array<std::u16string, tableSize> letters;
+    for (char16_t c = 0; c < tableSize; ++c) {
+        appendAnalysed(letters[c], QStringView(&c, 1));
+    }
+    return letters;
+}
+
+} // namespace
+
+void appendFolded(std::u16string &out, QStringView text)
+{
+    static const std::array<std::u16string, tableSize> letters = analysedLetters();
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const char16_t c = text[i].unicode();
+        const bool breaksLine = c == u'\r' && i + 1 < text.size() && text[i + 1] == u'\n';
+        if (c >= u'a' && c <= u'z') {
+            out += c;
+        } else if (breaksLine) {
+            continue; // as the line feed behind it
+        } else if (c < tableSize) {
+            out += letters[c];
+        } else {
+            const bool isPair =
+                text[i].isHighSurrogate() && i + 1 < text.size() && text[i + 1].isLowSurrogate();
+            appendAnalysed(out, text.mid(i, isPair ? 2 : 1));
+            i += isPair ? 1 : 0;
+        }
+    }
+}
+
+QString folded(QStringView text)
+{
+    std::u16string out;
+    appendFolded(out, text);
+    return QString::fromStdU16String(out);
+}
+
+} // namespace quillon

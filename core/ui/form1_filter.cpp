@@ -1,0 +1,90 @@
+#include "core/ui/form1.h"
+
+#include "core/logfilter.h"
+#include "platform/files.h"
+#include "ui/keptfilters.h"
+#include "ui/statustext.h"
+#include "ui_form1.h"
+
+#include <QShortcut>
+
+namespace quillon {
+
+using namespace Qt::StringLiterals;
+
+void Form1::wireFilter()
+{
+    FilterBar &bar = *m_ui->filterBar;
+    bar.setMonths(m_options.regional.months);
+    if (!m_options.lookFolder.isEmpty()) {
+        bar.setKeptFilters(KeptFilters(filePath(m_options.lookFolder, u"windows.ini"_s)));
+    }
+    connect(&bar, &FilterBar::changed, this, [this] { applyFilter(); });
+    connect(new QShortcut(Qt::CTRL | Qt::Key_K, this), &QShortcut::activated, &bar,
+        [&bar] { bar.setFocus(Qt::ShortcutFocusReason); });
+    m_listsLater.setSingleShot(true);
+    connect(&m_listsLater, &QTimer::timeout, this, [this] { refreshLists(); });
+}
+
+void Form1::applyFilter()
+{
+    const LogFilter &filter = m_ui->filterBar->filter();
+    m_ui->Grid1->setFilter(
+        filter.isEmpty() ? LogRows::Filter() : LogFilterMatcher(filter, m_config.settings().inMiles()));
+    showCounts();
+    refreshMap();
+}
+
+void Form1::showCounts()
+{
+    m_ui->filterBar->setCounts(
+        static_cast<qsizetype>(m_rows.shown().size()), static_cast<qsizetype>(m_rows.all().size()));
+}
+
+// What the filter's lists and the map show follows the log; a large log is walked through when there is time.
+void Form1::listsChanged()
+{
+    constexpr qint32 atOnce = 2000;
+    constexpr int laterMs = 200;
+    showCounts();
+    if (log().count() <= atOnce) {
+        refreshLists();
+    } else {
+        m_listsLater.start(laterMs);
+    }
+}
+
+void Form1::refreshLists()
+{
+    m_listsLater.stop();
+    m_ui->filterBar->setLists(filterLists(log()));
+    refreshMap();
+}
+
+// A filter that hides the entry is cleared.
+void Form1::makeShown(qint32 entry)
+{
+    if (m_rows.isFiltered() && m_rows.rowOf(entry) < 0) {
+        m_ui->filterBar->clear();
+        m_status->setText(u"The filter was cleared to show it"_s);
+    }
+}
+
+// What was added or changed although the filter hides it is said so, with a way to see it.
+void Form1::tellHidden(const QString &done, qint32 entry)
+{
+    if (!m_rows.isFiltered() || m_rows.rowOf(entry) >= 0) {
+        tell(done);
+        return;
+    }
+    m_status->tell(done + u", which the filter hides"_s, u"Show"_s, [this, entry] {
+        m_ui->filterBar->clear();
+        if (const int row = m_ui->Grid1->rowOfEntry(entry); row > 0) {
+            m_ui->Grid1->setRow(row);
+            m_ui->Grid1->showRow(row);
+        }
+        m_status->clear();
+    });
+}
+
+} // namespace quillon

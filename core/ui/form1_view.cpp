@@ -1,0 +1,244 @@
+#include "core/ui/form1.h"
+
+#include "geo/ui/mapdock.h"
+#include "geo/ui/mapscene.h"
+#include "live/frequency.h"
+#include "live/ui/receiverdock.h"
+#include "platform/files.h"
+#include "stats/maplog.h"
+#include "txdb/derivedcells.h"
+#include "ui/guard.h"
+#include "ui/messages.h"
+#include "ui/statustext.h"
+#include "ui/windowmemory.h"
+#include "ui_form1.h"
+
+#include <QHeaderView>
+#include <QMenu>
+#include <QScopeGuard>
+#include <QSet>
+#include <QShortcut>
+
+namespace quillon {
+
+using namespace Qt::StringLiterals;
+
+void Form1::wireView()
+{
+    m_rows.setDerived([this](const LogEntry &entry, GridColumn column) {
+        const auto home = homePosition(m_config.settings());
+        switch (column) {
+        case GridColumn::Azimuth:
+            return azimuthCell(entry, transmitters(), home);
+        case GridColumn::Locator:
+            return locatorCell(entry, transmitters());
+        default:
+            return mufCell(entry, transmitters(), home);
+        }
+    });
+    for (int column = 0; column < allColumnCount; ++column) {
+        QAction *tick =
+            m_ui->menuViewColumns->addAction(logColumn(static_cast<GridColumn>(column)).caption.toString());
+        tick->setCheckable(true);
+        tick->setChecked(column < gridColumnCount);
+        connect(tick, &QAction::toggled, this, [this, column](bool shown) { showColumn(column, shown); });
+    }
+    m_ui->menuViewColumns->addSeparator();
+    connect(m_ui->menuViewColumns->addAction(u"As at First"_s), &QAction::triggered, this,
+        [this] { columnsAsAtFirst(); });
+    connect(m_ui->menuViewColumns, &QMenu::aboutToShow, this, [this] { tickColumns(); });
+    connect(m_ui->Grid1->horizontalHeader(), &QWidget::customContextMenuRequested, this,
+        [this](const QPoint &position) {
+            m_ui->menuViewColumns->popup(m_ui->Grid1->horizontalHeader()->mapToGlobal(position));
+        });
+    connect(m_ui->Grid1, &QWidget::customContextMenuRequested, this, &Form1::showGridMenu);
+    wireMap();
+    wireReceiver();
+}
+
+// The last column that is shown stays.
+void Form1::showColumn(int column, bool shown)
+{
+    if (!shown && m_ui->Grid1->shownColumns().size() < 2) {
+        tickColumns();
+        return;
+    }
+    m_ui->Grid1->setColumnHidden(column, !shown);
+}
+
+void Form1::tickColumns()
+{
+    const QList<QAction *> ticks = m_ui->menuViewColumns->actions();
+    for (int column = 0; column < allColumnCount; ++column) {
+        const QSignalBlocker quiet(ticks[column]);
+        ticks[column]->setChecked(!m_ui->Grid1->isColumnHidden(column));
+    }
+}
+
+void Form1::columnsAsAtFirst()
+{
+    QHeaderView &header = *m_ui->Grid1->horizontalHeader();
+    for (int column = 0; column < allColumnCount; ++column) {
+        header.moveSection(header.visualIndex(column), column);
+    }
+    m_ui->Grid1->writeGridHeader();
+    tickColumns();
+}
+
+// What was kept of the look: called when window and log are there.
+void Form1::restoreLook()
+{
+    if (m_options.lookFolder.isEmpty()) {
+        return;
+    }
+    m_memory = new WindowMemory(filePath(m_options.lookFolder, u"windows.ini"_s), this);
+    m_memory->keep(*this);
+    m_memory->keepChildrenOf(*this);
+    m_memory->keep(*m_ui->Grid1->horizontalHeader(), u"log"_s);
+    if (const auto kept = m_memory->sorting(u"log"_s, allColumnCount)) {
+        m_ui->Grid1->sortBy(LogRows::Sorting {static_cast<GridColumn>(kept->column), kept->descending});
+    }
+}
+
+void Form1::keepLook()
+{
+    if (m_memory) {
+        const auto sorting = m_rows.sorting();
+        m_memory->setSorting(u"log"_s,
+            sorting ? std::optional(KeptSorting {static_cast<int>(sorting->column), sorting->descending})
+                    : std::nullopt);
+        m_memory->save();
+    }
+}
+
+// Reset Windows and Columns.
+void Form1::menuViewReset_Click()
+{
+    if (m_memory) {
+        m_memory->forget();
+    }
+    columnsAsAtFirst();
+    m_ui->Grid1->sortBy(std::nullopt);
+    m_map->hide();
+    m_receiver->hide();
+}
+
+void Form1::wireMap()
+{
+    m_map = new MapDock(this);
+    addDockWidget(Qt::RightDockWidgetArea, m_map);
+    m_map->hide();
+    QAction *view = m_map->toggleViewAction();
+    view->setText(u"&Map"_s);
+    view->setObjectName(u"menuViewMap"_s);
+    view->setShortcut(Qt::Key_F7);
+    m_ui->menuView->insertAction(m_ui->menuViewReset, view);
+    connect(m_map, &QDockWidget::visibilityChanged, this, [this] { refreshMap(); });
+    connect(m_map, &MapDock::receptionChosen, this, [this](qint32 entry) {
+        guarded(this, [this, entry] {
+            makeShown(entry);
+            (void)loadRow(entry);
+            m_ui->Grid1->showRow(m_ui->Grid1->rowOfEntry(entry));
+        });
+    });
+    connect(m_map, &MapDock::siteChosen, this, [this](const QString &name, const QString &country) {
+        m_ui->filterBar->setText(
+            filterTextOf(GridColumn::Transmitter, name) + u' ' + filterTextOf(GridColumn::Country, country));
+    });
+    connect(m_map, &MapDock::unplacedWanted, this, [this](const QList<qint32> &entries) {
+        m_ui->Grid1->setFilter(
+            [this, wanted = QSet<qint32>(entries.begin(), entries.end())](const LogEntry &entry) {
+                return wanted.contains(static_cast<qint32>(&entry - &*log().begin()));
+            });
+        showCounts();
+        m_status->tell(u"Receptions without a place on the map"_s, u"Show All"_s, [this] {
+            m_status->clear();
+            applyFilter();
+        });
+    });
+    connect(m_map, &MapDock::setupWanted, this, [this] { menuSetup_Click(); });
+    connect(m_map, &MapDock::pictureSaved, this,
+        [this](const QString &path) { tell(u"Picture of the map saved as "_s + path); });
+}
+
+void Form1::refreshMap()
+{
+    if (m_map->isVisible()) {
+        m_map->setData(mapData(log(), transmitters(), m_rows.shown(), m_config.settings(), UtcNow()));
+        showPath();
+    }
+}
+
+// The path to the reception in the form.
+void Form1::showPath()
+{
+    std::optional<MapPath> path;
+    if (m_selected >= 0 && m_selected < log().count()) {
+        const LogEntry &entry = log().entry(m_selected);
+        if (const auto found = transmitters().find(entry.transmitter, entry.country)) {
+            const Transmitter &site = transmitters().row(*found);
+            if (const auto place = positionFrom(site.latitude, site.longitude)) {
+                path = MapPath {site.name, *place};
+            }
+        }
+    }
+    m_map->setPath(path);
+}
+
+void Form1::showOnMap()
+{
+    m_map->show();
+    m_map->raise();
+    showPath();
+}
+
+void Form1::wireReceiver()
+{
+    m_receiver = new ReceiverDock(
+        log(), [this](const HeardReception &reception) { return logReception(reception); },
+        m_options.lookFolder, this);
+    addDockWidget(Qt::RightDockWidgetArea, m_receiver);
+    m_receiver->hide();
+    QAction *view = m_receiver->toggleViewAction();
+    view->setText(u"&Receiver"_s);
+    view->setObjectName(u"menuViewReceiver"_s);
+    view->setShortcut(Qt::Key_F8);
+    m_ui->menuView->insertAction(m_ui->menuViewReset, view);
+    m_ui->menuView->insertSeparator(m_ui->menuViewReset);
+    auto *logIt = new QShortcut(Qt::Key_F6, this);
+    logIt->setContext(Qt::ApplicationShortcut);
+    connect(
+        logIt, &QShortcut::activated, this, [this] { guarded(this, [this] { m_receiver->logHeard(); }); });
+    connect(m_receiver, &ReceiverDock::newStation, m_status, &QLabel::setText);
+}
+
+// Logs what the receiver hears, beside whatever stands in the form.
+bool Form1::logReception(const HeardReception &reception)
+{
+    if (m_longWork) {
+        return false;
+    }
+    SiteChanges sites;
+    if (auto change = transmitters().addition({reception.entry.transmitter, reception.entry.country,
+            reception.latitude, reception.longitude, {}})) {
+        sites.push_back(std::move(*change));
+    }
+    const qint32 number = log().count();
+    const auto told = qScopeGuard([&] {
+        if (log().count() > number) {
+            tellHidden(changeName(u"Added"_s, reception.entry), number);
+        }
+    });
+    m_document.commit({changeName(u"Log"_s, reception.entry), LogChange::addition(reception.entry), sites},
+        LogDocument::Saving::WithSites);
+    return true;
+}
+
+void Form1::tuneTo(int row)
+{
+    if (const auto hertz = hertzOf(m_ui->Grid1->text(row, GridColumn::Freq))) {
+        m_receiver->tune(*hertz);
+    }
+}
+
+} // namespace quillon

@@ -1,0 +1,79 @@
+#include "live/heardtable.h"
+
+#include "live/frequency.h"
+
+#include <algorithm>
+
+namespace quillon {
+
+quint64 HeardTable::key(const Station &station)
+{
+    return (static_cast<quint64>(logStep(station.hertz)) << 16U) | station.pi;
+}
+
+void HeardTable::note(const Station &station)
+{
+    const auto place = m_places.constFind(key(station));
+    const bool goesOn = place != m_places.cend() && station.first - m_rows[*place].station.last <= goesOnFor;
+    if (!goesOn) {
+        // A wrong code of one moment is no station.
+        if (!station.certain && station.groups < 2) {
+            return;
+        }
+        makeRoom();
+        m_places.insert(key(station), m_rows.size());
+        m_rows.push_back({station, false, station.first, 0});
+        return;
+    }
+    HeardRow &row = m_rows[*place];
+    if (row.tuning != station.first) {
+        row.groupsBefore = row.station.groups;
+        row.tuning = station.first;
+    }
+    Station &kept = row.station;
+    kept.certain = kept.certain || station.certain;
+    kept.last = std::max(kept.last, station.last);
+    kept.groups = row.groupsBefore + station.groups;
+    kept.ps = station.ps.isEmpty() ? kept.ps : station.ps;
+    kept.text = station.text.isEmpty() ? kept.text : station.text;
+    kept.ecc = station.ecc ? station.ecc : kept.ecc;
+    kept.guess = station.guess ? station.guess : kept.guess;
+    if (station.best && (!kept.best || *station.best > *kept.best)) {
+        kept.best = station.best;
+        kept.unit = station.unit;
+    }
+    // What was new stays new in the table when it has been logged.
+    if (!row.logged) {
+        kept.marks = station.marks;
+    }
+}
+
+void HeardTable::setLogged(const Station &station)
+{
+    const auto place = m_places.constFind(key(station));
+    if (place != m_places.cend()) {
+        m_rows[*place].logged = true;
+    }
+}
+
+void HeardTable::clear()
+{
+    m_rows.clear();
+    m_places.clear();
+    ++m_generation;
+}
+
+void HeardTable::makeRoom()
+{
+    if (m_rows.size() < mostRows) {
+        return;
+    }
+    m_rows.erase(m_rows.begin(), m_rows.begin() + mostRows / 4);
+    m_places.clear();
+    for (std::size_t i = 0; i < m_rows.size(); ++i) {
+        m_places.insert(key(m_rows[i].station), i);
+    }
+    ++m_generation;
+}
+
+} // namespace quillon

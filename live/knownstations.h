@@ -1,0 +1,66 @@
+#pragma once
+
+#include "core/logbook.h"
+
+#include <QSet>
+#include <QString>
+#include <QStringView>
+
+#include <array>
+#include <optional>
+
+namespace quillon {
+
+/// What is new about a station, as far as the log can tell.
+struct NewMarks
+{
+    bool pi = false; ///< the log has no entry with this PI code
+    bool frequency = false; ///< it has, but none on this frequency
+    bool country = false; ///< perhaps a new country
+
+    bool operator==(const NewMarks &) const = default;
+};
+
+/// The marks in words: "new PI, perhaps new country", or an empty text.
+[[nodiscard]] QString marksText(const NewMarks &marks);
+
+/// What the log knows of stations, for quick questions.
+class KnownStations
+{
+public:
+    KnownStations() = default;
+    /// The entries of the log that are not deleted.
+    explicit KnownStations(const Logbook &log);
+
+    /// One more reception. Frequency and PI Code are texts of the log; what is no number or no PI code is
+    /// left out.
+    void add(QStringView freq, QStringView piCode, QStringView country);
+
+    [[nodiscard]] bool knows(quint16 pi) const { return m_codes.contains(pi); }
+    /// `hertz` counts as the log writes it, to 10 kHz.
+    [[nodiscard]] bool knows(qint64 hertz, quint16 pi) const { return m_pairs.contains(pair(hertz, pi)); }
+
+    /// What is new about a station. Without a frequency (0) there is no mark for it. A country is perhaps new
+    /// when the extended country code names one that the log does not have, or, without that code, when the
+    /// log has no PI code of its first digit.
+    [[nodiscard]] NewMarks marks(qint64 hertz, quint16 pi, std::optional<quint8> ecc) const;
+
+private:
+    [[nodiscard]] static quint64 pair(qint64 hertz, quint16 pi);
+
+    QSet<quint16> m_codes;
+    QSet<quint64> m_pairs;
+    QSet<QString> m_countries;
+    std::array<bool, 16> m_digits {};
+};
+
+/// The four hexadecimal digits as a number; nothing for any other text.
+[[nodiscard]] std::optional<quint16> piCodeOf(QStringView text);
+/// Four hexadecimal digits, upper case.
+[[nodiscard]] QString piText(quint16 pi);
+
+/// The ITU letter code of the country that a PI code's first digit and an extended country code stand for
+/// (IEC 62106, annex D, European area); empty when it is not known.
+[[nodiscard]] QString countryOf(quint16 pi, quint8 ecc);
+
+} // namespace quillon

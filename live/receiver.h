@@ -1,0 +1,64 @@
+#pragma once
+
+#include "live/heardtable.h"
+#include "live/listening.h"
+#include "live/sources.h"
+
+#include <QObject>
+#include <QTimer>
+
+#include <memory>
+
+namespace quillon {
+
+/// One receiver: its source, what is heard now, and what was heard since the start.
+class Receiver : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Between something that was told and changed(), in milliseconds: many groups make one change.
+    static constexpr int gathered = 25;
+
+    explicit Receiver(QObject *parent = nullptr);
+
+    /// Connects to a source; the one before ends. Returns what is wrong with the settings, or an empty text.
+    [[nodiscard]] QString connectTo(const SourceSettings &settings);
+    /// Listens to this source.
+    void listenTo(std::unique_ptr<ReceiverSource> source);
+    void disconnectFrom();
+
+    [[nodiscard]] ReceiverState state() const;
+    [[nodiscard]] QString why() const;
+    [[nodiscard]] bool canTune() const;
+    void tune(qint64 hertz);
+    /// True when the frequency has to be typed.
+    [[nodiscard]] bool wantsFrequency() const;
+    /// The frequency of a source that does not tell it. It ends the station before.
+    void setFrequency(qint64 hertz);
+
+    /// What the log knows.
+    void setKnown(KnownStations known) { m_known = std::move(known); }
+    [[nodiscard]] KnownStations &known() { return m_known; }
+
+    [[nodiscard]] const Listening &listening() const { return m_listening; }
+    [[nodiscard]] const HeardTable &heard() const { return m_heard; }
+    /// The row of the station is logged.
+    void setLogged(const Station &station);
+
+Q_SIGNALS:
+    void stateChanged();
+    /// What is heard has changed.
+    void changed();
+
+private:
+    void take(const ReceiverEvent &event, qint64 when);
+
+    std::unique_ptr<ReceiverSource> m_source;
+    KnownStations m_known;
+    Listening m_listening;
+    HeardTable m_heard;
+    QTimer m_gather;
+};
+
+} // namespace quillon

@@ -1,0 +1,257 @@
+#include "live/ui/receiverdock.h"
+
+#include "live/frequency.h"
+#include "ui/guard.h"
+#include "ui/messages.h"
+#include "ui/onelinefields.h"
+#include "ui/tablelook.h"
+
+#include "ui_receiverdock.h"
+
+#include <QApplication>
+#include <QHeaderView>
+#include <QMenu>
+#include <QShortcut>
+
+namespace quillon {
+
+using namespace Qt::StringLiterals;
+
+ReceiverDock::ReceiverDock(const Logbook &log, Log logReception, QString folder, QWidget *parent)
+    : QDockWidget(parent)
+    , m_log(&log)
+    , m_logReception(std::move(logReception))
+    , m_folder(std::move(folder))
+    , m_model(m_receiver.heard())
+    , m_ui(std::make_unique<Ui::receiverDock>())
+{
+    m_ui->setupUi(this);
+    keepFieldsOnOneLine(*this);
+    for (int kind = 0; kind < sourceKinds; ++kind) {
+        m_ui->receiverSource->addItem(kindName(static_cast<SourceKind>(kind)));
+    }
+    m_ui->heard->setModel(&m_model);
+    setTableLook(*m_ui->heard);
+    m_ui->heard->setContextMenuPolicy(Qt::CustomContextMenu);
+
+    guarded(this, [this] {
+        if (!m_folder.isEmpty()) {
+            m_settings = readReceiverSettings(m_folder);
+        }
+    });
+    m_autoLog.setRules(m_settings.autoLog);
+    makeMenu();
+    showSource();
+    showState();
+    showHeard();
+
+    connect(m_ui->receiverSource, &QComboBox::currentIndexChanged, this, [this] { receiverSource_Change(); });
+    connect(m_ui->receiverConnect, &QPushButton::clicked, this,
+        [this] { guarded(this, [this] { receiverConnect_Click(); }); });
+    connect(m_ui->receiverFreq, &QLineEdit::editingFinished, this, [this] { receiverFreq_Edited(); });
+    connect(m_ui->receiverLog, &QPushButton::clicked, this, [this] { logHeard(); });
+    // Not activated(): in some styles a single click would do it.
+    connect(m_ui->heard, &QTableView::doubleClicked, this,
+        [this](const QModelIndex &index) { heard_Activated(index); });
+    for (const auto key : {Qt::Key_Return, Qt::Key_Enter}) {
+        auto *const shortcut = new QShortcut(key, m_ui->heard, nullptr, nullptr, Qt::WidgetShortcut);
+        connect(
+            shortcut, &QShortcut::activated, this, [this] { heard_Activated(m_ui->heard->currentIndex()); });
+    }
+    connect(m_ui->heard, &QTableView::customContextMenuRequested, this,
+        [this](const QPoint &position) { heard_Menu(position); });
+    connect(&m_receiver, &Receiver::stateChanged, this, [this] { showState(); });
+    connect(&m_receiver, &Receiver::changed, this, [this] { showHeard(); });
+    m_table.setSingleShot(true);
+    m_table.setInterval(200);
+    connect(&m_table, &QTimer::timeout, &m_model, &HeardModel::refresh);
+    m_second.setInterval(1'000);
+    connect(&m_second, &QTimer::timeout, this, [this] { everySecond(); });
+    m_second.start();
+}
+
+ReceiverDock::~ReceiverDock() = default;
+
+void ReceiverDock::start()
+{
+    logChanged();
+    if (m_settings.connectAtStart) {
+        guarded(this, [this] { receiverConnect_Click(); });
+    }
+}
+
+void ReceiverDock::logChanged()
+{
+    m_receiver.setKnown(KnownStations(*m_log));
+}
+
+SourceSettings ReceiverDock::chosen() const
+{
+    SourceSettings source = m_settings.last;
+    source.kind = static_cast<SourceKind>(m_ui->receiverSource->currentIndex());
+    source.address = m_ui->receiverAddress->text().trimmed();
+    source.password = takesPassword(source.kind) ? m_ui->receiverPassword->text() : QString();
+    return source;
+}
+
+// Source: another kind has another usual address.
+void ReceiverDock::receiverSource_Change()
+{
+    const auto kind = static_cast<SourceKind>(m_ui->receiverSource->currentIndex());
+    m_ui->receiverAddress->clear();
+    m_ui->receiverAddress->setPlaceholderText(usualAddress(kind));
+    m_ui->receiverPassword->setVisible(takesPassword(kind));
+    m_ui->labelPassword->setVisible(takesPassword(kind));
+}
+
+// Connect, Disconnect.
+void ReceiverDock::receiverConnect_Click()
+{
+    if (m_receiver.state() != ReceiverState::NotConnected) {
+        m_receiver.disconnectFrom();
+        return;
+    }
+    const SourceSettings source = chosen();
+    if (const QString wrong = m_receiver.connectTo(source); !wrong.isEmpty()) {
+        showMessage(this, wrong);
+        return;
+    }
+    m_settings.last = source;
+    save();
+}
+
+// MHz, where the source does not tell it.
+void ReceiverDock::receiverFreq_Edited()
+{
+    if (m_ui->receiverFreq->isReadOnly()) {
+        return;
+    }
+    if (const auto hertz = hertzOf(m_ui->receiverFreq->text())) {
+        m_receiver.setFrequency(*hertz);
+    }
+}
+
+// A row of what was heard: tunes by its frequency where that is ticked, otherwise logs it.
+void ReceiverDock::heard_Activated(const QModelIndex &index)
+{
+    const auto &rows = m_receiver.heard().rows();
+    const auto row = static_cast<std::size_t>(index.row());
+    if (!index.isValid() || row >= rows.size()) {
+        return;
+    }
+    const Station station = rows[row].station;
+    if (index.column() == HeardModel::Freq && mayTune()) {
+        tune(station.hertz);
+        return;
+    }
+    logStation(station);
+}
+
+void ReceiverDock::heard_Menu(const QPoint &position)
+{
+    const QModelIndex index = m_ui->heard->indexAt(position);
+    const auto row = static_cast<std::size_t>(index.row());
+    if (!index.isValid() || row >= m_receiver.heard().rows().size()) {
+        return;
+    }
+    const Station station = m_receiver.heard().rows()[row].station;
+    auto *const menu = new QMenu(this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->addAction(u"&Log It"_s, this, [this, station] { logStation(station); });
+    menu->addAction(u"&Tune"_s, this, [this, station] { tune(station.hertz); })->setEnabled(mayTune());
+    menu->popup(m_ui->heard->viewport()->mapToGlobal(position));
+}
+
+void ReceiverDock::logHeard()
+{
+    const auto station = m_receiver.listening().station();
+    if (!station) {
+        showMessage(this, u"Nothing to log: no PI code has been received on this frequency."_s);
+        return;
+    }
+    logStation(*station);
+}
+
+void ReceiverDock::logStation(const Station &station)
+{
+    if (station.hertz <= 0) {
+        showMessage(this, u"The frequency is not known. Type it into the field MHz of the receiver."_s);
+        return;
+    }
+    const QString code = piText(station.pi);
+    const QString title = u"Log It"_s;
+    if (!station.certain
+        && !askYesNo(this, u"The PI code %1 is not certain yet. Log it all the same?"_s.arg(code), title)) {
+        return;
+    }
+    const DateTime moment {station.first / 1000};
+    if (loggedWithin(*m_log, station.hertz, station.pi, moment)
+        && !askYesNo(this,
+            u"%1 on %2 MHz was logged within %3 minutes of this. Log it again?"_s.arg(
+                code, megahertzText(station.hertz), QString::number(minutesBetweenDoubles)),
+            title)) {
+        return;
+    }
+    logNow(station, false);
+}
+
+bool ReceiverDock::logNow(const Station &station, bool automatic)
+{
+    bool logged = false;
+    guarded(this, [&] { logged = m_logReception(receptionOf(station, m_settings.textAsNotes, automatic)); });
+    if (logged) {
+        m_autoLog.logged(station, nowMilliseconds());
+        m_receiver.known().add(megahertzText(station.hertz), piText(station.pi), {});
+        m_receiver.setLogged(station);
+    }
+    return logged;
+}
+
+void ReceiverDock::everySecond()
+{
+    const qint64 now = nowMilliseconds();
+    if (const auto locals = m_learner.finished(now)) {
+        for (const Local &local : *locals) {
+            if (!m_settings.autoLog.locals.contains(local)) {
+                m_settings.autoLog.locals.append(local);
+            }
+        }
+        m_autoLog.setRules(m_settings.autoLog);
+        if (m_autoLogDialog) {
+            m_autoLogDialog->addLocals(*locals);
+        }
+        guarded(this, [this] { save(); });
+    }
+    if (m_receiver.state() != ReceiverState::Listening || !m_autoLog.wants(m_receiver.listening(), now)) {
+        return;
+    }
+    const Station station = *m_receiver.listening().station();
+    const DateTime moment {station.first / 1000};
+    if (loggedWithin(*m_log, station.hertz, station.pi, moment, m_settings.autoLog.again)) {
+        m_autoLog.logged(station, now);
+    } else if (!logNow(station, true)) {
+        // What failed once would fail each second.
+        m_autoLog.logged(station, now);
+    }
+}
+
+bool ReceiverDock::mayTune() const
+{
+    return m_settings.mayTune && m_receiver.canTune();
+}
+
+void ReceiverDock::tune(qint64 hertz)
+{
+    if (mayTune() && hertz > 0) {
+        m_receiver.tune(hertz);
+    }
+}
+
+void ReceiverDock::save()
+{
+    if (!m_folder.isEmpty()) {
+        writeReceiverSettings(m_folder, m_settings);
+    }
+}
+
+} // namespace quillon

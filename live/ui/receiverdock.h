@@ -1,0 +1,94 @@
+#pragma once
+
+#include "core/logbook.h"
+#include "live/receiver.h"
+#include "live/receiversettings.h"
+#include "live/reception.h"
+#include "live/ui/autologdialog.h"
+#include "live/ui/heardmodel.h"
+
+#include <QDockWidget>
+#include <QPointer>
+
+#include <functional>
+#include <memory>
+
+class QAction;
+class QMenu;
+
+namespace quillon {
+
+namespace Ui {
+class receiverDock;
+}
+
+/// Receiver: shows live what a radio hears, and has it logged.
+class ReceiverDock : public QDockWidget
+{
+    Q_OBJECT
+
+public:
+    /// Logs a reception as one change that can be undone; false when it was not logged. May throw a
+    /// RuntimeError.
+    using Log = std::function<bool(const HeardReception &)>;
+
+    /// `folder` holds the settings; without one they are not kept. The log has to outlive the dock.
+    ReceiverDock(const Logbook &log, Log logReception, QString folder, QWidget *parent = nullptr);
+    ~ReceiverDock() override;
+
+    /// Connects to the last source when that is ticked. To be called once the log is loaded.
+    void start();
+    /// The log has changed: what is new is asked of it anew.
+    void logChanged();
+    /// Log It: logs the station that is heard now, after a question when it is in doubt or was logged within
+    /// the hour.
+    void logHeard();
+    /// Tunes the receiver, where it can and the listener has ticked that it may.
+    void tune(qint64 hertz);
+    [[nodiscard]] bool mayTune() const;
+
+    [[nodiscard]] Receiver &receiver() { return m_receiver; }
+
+Q_SIGNALS:
+    /// A station is heard that the log does not know, in words; only when the listener wants to be notified.
+    void newStation(const QString &text);
+
+private:
+    void receiverSource_Change();
+    void receiverConnect_Click();
+    void receiverFreq_Edited();
+    void heard_Activated(const QModelIndex &index);
+    void heard_Menu(const QPoint &position);
+
+    void makeMenu();
+    QAction *addTick(QMenu &menu, const QString &caption, bool ReceiverSettings::*setting);
+    void fillKept();
+    void keepSource();
+    void openAutoLog();
+    void showSource();
+    void showState();
+    void showHeard();
+    void announce(const Station &station);
+    void everySecond();
+    void logStation(const Station &station);
+    bool logNow(const Station &station, bool automatic);
+    void save();
+    [[nodiscard]] SourceSettings chosen() const;
+
+    const Logbook *m_log;
+    Log m_logReception;
+    QString m_folder;
+    ReceiverSettings m_settings;
+    Receiver m_receiver;
+    HeardModel m_model;
+    AutoLog m_autoLog;
+    LocalsLearner m_learner;
+    QPointer<AutoLogDialog> m_autoLogDialog;
+    QMenu *m_kept = nullptr;
+    QTimer m_second;
+    QTimer m_table; ///< until the rows are shown anew
+    std::optional<std::pair<qint64, quint16>> m_announced;
+    std::unique_ptr<Ui::receiverDock> m_ui;
+};
+
+} // namespace quillon

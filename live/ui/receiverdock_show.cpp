@@ -1,0 +1,173 @@
+#include "live/frequency.h"
+#include "live/ui/receiverdock.h"
+#include "ui/guard.h"
+#include "ui/messages.h"
+
+#include "ui_receiverdock.h"
+
+#include <QApplication>
+#include <QMenu>
+
+namespace quillon {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// A field that is set is painted, even with the same text; most groups change none.
+void showText(QLineEdit &field, const QString &text)
+{
+    if (field.text() != text) {
+        field.setText(text);
+        field.setCursorPosition(0);
+    }
+}
+
+} // namespace
+
+void ReceiverDock::makeMenu()
+{
+    auto *const menu = new QMenu(m_ui->receiverMenu);
+    menu->setObjectName(u"receiverOptions"_s);
+    addTick(*menu, u"&Radiotext as Notes"_s, &ReceiverSettings::textAsNotes);
+    addTick(*menu, u"&Tuning From the Log"_s, &ReceiverSettings::mayTune);
+    addTick(*menu, u"Connect at &Start"_s, &ReceiverSettings::connectAtStart);
+    addTick(*menu, u"S&ound for New Stations"_s, &ReceiverSettings::sound);
+    addTick(*menu, u"&Notification for New Stations"_s, &ReceiverSettings::notification);
+    menu->addSeparator();
+    menu->addAction(u"&Automatic Logging..."_s, this, [this] { openAutoLog(); });
+    menu->addAction(u"&Keep This Source..."_s, this, [this] { guarded(this, [this] { keepSource(); }); });
+    m_kept = menu->addMenu(u"Kept So&urces"_s);
+    m_kept->setObjectName(u"receiverKept"_s);
+    fillKept();
+    m_ui->receiverMenu->setMenu(menu);
+}
+
+QAction *ReceiverDock::addTick(QMenu &menu, const QString &caption, bool ReceiverSettings::*setting)
+{
+    QAction *const action = menu.addAction(caption);
+    action->setCheckable(true);
+    action->setChecked(m_settings.*setting);
+    connect(action, &QAction::toggled, this, [this, setting](bool on) {
+        m_settings.*setting = on;
+        guarded(this, [this] { save(); });
+    });
+    return action;
+}
+
+void ReceiverDock::fillKept()
+{
+    m_kept->clear();
+    m_kept->setEnabled(!m_settings.kept.isEmpty());
+    for (const KeptSource &kept : m_settings.kept) {
+        QString caption = kept.name;
+        m_kept->addAction(caption.replace(u'&', u"&&"_s), this, [this, kept] {
+            m_receiver.disconnectFrom();
+            m_settings.last = kept.settings;
+            showSource();
+            guarded(this, [this] { receiverConnect_Click(); });
+        });
+    }
+}
+
+void ReceiverDock::keepSource()
+{
+    const SourceSettings source = chosen();
+    const QString name =
+        inputBox(this, u"Name of this source:"_s, u"Keep This Source"_s, kindName(source.kind)).trimmed();
+    if (name.isEmpty()) {
+        return;
+    }
+    m_settings.kept.removeIf([&](const KeptSource &kept) { return kept.name == name; });
+    m_settings.kept.append({name, source});
+    fillKept();
+    save();
+}
+
+void ReceiverDock::openAutoLog()
+{
+    if (m_autoLogDialog) {
+        m_autoLogDialog->raise();
+        m_autoLogDialog->activateWindow();
+        return;
+    }
+    m_autoLogDialog = new AutoLogDialog(m_settings.autoLog, m_learner.isLearning(), this);
+    connect(m_autoLogDialog, &AutoLogDialog::rulesChosen, this, [this](const AutoLogRules &rules) {
+        m_settings.autoLog = rules;
+        m_autoLog.setRules(rules);
+        guarded(this, [this] { save(); });
+    });
+    connect(
+        m_autoLogDialog, &AutoLogDialog::learnLocals, this, [this] { m_learner.start(nowMilliseconds()); });
+    m_autoLogDialog->show();
+}
+
+void ReceiverDock::showSource()
+{
+    m_ui->receiverSource->setCurrentIndex(static_cast<int>(m_settings.last.kind));
+    receiverSource_Change();
+    m_ui->receiverAddress->setText(m_settings.last.address);
+    m_ui->receiverPassword->setText(m_settings.last.password);
+}
+
+void ReceiverDock::showState()
+{
+    const ReceiverState state = m_receiver.state();
+    const QString why = m_receiver.why();
+    m_ui->receiverState->setText(why.isEmpty() ? stateText(state) : stateText(state) + u": "_s + why);
+    const bool connected = state != ReceiverState::NotConnected;
+    m_ui->receiverConnect->setText(connected ? u"Disconnect"_s : u"Connect"_s);
+    for (QWidget *const field : std::initializer_list<QWidget *> {
+             m_ui->receiverSource, m_ui->receiverAddress, m_ui->receiverPassword}) {
+        field->setEnabled(!connected);
+    }
+    m_ui->receiverFreq->setReadOnly(!m_receiver.wantsFrequency());
+}
+
+void ReceiverDock::showHeard()
+{
+    const Listening &listening = m_receiver.listening();
+    const auto &station = listening.station();
+    if (m_ui->receiverFreq->isReadOnly() || !m_ui->receiverFreq->hasFocus()) {
+        showText(*m_ui->receiverFreq, megahertzText(listening.hertz()));
+    }
+    showText(*m_ui->receiverPi, station ? shownPi(*station) : QString());
+    showText(*m_ui->receiverPs, listening.psSoFar());
+    QString text = station ? station->text : QString();
+    if (const auto off = listening.clockOff()) {
+        text += u" [clock %1%2 s]"_s.arg(*off > 0 ? u"+"_s : QString()).arg(*off);
+    }
+    m_ui->receiverRt->setText(text.trimmed());
+    const auto signal = listening.signal();
+    showText(*m_ui->receiverSignal,
+        signal ? u"%1 %2"_s.arg(signal->value, 0, 'f', 1).arg(signal->unit).trimmed() : QString());
+    showText(*m_ui->receiverNew, station ? marksText(station->marks) : QString());
+    // What comes with every group need not be painted with every group.
+    if (m_model.rowCount() != static_cast<int>(m_receiver.heard().rows().size())) {
+        m_model.refresh();
+    } else if (!m_table.isActive()) {
+        m_table.start();
+    }
+    if (station) {
+        m_learner.note(*station);
+        announce(*station);
+    }
+}
+
+void ReceiverDock::announce(const Station &station)
+{
+    const auto which = std::pair(logStep(station.hertz), station.pi);
+    if (!station.certain || marksText(station.marks).isEmpty() || m_announced == which) {
+        return;
+    }
+    m_announced = which;
+    if (m_settings.sound) {
+        QApplication::beep();
+    }
+    if (m_settings.notification) {
+        Q_EMIT newStation(u"%1 MHz %2 %3: %4"_s.arg(megahertzText(station.hertz), piText(station.pi),
+            station.ps.trimmed(), marksText(station.marks)));
+    }
+}
+
+} // namespace quillon

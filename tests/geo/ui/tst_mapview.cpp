@@ -1,0 +1,468 @@
+#include "geo/ui/maplegend.h"
+#include "geo/ui/mapview.h"
+
+#include <QAccessible>
+#include <QApplication>
+#include <QCheckBox>
+#include <QClipboard>
+#include <QImage>
+#include <QLabel>
+#include <QSignalSpy>
+#include <QTest>
+#include <QToolTip>
+#include <QWheelEvent>
+
+#include <cmath>
+
+using namespace quillon;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const GeoPosition germany {51.34, 6.57};
+
+QPalette lightColours()
+{
+    return {QColor(0xf0, 0xf0, 0xf0)};
+}
+
+QPalette darkColours()
+{
+    return {QColor(53, 53, 53), QColor(30, 30, 32)};
+}
+
+MapSite site(const QString &name, const QString &country, GeoPosition place, QStringView mode, qint32 count,
+    qint32 last, bool today = false)
+{
+    MapSite result {name, country, place, {}};
+    result.modes[mapModeOf(mode)] = {count, last, *fromCivil({2026, 6, 5, 17, 30, 0}), today};
+    return result;
+}
+
+MapData around(GeoPosition home)
+{
+    MapData data;
+    data.home = home;
+    data.sites = {site(u"Sevilla"_s, u"Spain"_s, {37.4, -6.0}, u"Es", 20, 7),
+        site(u"Brocken"_s, u"Germany"_s, {51.8, 10.62}, u"Tropo", 1, 3),
+        site(u"<b>Roma</b>"_s, u"Italy"_s, {41.9, 12.5}, u"Es", 4, 9, true)};
+    data.highestMuf[17] = 143.5;
+    return data;
+}
+
+// A map on the screen.
+class Shown
+{
+public:
+    explicit Shown(const MapData &data, const QPalette &palette = lightColours())
+    {
+        m_view.setPalette(palette);
+        m_view.resize(800, 600);
+        m_view.setData(data);
+        m_view.show();
+        (void)QTest::qWaitForWindowExposed(&m_view);
+    }
+
+    MapView &operator*() { return m_view; }
+    MapView *operator->() { return &m_view; }
+
+    [[nodiscard]] QPoint pixelOf(const QString &name) const
+    {
+        for (const MapDot &dot : m_view.scene().dots()) {
+            if (m_view.scene().data().sites[dot.site].name == name) {
+                return m_view.viewport().toPixel(dot.point).toPoint();
+            }
+        }
+        return {-1000, -1000};
+    }
+    [[nodiscard]] QPoint pixelAt(GeoPosition place) const
+    {
+        return m_view.viewport().toPixel(m_view.scene().pointOf(place)).toPoint();
+    }
+    [[nodiscard]] QColor colourAt(QPoint pixel)
+    {
+        const QImage image = m_view.grab().toImage();
+        return image.pixelColor(pixel * image.devicePixelRatio());
+    }
+    void wheel(QPoint pixel, int angle)
+    {
+        QWheelEvent event(QPointF(pixel), QPointF(m_view.mapToGlobal(pixel)), {}, {0, angle}, Qt::NoButton,
+            Qt::NoModifier, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(&m_view, &event);
+    }
+
+private:
+    MapView m_view;
+};
+
+bool near(const QColor &one, const QColor &other)
+{
+    const auto apart = [](int a, int b) { return std::abs(a - b) < 45; };
+    return apart(one.red(), other.red()) && apart(one.green(), other.green())
+        && apart(one.blue(), other.blue());
+}
+
+QStringList childNames(MapView &view)
+{
+    QStringList names;
+    QAccessibleInterface *map = QAccessible::queryAccessibleInterface(&view);
+    for (int i = 0; i < map->childCount(); ++i) {
+        if (map->child(i)->role() == QAccessible::Button) {
+            names.append(map->child(i)->text(QAccessible::Name));
+        }
+    }
+    return names;
+}
+
+} // namespace
+
+class TestMapView : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void landAndSeaAreWhereTheyAre_data()
+    {
+        QTest::addColumn<double>("latitude");
+        QTest::addColumn<double>("longitude");
+        QTest::addColumn<bool>("dark");
+        for (const bool dark : {false, true}) {
+            const auto row = [dark](const char *name, double latitude, double longitude) {
+                QTest::addRow("%s, %s", name, dark ? "dark" : "light") << latitude << longitude << dark;
+            };
+            row("Germany", 51.34, 6.57);
+            row("north pole", 90, 10);
+            row("south pole", -90, 10);
+            row("date line", 10, 180);
+            row("southern half", -33.9, 151.2);
+            row("opposite of Spain", -40.5, 176.2);
+        }
+    }
+
+    void landAndSeaAreWhereTheyAre()
+    {
+        QFETCH(double, latitude);
+        QFETCH(double, longitude);
+        QFETCH(bool, dark);
+        MapData data;
+        data.home = GeoPosition {latitude, longitude};
+        // Far away, so that the whole globe is in sight.
+        data.sites = {site(
+            u"Far"_s, u"X"_s, {-latitude, longitude > 0 ? longitude - 179 : longitude + 179}, u"Es", 1, 1)};
+        Shown shown(data, dark ? darkColours() : lightColours());
+        const MapStyle style = MapStyle::of(shown->palette());
+        QCOMPARE(style.dark, dark);
+        const QImage image = shown->grab().toImage();
+        int sure = 0;
+        for (const auto &[place, isLand] : {std::pair(GeoPosition {23, 10}, true), {{62, 100}, true},
+                 {{-25, 134}, true}, {{-7, -60}, true}, {{40, -100}, true}, {{-80, 80}, true},
+                 {{30, -42}, false}, {{-10, -125}, false}, {{-38, 82}, false}, {{86, -170}, false}}) {
+            const QPoint pixel = shown.pixelAt(place) * image.devicePixelRatio();
+            // A ring, a ray or a border may pass here, but does not cover the surroundings.
+            int land = 0;
+            int sea = 0;
+            for (int x = -3; x <= 3; ++x) {
+                for (int y = -3; y <= 3; ++y) {
+                    const QPoint beside = pixel + QPoint(x, y);
+                    if (image.rect().contains(beside)) {
+                        const QColor colour = image.pixelColor(beside);
+                        land += colour == style.land ? 1 : 0;
+                        sea += colour == style.sea ? 1 : 0;
+                    }
+                }
+            }
+            if (land + sea > 20) {
+                ++sure;
+                QVERIFY2(
+                    (land > sea) == isLand, qPrintable(u"%1, %2"_s.arg(place.latitude).arg(place.longitude)));
+            }
+        }
+        QVERIFY(sure >= 6);
+    }
+
+    void dotsHaveTheColourOfTheirMode_data()
+    {
+        QTest::addColumn<bool>("dark");
+        QTest::newRow("light") << false;
+        QTest::newRow("dark") << true;
+    }
+
+    void dotsHaveTheColourOfTheirMode()
+    {
+        QFETCH(bool, dark);
+        Shown shown(around(germany), dark ? darkColours() : lightColours());
+        const MapStyle style = MapStyle::of(shown->palette());
+        QVERIFY(near(shown.colourAt(shown.pixelOf(u"Sevilla"_s)), style.mode(esMode)));
+        QVERIFY(near(shown.colourAt(shown.pixelOf(u"Brocken"_s)), style.mode(mapModeOf(u"Tropo"))));
+        // Today's are brighter: their middle is white.
+        QVERIFY(shown.colourAt(shown.pixelOf(u"<b>Roma</b>"_s)).lightness() > 220);
+    }
+
+    void dotsGrowWithTheirReceptions()
+    {
+        QVERIFY(dotRadius(1) < dotRadius(2));
+        QVERIFY(dotRadius(2) < dotRadius(50));
+        QVERIFY(dotRadius(50) <= dotRadius(32000));
+        QVERIFY(dotRadius(32000) <= 12);
+    }
+
+    void theLegendSwitchesModesOff()
+    {
+        Shown shown(around(germany));
+        auto *es = shown->findChild<QCheckBox *>(u"mapModeEs"_s);
+        QVERIFY(es->isVisible());
+        QVERIFY(es->text().contains(u"24"));
+        QVERIFY(shown->findChild<QCheckBox *>(u"mapModeTropo"_s)->isVisible());
+        QVERIFY(!shown->findChild<QCheckBox *>(u"mapModeMS"_s)->isVisible());
+        const QPoint sevilla = shown.pixelOf(u"Sevilla"_s);
+        const QColor before = shown.colourAt(sevilla);
+        QTest::mouseClick(es, Qt::LeftButton, {}, QPoint(8, es->height() / 2));
+        QVERIFY(!es->isChecked());
+        QCOMPARE(shown->scene().dots().size(), std::size_t(1));
+        QVERIFY(!near(shown.colourAt(sevilla), before));
+        QTest::mouseClick(es, Qt::LeftButton, {}, QPoint(8, es->height() / 2));
+        QCOMPARE(shown->scene().dots().size(), std::size_t(3));
+    }
+
+    void aClickChoosesTheLastReception()
+    {
+        Shown shown(around(germany));
+        const QSignalSpy chosen(&*shown, &MapView::receptionChosen);
+        const QSignalSpy sites(&*shown, &MapView::siteChosen);
+        QTest::mouseClick(&*shown, Qt::LeftButton, {}, shown.pixelOf(u"Sevilla"_s));
+        QCOMPARE(chosen.count(), 1);
+        QCOMPARE(chosen[0][0].toInt(), 7);
+        QTest::mouseClick(&*shown, Qt::LeftButton, Qt::ControlModifier, shown.pixelOf(u"Brocken"_s));
+        QCOMPARE(sites.count(), 1);
+        QCOMPARE(sites[0][0].toString(), u"Brocken"_s);
+        QCOMPARE(sites[0][1].toString(), u"Germany"_s);
+        QTest::mouseClick(&*shown, Qt::LeftButton, {}, QPoint(400, 20));
+        QCOMPARE(chosen.count(), 1);
+    }
+
+    void draggingMovesAndChoosesNothing()
+    {
+        Shown shown(around(germany));
+        const QSignalSpy chosen(&*shown, &MapView::receptionChosen);
+        const QPoint start = shown.pixelOf(u"Sevilla"_s);
+        const QPoint way(60, -40);
+        QTest::mousePress(&*shown, Qt::LeftButton, {}, start);
+        QTest::mouseMove(&*shown, start + way / 2);
+        QTest::mouseMove(&*shown, start + way);
+        QTest::mouseRelease(&*shown, Qt::LeftButton, {}, start + way);
+        QCOMPARE(shown.pixelOf(u"Sevilla"_s), start + way);
+        QCOMPARE(chosen.count(), 0);
+    }
+
+    void theWheelZoomsAtThePointer()
+    {
+        Shown shown(around(germany));
+        const QPoint sevilla = shown.pixelOf(u"Sevilla"_s);
+        const double before = shown->viewport().kmPerPixel();
+        shown.wheel(sevilla, 120);
+        QVERIFY(shown->viewport().kmPerPixel() < before);
+        QVERIFY((shown.pixelOf(u"Sevilla"_s) - sevilla).manhattanLength() <= 1);
+        shown.wheel(sevilla, -120);
+        QVERIFY(std::abs(shown->viewport().kmPerPixel() - before) < 1e-9);
+    }
+
+    void keysAndDoubleClicksZoom()
+    {
+        Shown shown(around(germany));
+        const MapViewport whole = shown->viewport();
+        QTest::keyClick(&*shown, Qt::Key_Plus);
+        const double once = shown->viewport().kmPerPixel();
+        QVERIFY(once < whole.kmPerPixel());
+        QTest::mouseDClick(&*shown, Qt::LeftButton, {}, QPoint(100, 100));
+        QVERIFY(std::abs(shown->viewport().kmPerPixel() - once / 2) < 1e-9);
+        QTest::keyClick(&*shown, Qt::Key_Minus);
+        QVERIFY(shown->viewport().kmPerPixel() > once / 2);
+        QTest::keyClick(&*shown, Qt::Key_Left);
+        QTest::keyClick(&*shown, Qt::Key_Home);
+        QCOMPARE(shown->viewport(), whole);
+    }
+
+    void zoomIsBounded()
+    {
+        Shown shown(around(germany));
+        for (int i = 0; i < 100; ++i) {
+            shown->zoomOut();
+        }
+        QVERIFY(shown->viewport().kmPerPixel() < 100);
+        for (int i = 0; i < 200; ++i) {
+            shown->zoomIn();
+        }
+        QVERIFY(shown->viewport().kmPerPixel() >= 0.05);
+        QVERIFY(!shown->grab().isNull());
+    }
+
+    void choosingARowMovesNothingButThePath()
+    {
+        Shown shown(around(germany));
+        const MapViewport before = shown->viewport();
+        const QImage without = shown->grab().toImage();
+        shown->setPath(MapPath {u"Sevilla"_s, {37.4, -6.0}});
+        QCOMPARE(shown->viewport(), before);
+        const MapStyle style = MapStyle::of(shown->palette());
+        // A straight line with a mark in its middle.
+        const QPointF end = shown->scene().pointOf({37.4, -6.0});
+        for (const double share : {0.2, 0.5, 0.8}) {
+            const QPoint pixel = shown->viewport().toPixel(end * share).toPoint();
+            int found = 0;
+            for (int x = -1; x <= 1; ++x) {
+                found += near(shown.colourAt(pixel + QPoint(x, 0)), style.path) ? 1 : 0;
+            }
+            QVERIFY(found > 0);
+        }
+        shown->setPath({});
+        QCOMPARE(shown->grab().toImage(), without);
+    }
+
+    void otherReceptionsLeaveWhatIsSeen()
+    {
+        Shown shown(around(germany));
+        shown->zoomIn();
+        const MapViewport seen = shown->viewport();
+        MapData fewer = around(germany);
+        fewer.sites.pop_back();
+        shown->setData(fewer);
+        QCOMPARE(shown->viewport(), seen);
+        shown->setData(around({40, 0}));
+        QCOMPARE(shown->viewport().centre(), QPointF(0, 0));
+    }
+
+    void theTipTellsTheSite()
+    {
+        Shown shown(around(germany));
+        const QPoint roma = shown.pixelOf(u"<b>Roma</b>"_s);
+        QHelpEvent help(QEvent::ToolTip, roma, shown->mapToGlobal(roma));
+        QApplication::sendEvent(&*shown, &help);
+        const QString text = QToolTip::text();
+        QVERIFY(text.contains(u"&lt;b&gt;Roma&lt;/b&gt;"));
+        const Leg leg = legBetween(germany, {41.9, 12.5});
+        for (const QString &part : {u"Italy"_s, distanceText(leg.kilometres, DistanceUnit::Kilometres),
+                 azimuthText(leg.azimuth), u"4 receptions"_s, u"05/06/2026 17:30:00"_s}) {
+            QVERIFY2(text.contains(part), qPrintable(part));
+        }
+        QToolTip::hideText();
+    }
+
+    void assistiveToolsSeeTheDotsInSight()
+    {
+        Shown shown(around(germany));
+        QStringList names = childNames(*shown);
+        QCOMPARE(names.size(), 3);
+        QVERIFY(names.filter(u"Sevilla, Spain, "_s).value(0).contains(u"20 receptions"));
+        QAccessibleInterface *map = QAccessible::queryAccessibleInterface(&*shown);
+        const QPoint sevilla = shown.pixelOf(u"Sevilla"_s);
+        const QPoint onScreen = shown->mapToGlobal(sevilla);
+        QAccessibleInterface *dot = map->childAt(onScreen.x(), onScreen.y());
+        QVERIFY(dot && dot->rect().contains(onScreen));
+        QCOMPARE(dot->parent(), map);
+        QCOMPARE(map->child(map->indexOfChild(dot)), dot);
+        const QSignalSpy chosen(&*shown, &MapView::receptionChosen);
+        dot->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+        QCOMPARE(chosen.count(), 1);
+        QCOMPARE(chosen[0][0].toInt(), 7);
+        // Out of sight is out of the list; other data make the old dots invalid.
+        QTest::mouseDClick(&*shown, Qt::LeftButton, {}, sevilla);
+        for (int i = 0; i < 8; ++i) {
+            shown.wheel(sevilla, 240);
+        }
+        QCOMPARE(childNames(*shown).size(), 1);
+        shown->setModeShown(esMode, false);
+        QCOMPARE(childNames(*shown).size(), 0);
+    }
+
+    void theCloudsStandOverTheMiddles_data() { dotsHaveTheColourOfTheirMode_data(); }
+
+    void theCloudsStandOverTheMiddles()
+    {
+        QFETCH(bool, dark);
+        Shown shown(around(germany), dark ? darkColours() : lightColours());
+        const QImage before = shown->grab().toImage();
+        shown->setClouds(true);
+        const QPointF sevilla = shown->scene().pointOf({37.4, -6.0});
+        const QPoint middle = shown->viewport().toPixel(sevilla / 2).toPoint();
+        QVERIFY(near(shown.colourAt(middle), MapStyle::of(shown->palette()).density(1)));
+        QVERIFY(shown->accessibleDescription().contains(u"24 Es paths"));
+        QVERIFY(childNames(*shown).isEmpty());
+        QVERIFY(!shown->findChild<MapLegend *>(u"mapLegend"_s)->isVisible());
+        shown->setClouds(false);
+        QCOMPARE(shown->grab().toImage(), before);
+    }
+
+    void pathsOfSeveralHopsCastNoCloud()
+    {
+        MapData data = around(germany);
+        data.sites = {site(u"Boston"_s, u"USA"_s, {42.3, -71}, u"Es", 2, 1)};
+        Shown shown(data);
+        shown->setClouds(true);
+        const CloudCounts counts = cloudCounts(shown->scene());
+        QCOMPARE(counts.counted, 0);
+        QCOMPARE(counts.beyondOneHop, 2);
+        QVERIFY(shown->accessibleDescription().contains(u"2 of more than one hop left out"));
+    }
+
+    void withoutHomeItLeadsToTheSetup()
+    {
+        MapData data = around(germany);
+        data.home.reset();
+        Shown shown(data);
+        auto *label = shown->findChild<QLabel *>(u"mapNoHome"_s);
+        QVERIFY(label->isVisible());
+        const QSignalSpy wanted(&*shown, &MapView::setupWanted);
+        Q_EMIT label->linkActivated(u"#"_s);
+        QCOMPARE(wanted.count(), 1);
+        // Nothing of this needs a home.
+        QTest::mouseClick(&*shown, Qt::LeftButton, {}, QPoint(100, 100));
+        QTest::keyClick(&*shown, Qt::Key_Plus);
+        QTest::keyClick(&*shown, Qt::Key_Left);
+        shown->setClouds(true);
+        shown->setPath(MapPath {u"Sevilla"_s, {37.4, -6.0}});
+        QVERIFY(!shown->grab().isNull());
+        QVERIFY(!mapSvg(shown->picture(), {300, 200}).isEmpty());
+        QCOMPARE(childNames(*shown), QStringList());
+    }
+
+    void aLogWithNoSiteOneAndMany()
+    {
+        MapData data;
+        data.home = germany;
+        Shown shown(data);
+        QVERIFY(!shown->grab().isNull());
+        QVERIFY(!shown->findChild<MapLegend *>(u"mapLegend"_s)->isVisible());
+        data.sites = {site(u"Home"_s, u"X"_s, germany, u"Es", 1, 1)};
+        shown->setData(data);
+        QCOMPARE(childNames(*shown).size(), 1);
+        QVERIFY(shown->findChild<MapLegend *>(u"mapLegend"_s)->isVisible());
+        data.sites.clear();
+        for (int i = 0; i < 5001; ++i) {
+            data.sites.push_back(site(QString::number(i), u"X"_s, {-89.0 + i % 178, i % 360 - 179.5},
+                propagationModes[static_cast<std::size_t>(i) % 7], 1 + i % 90, i));
+        }
+        shown->setData(data);
+        shown->showAll();
+        QCOMPARE(childNames(*shown).size(), 5001);
+        QVERIFY(!shown->grab().isNull());
+    }
+
+    void picturesHaveAnySize()
+    {
+        Shown shown(around(germany));
+        for (const QSize size : {QSize(100, 100), QSize(2000, 900), QSize(640, 3000)}) {
+            const QImage image = QImage::fromData(pictureBytes(shown->picture(), size, u"map.png"_s));
+            QCOMPARE(image.size(), size);
+        }
+        shown->setPath(MapPath {u"<b>Roma</b>"_s, {41.9, 12.5}});
+        const QByteArray svg = pictureBytes(shown->picture(), {1234, 777}, u"map.SVG"_s);
+        QVERIFY(svg.contains("viewBox=\"0 0 1234 777\""));
+        QVERIFY(svg.contains("Tropo: Brocken"));
+        QVERIFY(svg.contains("&lt;b&gt;Roma"));
+        shown->copyPicture({500, 400});
+        QCOMPARE(QApplication::clipboard()->image().size(), QSize(500, 400));
+    }
+};
+
+QTEST_MAIN(TestMapView)
+#include "tst_mapview.moc"

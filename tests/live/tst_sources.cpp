@@ -1,0 +1,470 @@
+#include "live/grouplines.h"
+#include "live/rdsspysource.h"
+#include "live/receiver.h"
+#include "live/redseasource.h"
+#include "live/rigctlsource.h"
+#include "live/spyfilesource.h"
+#include "live/srcpsource.h"
+#include "live/webserversource.h"
+#include "live/xdrdsource.h"
+#include "loopback.h"
+#include "rds-signal/groupmaker.h"
+#include "support/testfiles.h"
+
+#include <QElapsedTimer>
+#include <QFile>
+#include <QSignalSpy>
+#include <QTest>
+#include <QWebSocket>
+#include <QWebSocketServer>
+
+using namespace quillon;
+using namespace quillon::rdssignal;
+using namespace quillon::test;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const SignalStation jump {98'500'000, 0xD3C2, u"MDR JUMP"_s, u"Now: Sade"_s, {}, 10, 0xE0};
+
+const SignalStation france {87'500'000, 0xF201, u"FRANCE"_s, {}, {}, 10, 0};
+
+/// The groups of a station as lines.
+QByteArray groupLines(
+    const SignalStation &station, int groups, const QByteArray &before, const QByteArray &after)
+{
+    GroupMaker maker(station);
+    QByteArray lines;
+    for (int i = 0; i < groups; ++i) {
+        lines += before + groupText(maker.next()) + after;
+    }
+    return lines;
+}
+
+HostPort at(quint16 port)
+{
+    return {u"127.0.0.1"_s, port};
+}
+
+bool hears(const Receiver &receiver, quint16 pi, const QString &ps)
+{
+    const auto &station = receiver.listening().station();
+    return station && station->pi == pi && station->ps == ps && station->certain;
+}
+
+/// A Receiver on a source, in which a second lasts 20 ms.
+template<typename Source, typename... Arguments>
+Source *listen(Receiver &receiver, Arguments... arguments)
+{
+    auto source = std::make_unique<Source>(arguments...);
+    Source *const made = source.get();
+    made->setSecond(20);
+    receiver.listenTo(std::move(source));
+    return made;
+}
+
+/// The longest that the event loop was away while `done` became true, in milliseconds.
+qint64 longestBreak(const std::function<bool()> &done)
+{
+    qint64 longest = 0;
+    QElapsedTimer whole;
+    whole.start();
+    QElapsedTimer turn;
+    while (!done() && whole.elapsed() < 20'000) {
+        turn.start();
+        QCoreApplication::processEvents();
+        longest = std::max(longest, turn.elapsed());
+    }
+    return longest;
+}
+
+} // namespace
+
+class TestSources : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void xdrdAsAGuest()
+    {
+        LoopbackServer server("0123456789abcdef\n");
+        Receiver receiver;
+        const auto *const source = listen<XdrdSource>(receiver, at(server.port()), QString());
+        QTRY_COMPARE(server.lines(), (QByteArrayList {xdrdLogin("0123456789abcdef", QString())}));
+        server.send("a1\no2,0\nT98500\nSs35.11,12,3\n" + groupLines(jump, 60, "R", "00\n"));
+        QTRY_VERIFY(hears(receiver, 0xD3C2, u"MDR JUMP"_s));
+        const Station &station = *receiver.listening().station();
+        QCOMPARE(station.hertz, qint64(98'500'000));
+        QCOMPARE(station.text, u"Now: Sade"_s);
+        QCOMPARE(*station.ecc, quint8(0xE0));
+        QCOMPARE(receiver.listening().signal()->value, 35.11);
+        QCOMPARE(receiver.state(), ReceiverState::Listening);
+        QVERIFY(!source->canTune());
+        receiver.tune(99'000'000);
+        QTest::qWait(30);
+        QCOMPARE(server.lines().size(), 1);
+    }
+
+    void xdrdWithAPasswordTunes()
+    {
+        LoopbackServer server("0123456789abcdef\n");
+        Receiver receiver;
+        listen<XdrdSource>(receiver, at(server.port()), u"secret"_s);
+        QTRY_COMPARE(server.lines().size(), 1);
+        receiver.tune(99'050'000);
+        QTRY_COMPARE(
+            server.lines(), (QByteArrayList {xdrdLogin("0123456789abcdef", u"secret"_s), "T99050\n"}));
+    }
+
+    void xdrdThatRefusesIsNotTriedAgain()
+    {
+        LoopbackServer server("0123456789abcdef\n", [](const QByteArray &) { return "a0\n"; });
+        Receiver receiver;
+        listen<XdrdSource>(receiver, at(server.port()), u"wrong"_s);
+        QTRY_COMPARE(receiver.why(), u"it does not accept the password"_s);
+        QCOMPARE(receiver.state(), ReceiverState::NotConnected);
+        QTest::qWait(100);
+        QCOMPARE(server.connections(), 1);
+    }
+
+    void aSourceThatIsGoneIsFoundAgain()
+    {
+        LoopbackServer server("0123456789abcdef\n");
+        const quint16 port = server.port();
+        Receiver receiver;
+        listen<XdrdSource>(receiver, at(port), QString());
+        QTRY_COMPARE(receiver.state(), ReceiverState::Listening);
+        QTRY_COMPARE(server.lines().size(), 1);
+        server.send("T98500\n" + groupLines(jump, 60, "R", "00\n"));
+        QTRY_VERIFY(hears(receiver, 0xD3C2, u"MDR JUMP"_s));
+        server.vanish();
+        QTRY_COMPARE(receiver.state(), ReceiverState::Lost);
+        QVERIFY(!receiver.why().isEmpty());
+        QVERIFY(!receiver.listening().station());
+        QTest::qWait(100);
+        QCOMPARE(receiver.state(), ReceiverState::Lost);
+        server.listen(port);
+        QTRY_COMPARE(receiver.state(), ReceiverState::Listening);
+        QCOMPARE(server.connections(), 2);
+        receiver.disconnectFrom();
+        QTRY_VERIFY(!server.isConnected());
+    }
+
+    void triesComeLessAndLessOften()
+    {
+        class Gone : public ReceiverSource
+        {
+        public:
+            QList<qint64> tries;
+            QElapsedTimer clock;
+
+        protected:
+            void attempt() override
+            {
+                tries += tries.isEmpty() ? 0 : clock.elapsed();
+                clock.start();
+                lost(u"gone"_s);
+            }
+            void hangUp() override { }
+        };
+        Gone source;
+        source.setSecond(10);
+        source.start();
+        QTRY_COMPARE_WITH_TIMEOUT(source.tries.size(), 8, 5'000);
+        source.stop();
+        const QList<int> wanted {0, 10, 20, 40, 80, 160, 300, 300};
+        for (qsizetype i = 0; i < wanted.size(); ++i) {
+            QVERIFY2(source.tries[i] >= wanted[i] * 9 / 10, qPrintable(QString::number(source.tries[i])));
+        }
+    }
+
+    void groupsOfRdsSpy()
+    {
+        LoopbackServer server;
+        Receiver receiver;
+        listen<RdsSpySource>(receiver, at(server.port()));
+        QVERIFY(receiver.wantsFrequency());
+        receiver.setFrequency(98'500'000);
+        QTRY_VERIFY(server.isConnected());
+        server.send(groupLines(jump, 60, "G:\r\n", "\r\n\r\n"));
+        QTRY_VERIFY(hears(receiver, 0xD3C2, u"MDR JUMP"_s));
+        QCOMPARE(receiver.listening().station()->hertz, qint64(98'500'000));
+        server.send("G:\r\nRESET-------\r\n\r\n");
+        QTRY_VERIFY(!receiver.listening().station());
+        QCOMPARE(receiver.listening().hertz(), qint64(98'500'000));
+    }
+
+    void recordedFiles_data()
+    {
+        QTest::addColumn<bool>("atOnce");
+        QTest::newRow("at once") << true;
+        QTest::newRow("in its own time") << false;
+    }
+
+    void recordedFiles()
+    {
+        QFETCH(bool, atOnce);
+        const TestDirectory directory;
+        const QString path = directory.path() + u"/recorded.spy"_s;
+        {
+            QFile file(path);
+            QVERIFY(file.open(QIODevice::WriteOnly));
+            file.write("<recorder=\"x\" date=\"2020-02-04\">\r\n");
+            GroupMaker maker(jump);
+            for (int i = 0; i < 30; ++i) {
+                const RdsGroup group = maker.next();
+                const QByteArray time = QByteArray::number(40 + i / 20) + '.'
+                    + QByteArray::number(i % 20 * 5).rightJustified(2, '0');
+                file.write(groupText(group, " ") + " @2020/02/04 17:26:" + time + "\r\n");
+            }
+        }
+        Receiver receiver;
+        QElapsedTimer clock;
+        clock.start();
+        listen<SpyFileSource>(receiver, path, atOnce);
+        QTRY_COMPARE(receiver.why(), u"the file has ended"_s);
+        QVERIFY(hears(receiver, 0xD3C2, u"MDR JUMP"_s));
+        QCOMPARE(receiver.listening().station()->first, fromCivil({2020, 2, 4, 17, 26, 40})->seconds * 1000);
+        QCOMPARE(receiver.heard().rows().size(), std::size_t(1));
+        QCOMPARE(clock.elapsed() >= 1'400, !atOnce);
+    }
+
+    void aFileThatIsNotThereIsSaid()
+    {
+        Receiver receiver;
+        QCOMPARE(receiver.connectTo({SourceKind::RdsSpy, u"/nowhere/x.spy"_s, {}, true}), u""_s);
+        QCOMPARE(receiver.state(), ReceiverState::NotConnected);
+        QVERIFY(receiver.why().startsWith(u"/nowhere/x.spy: "_s));
+    }
+
+    void datagramsOfATuner()
+    {
+        QUdpSocket tuner;
+        QVERIFY(tuner.bind(QHostAddress::LocalHost, 0));
+        QUdpSocket probe;
+        QVERIFY(probe.bind(QHostAddress::LocalHost, 0));
+        const quint16 port = probe.localPort();
+        probe.close();
+
+        Receiver receiver;
+        auto source = std::make_unique<SrcpSource>(at(port));
+        source->setTunerPort(tuner.localPort());
+        receiver.listenTo(std::move(source));
+        QCOMPARE(receiver.state(), ReceiverState::Connecting);
+        QTRY_VERIFY(tuner.hasPendingDatagrams());
+        QByteArray asked(100, 0);
+        asked.truncate(tuner.readDatagram(asked.data(), asked.size()));
+        QCOMPARE(asked, QByteArray("freq=?"));
+
+        const auto send = [&](const QByteArray &text) {
+            tuner.writeDatagram(text, QHostAddress::LocalHost, port);
+        };
+        send("from=XDR-GTK;freq=98500000;RcvLevel=35;pi=D3C2;ps=4D4452204A554D50");
+        QTRY_VERIFY(hears(receiver, 0xD3C2, u"MDR JUMP"_s));
+        QCOMPARE(receiver.state(), ReceiverState::Listening);
+        send("from=TEF_tuner_1;FREQ=99000000");
+        QTRY_VERIFY(!receiver.listening().station());
+        send("from=TEF_tuner_1;PI=F201");
+        send("from=TEF_tuner_1;PS=FRANCE__");
+        QTRY_VERIFY(hears(receiver, 0xF201, u"FRANCE  "_s));
+        receiver.tune(98'500'000);
+        QTRY_VERIFY(tuner.hasPendingDatagrams());
+        QByteArray tuned(100, 0);
+        tuned.truncate(tuner.readDatagram(tuned.data(), tuned.size()));
+        QCOMPARE(tuned, QByteArray("freq=98500000"));
+    }
+
+    void aPortThatIsTakenIsTriedAgain()
+    {
+        QUdpSocket other;
+        QVERIFY(other.bind(QHostAddress::LocalHost, 0));
+        const quint16 port = other.localPort();
+        Receiver receiver;
+        listen<SrcpSource>(receiver, at(port));
+        QTRY_COMPARE(receiver.state(), ReceiverState::Lost);
+        other.close();
+        QUdpSocket tuner;
+        QTRY_VERIFY((tuner.writeDatagram("pi=D3C2", QHostAddress::LocalHost, port),
+            receiver.state() == ReceiverState::Listening));
+    }
+
+    void messagesOfAWebReceiver()
+    {
+        QWebSocketServer server(u"test"_s, QWebSocketServer::NonSecureMode);
+        QVERIFY(server.listen(QHostAddress::LocalHost));
+        QWebSocket *client = nullptr;
+        QStringList received;
+        connect(&server, &QWebSocketServer::newConnection, this, [&] {
+            client = server.nextPendingConnection();
+            connect(client, &QWebSocket::textMessageReceived, this,
+                [&](const QString &text) { received += text; });
+        });
+        Receiver receiver;
+        auto made = makeSource(
+            {SourceKind::Webserver, u"http://127.0.0.1:%1/"_s.arg(server.serverPort()), {}, false});
+        QVERIFY(made.source);
+        made.source->setSecond(20);
+        receiver.listenTo(std::move(made.source));
+        QTRY_VERIFY(client != nullptr);
+        QCOMPARE(client->requestUrl().path(), u"/text"_s);
+        client->sendTextMessage(
+            uR"({"pi":"D3C2","freq":"98.500","sig":35.11,"ps":"MDR JUMP","rt0":"Hi","rt_flag":0,"txInfo":{"tx":"J","city":"Brocken","itu":"D","erp":60,"id":"4711","reg":false,"pi":"D3C2"}})"_s);
+        QTRY_VERIFY(hears(receiver, 0xD3C2, u"MDR JUMP"_s));
+        QCOMPARE(receiver.listening().station()->guess->uid, u"4711"_s);
+        receiver.tune(99'000'000);
+        QTRY_COMPARE(received, (QStringList {u"T99000"_s}));
+
+        // A message beyond all measure ends the connection, and it comes back.
+        QWebSocket *const before = client;
+        client->sendTextMessage(QString(1'000'000, u'A'));
+        QTRY_VERIFY(client != before);
+        QTRY_COMPARE(receiver.state(), ReceiverState::Listening);
+        server.close();
+        client->abort();
+        QTRY_COMPARE(receiver.state(), ReceiverState::Lost);
+        receiver.disconnectFrom();
+    }
+
+    void linesOfACommand()
+    {
+        const TestDirectory directory;
+        const QString path = directory.path() + u"/lines.json"_s;
+        {
+            QFile file(path);
+            QVERIFY(file.open(QIODevice::WriteOnly));
+            for (int i = 0; i < 4; ++i) {
+                file.write(R"({"pi":"0xD3C2","group":"0A","ps":"MDR JUMP"})"
+                           "\n");
+            }
+        }
+        Receiver receiver;
+        listen<RedseaSource>(receiver, u"cat %1 | cat; exec sleep 60"_s.arg(path));
+        QTRY_VERIFY(hears(receiver, 0xD3C2, u"MDR JUMP"_s));
+        QCOMPARE(receiver.state(), ReceiverState::Listening);
+        receiver.disconnectFrom();
+        QCOMPARE(receiver.state(), ReceiverState::NotConnected);
+    }
+
+    void aCommandThatEndsIsTriedAgain()
+    {
+        const TestDirectory directory;
+        const QString path = directory.path() + u"/runs"_s;
+        Receiver receiver;
+        listen<RedseaSource>(receiver, u"echo run >> %1; exit 3"_s.arg(path));
+        QTRY_COMPARE(receiver.why(), u"the command has ended with exit code 3"_s);
+        const auto runs = [&] {
+            QFile file(path);
+            return file.open(QIODevice::ReadOnly) ? file.readAll().count("run") : 0;
+        };
+        QTRY_VERIFY(runs() >= 3);
+        QCOMPARE(receiver.state(), ReceiverState::Lost);
+    }
+
+    void theWholePipelineEndsWithTheSource()
+    {
+        const TestDirectory directory;
+        const QString path = directory.path() + u"/alive"_s;
+        Receiver receiver;
+        listen<RedseaSource>(receiver, u"(while :; do echo x >> %1; sleep 0.01; done) | cat"_s.arg(path));
+        QTRY_VERIFY(QFile::exists(path));
+        receiver.disconnectFrom();
+        QTest::qWait(200);
+        const qint64 size = QFile(path).size();
+        QTest::qWait(200);
+        QCOMPARE(QFile(path).size(), size);
+    }
+
+    void aReceiverThatFallsSilentIsLost()
+    {
+        LoopbackServer server;
+        Receiver receiver;
+        listen<RigctlSource>(receiver, at(server.port()));
+        QTRY_COMPARE(receiver.why(), u"it does not answer"_s);
+        QTRY_VERIFY(server.connections() >= 2);
+    }
+
+    void addressesThatAreNone_data()
+    {
+        QTest::addColumn<int>("kind");
+        QTest::addColumn<QString>("address");
+        QTest::addColumn<QString>("wrong");
+        QTest::newRow("host") << int(SourceKind::Gqrx) << u"a b"_s << u"\"a b\" is no host and port"_s;
+        QTest::newRow("web") << int(SourceKind::Webserver) << u"ftp://x"_s
+                             << u"\"ftp://x\" is no address of a web receiver"_s;
+        QTest::newRow("command")
+            << int(SourceKind::Redsea) << u" "_s
+            << u"a command is needed, for instance: rtl_fm -M fm -l 0 -A std -f 98.5M -s 171k | redsea -r 171k"_s;
+    }
+
+    void addressesThatAreNone()
+    {
+        QFETCH(int, kind);
+        QFETCH(QString, address);
+        Receiver receiver;
+        QTEST(receiver.connectTo({SourceKind(kind), address, {}, false}), "wrong");
+        QCOMPARE(receiver.state(), ReceiverState::NotConnected);
+    }
+
+    void everyKindCanBeMade()
+    {
+        for (int kind = 0; kind < sourceKinds; ++kind) {
+            const MadeSource made = makeSource({SourceKind(kind), u"127.0.0.1:1"_s, {}, false});
+            QVERIFY2(made.source != nullptr, qPrintable(kindName(SourceKind(kind))));
+            QVERIFY(!usualAddress(SourceKind(kind)).isEmpty());
+        }
+    }
+
+    void floods_data()
+    {
+        QTest::addColumn<QByteArray>("flood");
+        QTest::newRow("groups") << groupLines(jump, 100'000, "R", "00\n");
+        QTest::newRow("a line without an end") << QByteArray(20'000'000, 'R');
+        QTest::newRow("empty lines") << QByteArray(2'000'000, '\n');
+        QTest::newRow("a megabyte of name") << "PS" + QByteArray(1'000'000, 'x') + "\n";
+    }
+
+    void floods()
+    {
+        QFETCH(QByteArray, flood);
+        LoopbackServer server("0123456789abcdef\n");
+        Receiver receiver;
+        int changes = 0;
+        connect(&receiver, &Receiver::changed, this, [&] { ++changes; });
+        listen<XdrdSource>(receiver, at(server.port()), QString());
+        QTRY_COMPARE(server.lines().size(), 1);
+        QElapsedTimer clock;
+        clock.start();
+        server.send(flood + "\nT87500\n" + groupLines(france, 60, "R", "00\n"));
+        const qint64 longest = longestBreak([&] {
+            return receiver.listening().hertz() == 87'500'000 && hears(receiver, 0xF201, u"FRANCE  "_s);
+        });
+        QVERIFY(hears(receiver, 0xF201, u"FRANCE  "_s));
+        QVERIFY2(longest < 250, qPrintable(u"%1 ms without the event loop"_s.arg(longest)));
+        QVERIFY(changes <= clock.elapsed() / Receiver::gathered + 2);
+        QVERIFY(receiver.heard().rows().size() <= 2);
+    }
+
+    void aFloodOfDatagrams()
+    {
+        QUdpSocket probe;
+        QVERIFY(probe.bind(QHostAddress::LocalHost, 0));
+        const quint16 port = probe.localPort();
+        probe.close();
+        Receiver receiver;
+        listen<SrcpSource>(receiver, at(port));
+        QUdpSocket tuner;
+        int sent = 0;
+        const qint64 longest = longestBreak([&] {
+            for (int i = 0; i < 500; ++i) {
+                tuner.writeDatagram(
+                    "freq=98500000;pi=D3C2;ps=4D4452204A554D50", QHostAddress::LocalHost, port);
+            }
+            return ++sent >= 100;
+        });
+        QVERIFY2(longest < 250, qPrintable(u"%1 ms without the event loop"_s.arg(longest)));
+        QTRY_VERIFY(hears(receiver, 0xD3C2, u"MDR JUMP"_s));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestSources)
+#include "tst_sources.moc"

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "core/config.h"
+#include "core/logentry.h"
+#include "geo/position.h"
+#include "txdb/transmitters.h"
+
+#include <QString>
+
+#include <optional>
+
+namespace quillon {
+
+/// The home of the settings; nothing while it is not set or cannot be read.
+[[nodiscard]] std::optional<GeoPosition> homePosition(const Settings &settings);
+
+// Cells that follow from a reception, the place of its site and home. Empty where one of them is missing.
+
+/// The direction from home to the site in whole degrees, "0" to "359".
+[[nodiscard]] QString azimuthCell(
+    const LogEntry &entry, const TransmitterList &sites, const std::optional<GeoPosition> &home);
+
+/// The Maidenhead locator of the site: "IM67XX".
+[[nodiscard]] QString locatorCell(const LogEntry &entry, const TransmitterList &sites);
+
+/// The highest frequency in MHz, one decimal place, that the cloud of an Es reception mirrors at its middle;
+/// for 500 to 2,350 km alone, the ways that one hop explains.
+[[nodiscard]] QString mufCell(
+    const LogEntry &entry, const TransmitterList &sites, const std::optional<GeoPosition> &home);
+
+} // namespace quillon
