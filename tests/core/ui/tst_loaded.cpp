@@ -45,6 +45,7 @@ private Q_SLOTS:
     void aPositionIsNotSentToAFormAtRest();
     void theStatusLineSaysWhatWasDone();
     void oddValuesAreToldBesideTheFields();
+    void anUnreadableLogbookIsToldInTheEmptyGrid();
 };
 
 void TestLoaded::whatIsNotTheMarkedRowIsChangedAfterAQuestion_data()
@@ -315,6 +316,18 @@ void TestLoaded::oddValuesAreToldBesideTheFields()
     QVERIFY(window.text("problem").contains(u'|'));
     window.click("Command3");
     QVERIFY(window.logbook().contains("|a|b|E|"));
+}
+
+void TestLoaded::anUnreadableLogbookIsToldInTheEmptyGrid()
+{
+    MainWindow window;
+    window.start(QByteArray(first).replace("Bilbao", "Bil|bao") + second);
+    QCOMPARE(window.grid().rows(), 1);
+    QCOMPARE(window.grid().emptyText(),
+        window.directory.file(u"RDSLog.log"_s)
+            + u" was not loaded.\nIts first line has 13 fields instead of 12 or 10:\n"
+              "E201|12/06/2010 10:00:00|Es|90.3|Bil|bao|E||RNE_CLAS|10||||\n"
+              "It has 2 lines. Before the first save it is kept as a copy, so nothing of it is lost."_s);
 }
 
 QTEST_MAIN(TestLoaded)
