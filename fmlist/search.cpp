@@ -135,22 +135,22 @@ std::optional<QByteArray> searchUrl(
 SearchAnswer readSearchAnswer(const QString &answer, NumberFormat format)
 {
     if (answer.startsWith(u"Error "_s)) {
-        return {.rows = {}, .matches = 0, .status = errorStatus(answer), .failure = {}};
+        return {.results = {}, .matches = 0, .status = errorStatus(answer), .failure = {}};
     }
     const QString stripped = StripCharRefs(answer);
-    QStringList rows;
+    QList<SearchResult> results;
     qsizetype begin = 0;
     for (qsizetype end = stripped.indexOf(u'\n'); end >= 0; end = stripped.indexOf(u'\n', begin)) {
         const QStringView line = QStringView(stripped).sliced(begin, end - begin);
         try {
-            rows += resultRow(readLine(line, rows.size() + 1, format));
+            results += readLine(line, results.size() + 1, format);
         } catch (const RuntimeError &error) {
-            return {.rows = rows, .matches = 0, .status = {}, .failure = error};
+            return {.results = results, .matches = 0, .status = {}, .failure = error};
         }
         begin = end + 1;
     }
-    const auto matches = static_cast<int>(rows.size());
-    return {.rows = rows,
+    const auto matches = static_cast<int>(results.size());
+    return {.results = results,
         .matches = matches,
         .status = u"FMList Search: "_s + QString::number(matches) + u" matches"_s,
         .failure = {}};
@@ -163,13 +163,9 @@ QString resultRow(const SearchResult &result)
         .join(u'\t');
 }
 
-SearchResult chosenResult(const QString &row)
+SearchResult chosenResult(const SearchResult &result)
 {
-    const QStringList fields = QString(row).remove(u"&#"_s).split(u'\t');
-    if (fields.size() < fieldCount) {
-        throw RuntimeError(
-            ErrorName::SubscriptOutOfRange, u"Taking the result \""_s + row + u"\" apart at its tabs"_s);
-    }
+    const QStringList fields = resultRow(result).remove(u"&#"_s).split(u'\t');
     return {.frequency = storedNumber(fields[0]),
         .pi = fields[1],
         .ps = fields[2],
@@ -181,15 +177,15 @@ SearchResult chosenResult(const QString &row)
         .uid = fields[8]};
 }
 
-qsizetype highlightedRow(const QStringList &rows, const QString &pi)
+qsizetype highlightedResult(const QList<SearchResult> &results, const QString &pi)
 {
     const QString searched = wanted(pi);
-    for (qsizetype row = 0; row < rows.size(); ++row) {
-        if (rows[row].section(u'\t', 1, 1) == searched) {
-            return row;
+    for (qsizetype place = 0; place < results.size(); ++place) {
+        if (results[place].pi.section(u'\t', 0, 0) == searched) {
+            return place;
         }
     }
-    return rows.size() - 1;
+    return results.size() - 1;
 }
 
 } // namespace quillon

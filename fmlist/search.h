@@ -5,8 +5,8 @@
 #include "platform/runtimeerror.h"
 
 #include <QByteArray>
+#include <QList>
 #include <QString>
-#include <QStringList>
 
 #include <optional>
 
@@ -39,10 +39,10 @@ struct SearchResult
 /// What came back from a search.
 struct SearchAnswer
 {
-    QStringList rows; ///< one resultRow each
+    QList<SearchResult> results;
     int matches = 0; ///< number of line feeds in the answer, 0 for an error answer
     QString status; ///< for the status line
-    std::optional<RuntimeError> failure; ///< of the line at which the reading stopped, after those in `rows`
+    std::optional<RuntimeError> failure; ///< of the line at which the reading stopped, after `results`
 };
 
 /// The address of the search below `fmlistUrl`. Nothing when there is nothing to ask for: no frequency, or
@@ -58,15 +58,15 @@ struct SearchAnswer
 /// number and text.
 [[nodiscard]] SearchAnswer readSearchAnswer(const QString &answer, NumberFormat format);
 
-/// The nine values separated by tabs.
+/// The nine values separated by tabs, as a list shows them.
 [[nodiscard]] QString resultRow(const SearchResult &result);
 
-/// The values of a row that the user chose, without any "&#", its numbers with "." as decimal separator.
-/// Throws "Subscript out of range" for a row of fewer than nine values.
-[[nodiscard]] SearchResult chosenResult(const QString &row);
+/// A result as it is taken over: without any "&#", its numbers with "." as decimal separator. A tab in a
+/// value begins the next value, as it does in the row.
+[[nodiscard]] SearchResult chosenResult(const SearchResult &result);
 
-/// The index of the first row with exactly this PI (trimmed, in upper case); the last row when none has it,
-/// -1 when there are no rows.
-[[nodiscard]] qsizetype highlightedRow(const QStringList &rows, const QString &pi);
+/// The index of the first result with exactly this PI (trimmed, in upper case); the last one when none has
+/// it, -1 when there are no results.
+[[nodiscard]] qsizetype highlightedResult(const QList<SearchResult> &results, const QString &pi);
 
 } // namespace quillon

@@ -32,13 +32,13 @@ void checkFailure(const SearchAnswer &read, qsizetype lines)
     const RuntimeError &error = *read.failure;
     require(error.name() == ErrorName::SubscriptOutOfRange || error.name() == ErrorName::Overflow);
     const qsizetype line = lineOf(error.doing());
-    require(line == read.rows.size() + 1 && line <= lines && error.doing().size() < 400);
+    require(line == read.results.size() + 1 && line <= lines && error.doing().size() < 400);
     require(read.matches == 0 && read.status.isEmpty());
 }
 
 void checkError(const QString &answer, const SearchAnswer &read)
 {
-    require(read.rows.isEmpty() && read.matches == 0);
+    require(read.results.isEmpty() && read.matches == 0);
     const QString code = answer.trimmed();
     const bool isKnown =
         code.size() == 11 && code.startsWith(u"Error 1000"_s) && code.back() >= u'1' && code.back() <= u'6';
@@ -47,8 +47,9 @@ void checkError(const QString &answer, const SearchAnswer &read)
 }
 
 // A tab in the answer shifts the values of its row; every other row has nine.
-void checkRow(const QString &row, NumberFormat format)
+void checkResult(const SearchResult &result, NumberFormat format)
 {
+    const QString row = resultRow(result);
     const QStringList fields = row.split(u'\t');
     require(fields.size() == 9 && !row.contains(u'\n'));
     const QChar other = format.decimal == u'.' ? u',' : u'.';
@@ -56,28 +57,26 @@ void checkRow(const QString &row, NumberFormat format)
         require(numeric(fields[field]).has_value() && !fields[field].contains(other));
     }
     require(!fields[4].contains(u',') && fields[4].trimmed() == fields[4]);
-    SearchResult expected {
-        fields[0], fields[1], fields[2], fields[3], fields[4], fields[5], fields[6], fields[7], fields[8]};
-    require(resultRow(expected) == row);
+    SearchResult expected = result;
     for (QString *text :
         {&expected.pi, &expected.ps, &expected.country, &expected.transmitter, &expected.uid}) {
         text->remove(u"&#"_s);
     }
-    expected.latitude.replace(u',', u'.');
-    expected.longitude.replace(u',', u'.');
-    const SearchResult chosen = chosenResult(row);
-    require(row.contains(u"&\t#"_s) || chosen == expected);
+    for (QString *text : {&expected.frequency, &expected.power, &expected.latitude, &expected.longitude}) {
+        text->replace(u',', u'.');
+    }
+    require(chosenResult(result) == expected);
 }
 
-void checkHighlight(const QStringList &rows)
+void checkHighlight(const QList<SearchResult> &results)
 {
-    require(highlightedRow(rows, u"no such PI"_s) == rows.size() - 1);
-    for (qsizetype row = 0; row < rows.size(); ++row) {
-        const QString pi = rows[row].section(u'\t', 1, 1);
-        const qsizetype highlighted = highlightedRow(rows, pi);
-        require(highlighted >= 0 && highlighted < rows.size());
+    require(highlightedResult(results, u"no such PI"_s) == results.size() - 1);
+    for (qsizetype place = 0; place < results.size(); ++place) {
+        const QString pi = results[place].pi.section(u'\t', 0, 0);
+        const qsizetype highlighted = highlightedResult(results, pi);
+        require(highlighted >= 0 && highlighted < results.size());
         if (pi == pi.trimmed().toUpper()) {
-            require(highlighted <= row && rows[highlighted].section(u'\t', 1, 1) == pi);
+            require(highlighted <= place && results[highlighted].pi.section(u'\t', 0, 0) == pi);
         }
     }
 }
@@ -91,15 +90,15 @@ void check(const QString &answer, NumberFormat format)
         return;
     }
     if (!answer.contains(u'\t')) {
-        for (const QString &row : read.rows) {
-            checkRow(row, format);
+        for (const SearchResult &result : read.results) {
+            checkResult(result, format);
         }
     }
-    checkHighlight(read.rows);
+    checkHighlight(read.results);
     if (read.failure) {
         checkFailure(read, lines);
     } else {
-        require(read.matches == lines && read.rows.size() == lines);
+        require(read.matches == lines && read.results.size() == lines);
         require(read.status == u"FMList Search: %1 matches"_s.arg(lines));
     }
 }

@@ -53,12 +53,23 @@ int ResultList::count() const
     return m_model->rowCount();
 }
 
-QString ResultList::text(int line) const
+void ResultList::requireLine(int line) const
 {
     if (line < 0 || line >= count()) {
         throw RuntimeError(ErrorName::SubscriptOutOfRange, u"The list has no line %1"_s.arg(line));
     }
-    return m_model->lines().at(line);
+}
+
+QString ResultList::text(int line) const
+{
+    requireLine(line);
+    return m_model->line(line);
+}
+
+int ResultList::given(int line) const
+{
+    requireLine(line);
+    return m_model->given(line);
 }
 
 int ResultList::listIndex() const
@@ -86,9 +97,9 @@ void ResultList::setEmptyText(const QString &text)
 
 void ResultList::sortByColumn(int column)
 {
-    const QString highlighted = listIndex() < 0 ? QString() : text(listIndex());
+    const int highlighted = listIndex() < 0 ? -1 : given(listIndex());
     m_model->sortLines(column);
-    setListIndex(static_cast<int>(m_model->lines().indexOf(highlighted)));
+    setListIndex(m_model->lineOf(highlighted));
 }
 
 void ResultList::keyPressEvent(QKeyEvent *event)

@@ -31,6 +31,8 @@ public:
     [[nodiscard]] int count() const;
     /// The line as it was given, tabs and all. Throws "Subscript out of range".
     [[nodiscard]] QString text(int line) const;
+    /// Where the line stood among the lines that were set, whatever the list is sorted by. Throws as text.
+    [[nodiscard]] int given(int line) const;
     /// The highlighted line, -1 when none is.
     [[nodiscard]] int listIndex() const;
     void setListIndex(int line);
@@ -48,6 +50,7 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
+    void requireLine(int line) const;
     void sortByColumn(int column);
 
     ResultModel *m_model;

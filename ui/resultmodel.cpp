@@ -2,6 +2,9 @@
 
 #include "core/genericorder.h"
 
+#include <algorithm>
+#include <numeric>
+
 namespace quillon {
 
 void ResultModel::setHeadings(const QList<ResultHeading> &headings)
@@ -15,22 +18,32 @@ void ResultModel::setLines(const QStringList &lines)
 {
     beginResetModel();
     m_lines = lines;
+    m_order.resize(static_cast<std::size_t>(lines.size()));
+    std::iota(m_order.begin(), m_order.end(), 0);
     endResetModel();
 }
 
 void ResultModel::sortLines(int column)
 {
     std::vector<QString> texts;
-    texts.reserve(static_cast<std::size_t>(m_lines.size()));
-    for (const QString &line : std::as_const(m_lines)) {
-        texts.push_back(line.section(u'\t', column, column));
+    texts.reserve(m_order.size());
+    for (const int given : m_order) {
+        texts.push_back(m_lines.at(given).section(u'\t', column, column));
     }
-    QStringList sorted;
-    sorted.reserve(m_lines.size());
-    for (const int position : genericSort(texts)) {
-        sorted += m_lines.at(position);
+    std::vector<int> sorted;
+    sorted.reserve(m_order.size());
+    for (const int row : genericSort(texts)) {
+        sorted.push_back(given(row));
     }
-    setLines(sorted);
+    beginResetModel();
+    m_order = std::move(sorted);
+    endResetModel();
+}
+
+int ResultModel::lineOf(int given) const
+{
+    const auto found = std::ranges::find(m_order, given);
+    return found == m_order.end() ? -1 : static_cast<int>(found - m_order.begin());
 }
 
 int ResultModel::rowCount(const QModelIndex &parent) const
@@ -50,7 +63,7 @@ QVariant ResultModel::data(const QModelIndex &index, int role) const
     }
     switch (role) {
     case Qt::DisplayRole:
-        return m_lines.at(index.row()).section(u'\t', index.column(), index.column());
+        return line(index.row()).section(u'\t', index.column(), index.column());
     case Qt::TextAlignmentRole:
         return alignment(index.column());
     default:

@@ -4,6 +4,8 @@
 
 #include <QAbstractTableModel>
 
+#include <vector>
+
 namespace quillon {
 
 /// The lines of a ResultList as a table model.
@@ -17,7 +19,10 @@ public:
     void setHeadings(const QList<ResultHeading> &headings);
     void setLines(const QStringList &lines);
     void sortLines(int column);
-    [[nodiscard]] const QStringList &lines() const { return m_lines; }
+    [[nodiscard]] const QString &line(int row) const { return m_lines.at(given(row)); }
+    /// Where the line of the row stood among those that were set; the row of such a line, -1 for none.
+    [[nodiscard]] int given(int row) const { return m_order.at(static_cast<std::size_t>(row)); }
+    [[nodiscard]] int lineOf(int given) const;
 
     [[nodiscard]] int rowCount(const QModelIndex &parent = {}) const override;
     [[nodiscard]] int columnCount(const QModelIndex &parent = {}) const override;
@@ -28,7 +33,8 @@ private:
     [[nodiscard]] QVariant alignment(int column) const;
 
     QList<ResultHeading> m_headings;
-    QStringList m_lines;
+    QStringList m_lines; ///< as they were set
+    std::vector<int> m_order; ///< of the rows: the place of each one's line in `m_lines`
 };
 
 } // namespace quillon

@@ -60,9 +60,9 @@ void Form1::searchFmlist(const SearchRequest &request)
     const SearchAnswer answer = readSearchAnswer(m_inet->openUrl(*url), m_options.regional.numbers);
     m_matchCount = answer.matches;
     m_status->setText(answer.status);
-    m_results->setStations(answer.rows,
+    m_results->setStations(answer.results,
         (answer.status.isEmpty() ? u"FMList named no station"_s : answer.status) + u'\n' + askedFor(request),
-        highlightedRow(answer.rows, request.pi));
+        highlightedResult(answer.results, request.pi));
     if (answer.failure) {
         throw RuntimeError(*answer.failure);
     }

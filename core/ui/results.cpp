@@ -64,10 +64,17 @@ void Results::showStations()
 void Results::clearStations()
 {
     m_ui->List2->clear();
+    m_stations.clear();
 }
 
-void Results::setStations(const QStringList &rows, const QString &textWhenEmpty, qsizetype chosen)
+void Results::setStations(const QList<SearchResult> &stations, const QString &textWhenEmpty, qsizetype chosen)
 {
+    QStringList rows;
+    rows.reserve(stations.size());
+    for (const SearchResult &station : stations) {
+        rows += resultRow(station);
+    }
+    m_stations = stations;
     m_ui->List2->setLines(rows);
     m_ui->List2->setEmptyText(textWhenEmpty);
     m_ui->List2->setListIndex(static_cast<int>(chosen));
@@ -80,7 +87,7 @@ void Results::chooseStation(int line)
 
 SearchResult Results::station(int line) const
 {
-    return chosenResult(m_ui->List2->text(line));
+    return chosenResult(m_stations.at(m_ui->List2->given(line)));
 }
 
 } // namespace quillon

@@ -35,9 +35,9 @@ public:
     /// Shows the list of stations; empties it; fills it.
     void showStations();
     void clearStations();
-    void setStations(const QStringList &rows, const QString &textWhenEmpty, qsizetype chosen);
+    void setStations(const QList<SearchResult> &stations, const QString &textWhenEmpty, qsizetype chosen);
     void chooseStation(int line);
-    /// The station of a line, as it is taken over. Throws as chosenResult.
+    /// The station of a line, as it is taken over. Throws "Subscript out of range".
     [[nodiscard]] SearchResult station(int line) const;
 
 Q_SIGNALS:
@@ -47,6 +47,7 @@ Q_SIGNALS:
 
 private:
     std::unique_ptr<Ui::Results> m_ui;
+    QList<SearchResult> m_stations; ///< as FMList named them
 };
 
 } // namespace quillon

@@ -25,9 +25,18 @@ QString lineWith(qsizetype field, const QString &value)
     return fields.join(u';') + u'\n';
 }
 
+QStringList rowsOf(const SearchAnswer &answer)
+{
+    QStringList rows;
+    for (const SearchResult &result : answer.results) {
+        rows += resultRow(result);
+    }
+    return rows;
+}
+
 QString fieldOf(const QString &answer, qsizetype field, NumberFormat format = point)
 {
-    return readSearchAnswer(answer, format).rows.value(0).split(u'\t').value(field);
+    return rowsOf(readSearchAnswer(answer, format)).value(0).split(u'\t').value(field);
 }
 
 } // namespace
@@ -95,7 +104,7 @@ private Q_SLOTS:
         const SearchAnswer read = readSearchAnswer(answer, point);
         QTEST(read.status, "status");
         QCOMPARE(read.matches, 0);
-        QCOMPARE(read.rows, QStringList());
+        QVERIFY(read.results.isEmpty());
     }
 
     void threeLinesAreThreeMatches()
@@ -104,7 +113,7 @@ private Q_SLOTS:
         const SearchAnswer read = readSearchAnswer(line + line + line, point);
         QCOMPARE(read.matches, 3);
         QCOMPARE(read.status, u"FMList Search: 3 matches"_s);
-        QCOMPARE(read.rows, QStringList(3, u"87.6\tD3C1\tRADIO_1\tD\tBerlin\t10\t52.5\t13.4\t4711"_s));
+        QCOMPARE(rowsOf(read), QStringList(3, u"87.6\tD3C1\tRADIO_1\tD\tBerlin\t10\t52.5\t13.4\t4711"_s));
     }
 
     void withoutAFinalLineFeedTheLastLineIsLost()
@@ -112,7 +121,7 @@ private Q_SLOTS:
         const QString line = lineWith(0, u"87.6"_s);
         const SearchAnswer read = readSearchAnswer(line + line + line.chopped(1), point);
         QCOMPARE(read.matches, 2);
-        QCOMPARE(read.rows.size(), 2);
+        QCOMPARE(read.results.size(), 2);
         QCOMPARE(read.status, u"FMList Search: 2 matches"_s);
         QCOMPARE(readSearchAnswer(u"no line end at all"_s, point).matches, 0);
         QCOMPARE(readSearchAnswer(QString(), point).status, u"FMList Search: 0 matches"_s);
@@ -170,9 +179,9 @@ private Q_SLOTS:
 
     void textFieldsAreTakenAsTheyAre()
     {
-        QCOMPARE(readSearchAnswer(u"87.6; d3c1 ;R&#228;dio ;D;x, Y;1;2;3;47\r\n"_s, point).rows,
+        QCOMPARE(rowsOf(readSearchAnswer(u"87.6; d3c1 ;R&#228;dio ;D;x, Y;1;2;3;47\r\n"_s, point)),
             QStringList(u"87.6\t d3c1 \tRdio \tD\tY\t1\t2\t3\t47\r"_s));
-        QCOMPARE(readSearchAnswer(u"87.6;D3C1;PS;D;x, Y;1;2;3;47;more;fields\n"_s, point).rows,
+        QCOMPARE(rowsOf(readSearchAnswer(u"87.6;D3C1;PS;D;x, Y;1;2;3;47;more;fields\n"_s, point)),
             QStringList(u"87.6\tD3C1\tPS\tD\tY\t1\t2\t3\t47"_s));
     }
 
@@ -185,7 +194,7 @@ private Q_SLOTS:
             u"Run-time error: Subscript out of range\n"
             "Reading the answer of FMList, line 2: the line has 8 pieces instead of 9: "
             "\"87.6;D3C1;PS;D;x, Y;1;2;3\""_s);
-        QCOMPARE(read.rows, readSearchAnswer(good, point).rows);
+        QCOMPARE(read.results, readSearchAnswer(good, point).results);
         QCOMPARE(read.matches, 0);
         QCOMPARE(read.status, QString());
     }
@@ -208,40 +217,46 @@ private Q_SLOTS:
         QVERIFY(failure->doing().endsWith(u"xxx...\""_s));
     }
 
-    void theFirstRowWithThePiIsHighlighted()
+    void theFirstResultWithThePiIsHighlighted()
     {
-        const QStringList rows {u"1\tAAAA\tx"_s, u"1\tD3C1\ty"_s, u"1\tD3C1\tz"_s, u"1\tBBBB\tD3C1"_s};
-        QCOMPARE(highlightedRow(rows, u"d3c1 "_s), 1);
-        QCOMPARE(highlightedRow(rows, u"FFFF"_s), 3);
-        QCOMPARE(highlightedRow(rows, QString()), 3);
-        QCOMPARE(highlightedRow({}, u"D3C1"_s), -1);
+        QList<SearchResult> results;
+        for (const QString &pi : {u"AAAA"_s, u"D3C1"_s, u"D3C1"_s, u"BBBB"_s}) {
+            results += SearchResult {u"1"_s, pi, u"D3C1"_s, {}, {}, {}, {}, {}, {}};
+        }
+        QCOMPARE(highlightedResult(results, u"d3c1 "_s), 1);
+        QCOMPARE(highlightedResult(results, u"FFFF"_s), 3);
+        QCOMPARE(highlightedResult(results, QString()), 3);
+        QCOMPARE(highlightedResult({}, u"D3C1"_s), -1);
     }
 
     void theNumbersOfAChosenRowHavePointsInEveryLocale()
     {
         const QString line = u"87.6;D3C1;RADIO_1;D;D, Berlin;0.5;-33.8679;13.4049;4711\n"_s;
-        const QString row = readSearchAnswer(line, comma).rows.value(0);
-        QCOMPARE(row, u"87,6\tD3C1\tRADIO_1\tD\tBerlin\t0,5\t-33,8679\t13,4049\t4711"_s);
-        const SearchResult chosen = chosenResult(row);
+        const SearchResult result = readSearchAnswer(line, comma).results.value(0);
+        QCOMPARE(resultRow(result), u"87,6\tD3C1\tRADIO_1\tD\tBerlin\t0,5\t-33,8679\t13,4049\t4711"_s);
+        const SearchResult chosen = chosenResult(result);
         QCOMPARE(chosen.frequency, u"87.6"_s);
         QCOMPARE(chosen.power, u"0.5"_s);
         QCOMPARE(chosen.latitude, u"-33.8679"_s);
         QCOMPARE(chosen.longitude, u"13.4049"_s);
     }
 
-    void aChosenRowComesApartAtItsTabs()
+    void aChosenResultHasNoCharacterReferences()
     {
         const SearchResult result {u"87.6"_s, u"D3C1"_s, u"R&#65;1"_s, u"D"_s, u"Berlin"_s, u"10"_s,
             u"52.5"_s, u"13.4"_s, u"4711"_s};
         SearchResult expected = result;
         expected.ps = u"R65;1"_s;
-        QCOMPARE(chosenResult(resultRow(result)), expected);
-        try {
-            (void)chosenResult(u"87.6\tD3C1"_s);
-            QFAIL("no error");
-        } catch (const RuntimeError &error) {
-            QCOMPARE(error.name(), ErrorName::SubscriptOutOfRange);
-        }
+        QCOMPARE(chosenResult(result), expected);
+    }
+
+    void aTabInAValueBeginsTheNext()
+    {
+        const SearchResult chosen = chosenResult(
+            readSearchAnswer(u"87.6;D3C1;A\tB;D;D, Berlin;10;52.5;13.4;4711\n"_s, point).results.value(0));
+        QCOMPARE(chosen,
+            (SearchResult {
+                u"87.6"_s, u"D3C1"_s, u"A"_s, u"B"_s, u"D"_s, u"Berlin"_s, u"10"_s, u"52.5"_s, u"13.4"_s}));
     }
 };
 

@@ -1,7 +1,9 @@
 #include "fmlistwindow.h"
 
 #include "import/ui/importrdsspy.h"
+#include "ui/resultlist.h"
 
+#include <QHeaderView>
 #include <QPushButton>
 
 using namespace Qt::StringLiterals;
@@ -28,6 +30,7 @@ private Q_SLOTS:
     void yesUpdatesTheChosenEntry();
     void yesAddsTheEntryThatIsBeingTyped();
     void enterOnAResultTakesItToo();
+    void aSortedListGivesTheStationThatItShows();
     void withNothingSelectedOnlyTheFormIsFilled();
     void afterAnImportOnlyTheFormIsFilled();
     void aDeletedRowCanStillBeWrittenOver();
@@ -104,6 +107,26 @@ void TestFmlistResult::yesAddsTheEntryThatIsBeingTyped()
     QCOMPARE(m_window->logbook(), oneEntry + "F201|13/06/2010 08:00:00||90|Paris|F||FIP|5.2|||502|\r\n");
     QCOMPARE(m_window->grid().rows(), 3);
     QCOMPARE(m_window->caption("Command2"), u"New"_s);
+}
+
+void TestFmlistResult::aSortedListGivesTheStationThatItShows()
+{
+    m_window->open(oneEntry);
+    m_window->answerWith("87.6;D3C1;X;D;D, Zwickau;1;2;3;1\n87.6;FFFF;X;D;D, Aachen;4;5;6;2\n"
+                         "87.6;FFFF;X;D;D, Hof;7;8;9;3\n");
+    search();
+    ResultList &list = m_window->results();
+    QCOMPARE(list.listIndex(), 0);
+    QHeaderView &heading = *list.horizontalHeader();
+    QTest::mouseClick(heading.viewport(), Qt::LeftButton, {},
+        {heading.sectionViewportPosition(4) + 5, heading.height() / 2});
+    QCOMPARE(list.text(0).section(u'\t', 4, 4), u"Aachen"_s);
+    QCOMPARE(list.text(2).section(u'\t', 4, 4), u"Zwickau"_s);
+    QCOMPARE(list.listIndex(), 2);
+    m_window->answers.press(QMessageBox::Yes);
+    m_window->doubleClickResult(0);
+    QCOMPARE(m_window->text("Text5"), u"Aachen"_s);
+    QCOMPARE(m_window->text("uid"), u"2"_s);
 }
 
 void TestFmlistResult::enterOnAResultTakesItToo()
