@@ -3,6 +3,7 @@
 #include "core/logrows.h"
 #include "platform/runtimeerror.h"
 #include "ui/logmodel.h"
+#include "ui/plaincells.h"
 #include "ui/tablelook.h"
 #include "ui/widgetstate.h"
 
@@ -29,6 +30,7 @@ Grid::Grid(QWidget *parent)
     : QTableView(parent)
 {
     setTableLook(*this);
+    setItemDelegate(new PlainCells(this));
     setSelectionMode(QAbstractItemView::ExtendedSelection);
     setContextMenuPolicy(Qt::CustomContextMenu);
     horizontalHeader()->setSectionsMovable(true);

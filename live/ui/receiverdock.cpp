@@ -74,15 +74,17 @@ ReceiverDock::~ReceiverDock() = default;
 
 void ReceiverDock::start()
 {
-    logChanged();
     if (m_settings.connectAtStart) {
         guarded(this, [this] { receiverConnect_Click(); });
     }
 }
 
+// Only a receiver that listens needs to know what the log has.
 void ReceiverDock::logChanged()
 {
-    m_receiver.setKnown(KnownStations(*m_log));
+    if (m_receiver.state() != ReceiverState::NotConnected) {
+        m_receiver.setKnown(KnownStations(*m_log));
+    }
 }
 
 SourceSettings ReceiverDock::chosen() const
@@ -112,6 +114,7 @@ void ReceiverDock::receiverConnect_Click()
         return;
     }
     const SourceSettings source = chosen();
+    m_receiver.setKnown(KnownStations(*m_log));
     if (const QString wrong = m_receiver.connectTo(source); !wrong.isEmpty()) {
         showMessage(this, wrong);
         return;
