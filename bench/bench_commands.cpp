@@ -8,6 +8,7 @@
 #include "supportimport.h"
 #include "supportreference.h"
 #include "supportwindow.h"
+#include "ui/looks.h"
 #include "ui/resultlist.h"
 
 #include <QApplication>
@@ -361,6 +362,7 @@ int main(int argc, char *argv[])
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
+    installLooks();
     Answering answering;
     // What is handed to the desktop is opened by nothing.
     const test::Opened opened;

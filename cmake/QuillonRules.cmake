@@ -32,6 +32,10 @@ set(QUILLON_SANITIZE "" CACHE STRING "Sanitizers to build with, as for -fsanitiz
 if(QUILLON_SANITIZE)
     add_compile_options(-fsanitize=${QUILLON_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
     add_link_options(-fsanitize=${QUILLON_SANITIZE})
+    if(CMAKE_CXX_COMPILER_ID STREQUAL GNU)
+        # The checks that the sanitizers add make GCC doubt what is set in every case.
+        add_compile_options(-Wno-maybe-uninitialized)
+    endif()
 endif()
 
 if(QUILLON_TIDY)

@@ -1,5 +1,7 @@
 #include "ui/looks.h"
 
+#include "ui/scrollbarpicture.h"
+
 #include <QAbstractScrollArea>
 #include <QApplication>
 #include <QComboBox>
@@ -102,6 +104,16 @@ public:
     void drawComplexControl(ComplexControl control, const QStyleOptionComplex *option, QPainter *painter,
         const QWidget *widget) const override
     {
+        const auto *bar =
+            control == CC_ScrollBar ? qstyleoption_cast<const QStyleOptionSlider *>(option) : nullptr;
+        if (bar && !bar->rect.isEmpty() && baseStyle()->name() == u"fusion") {
+            drawScrollBar(*painter, *bar,
+                baseStyle()->subControlRect(CC_ScrollBar, bar, SC_ScrollBarSlider, widget),
+                [&](QPainter &onPicture) {
+                    QProxyStyle::drawComplexControl(control, option, &onPicture, widget);
+                });
+            return;
+        }
         QProxyStyle::drawComplexControl(control, option, painter, widget);
         if (control == CC_ComboBox && hasRing(*option, widget)) {
             drawRing(*painter, *option);

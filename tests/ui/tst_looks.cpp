@@ -9,8 +9,13 @@
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScrollBar>
+#include <QStyleFactory>
 #include <QTest>
 #include <QVBoxLayout>
+
+#include <memory>
+#include <tuple>
 
 using namespace quillon;
 using namespace quillon::test;
@@ -55,6 +60,7 @@ class TestLooks : public QObject
 private Q_SLOTS:
     void initTestCase() { installLooks(); }
     void cleanup() { QApplication::setPalette(QPalette()); }
+    void aKeptScrollBarLooksAsTheStyleDrawsIt();
     void contrastIsThatOfTheGuidelines();
     void textsOfDisabledControlsAreReadable_data() { shades(); }
     void textsOfDisabledControlsAreReadable();
@@ -75,6 +81,28 @@ void TestLooks::shades()
     QTest::newRow("the desktop's") << QPalette();
     QTest::newRow("light") << light;
     QTest::newRow("dark") << dark;
+}
+
+void TestLooks::aKeptScrollBarLooksAsTheStyleDrawsIt()
+{
+    const std::unique_ptr<QStyle> fusion(QStyleFactory::create(u"fusion"_s));
+    for (const Qt::Orientation orientation : {Qt::Horizontal, Qt::Vertical}) {
+        QScrollBar bar(orientation);
+        bar.resize(orientation == Qt::Horizontal ? QSize(300, 16) : QSize(16, 300));
+        for (const auto &[maximum, page, value, enabled] :
+            {std::tuple(1000, 100, 0, true), {1000, 100, 500, true}, {1000, 300, 500, true},
+                {1000, 100, 1000, true}, {0, 100, 0, true}, {1000, 100, 500, false}}) {
+            bar.setRange(0, maximum);
+            bar.setPageStep(page);
+            bar.setValue(value);
+            bar.setEnabled(enabled);
+            bar.setStyle(fusion.get());
+            const QImage expected = bar.grab().toImage();
+            bar.setStyle(QApplication::style());
+            QCOMPARE(bar.grab().toImage(), expected);
+            QCOMPARE(bar.grab().toImage(), expected);
+        }
+    }
 }
 
 void TestLooks::contrastIsThatOfTheGuidelines()
