@@ -33,6 +33,17 @@ private:
 void TestAutoSearchMeanwhile::nothingElseChangesTheLog()
 {
     m_window->open(unknown + several);
+    // A step that can be undone and one that can be made again.
+    for (const QString &notes : {u"one"_s, QString(), u"two"_s}) {
+        m_window->clickRow(2);
+        m_window->clickRow(1);
+        m_window->type("Text3", notes);
+        m_window->click("Command3");
+    }
+    m_window->trigger("menuEditUndo");
+    for (const QString &name : {u"menuEditUndo"_s, u"menuEditRedo"_s}) {
+        QVERIFY2(m_window->find<QAction>(name)->isEnabled(), qPrintable(name));
+    }
     m_window->key(Qt::Key_F5);
     auto *quickAdd = m_window->find<QDialog>("Dialog1");
     m_window->answerSlowly();

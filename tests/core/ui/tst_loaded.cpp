@@ -249,6 +249,10 @@ void TestLoaded::shortcutsGoTheWayOfTheirButtons_data()
     QTest::newRow("Ctrl+S") << Qt::Key_S << Qt::KeyboardModifiers(Qt::ControlModifier);
     QTest::newRow("Ctrl+Shift+N") << Qt::Key_N
                                   << Qt::KeyboardModifiers(Qt::ControlModifier | Qt::ShiftModifier);
+    for (const Qt::Key key : {Qt::Key_R, Qt::Key_L, Qt::Key_P, Qt::Key_Delete}) {
+        QTest::addRow("Ctrl+%s", qPrintable(QKeySequence(key).toString()))
+            << key << Qt::KeyboardModifiers(Qt::ControlModifier);
+    }
 }
 
 // The check of the field with the wrong date comes first, and nothing else is done.
