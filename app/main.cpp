@@ -1,7 +1,9 @@
 #include "commandline.h"
 #include "core/ui/form1.h"
 #include "live/receiversettings.h"
+#include "otherprogram.h"
 #include "platform/applicationdirectory.h"
+#include "platform/folderlock.h"
 #include "ui/guard.h"
 #include "ui/looks.h"
 #include "ui/version.h"
@@ -49,8 +51,20 @@ int main(int argc, char *argv[])
     if (!guarded(nullptr, [&] { prepareApplicationDirectory(directory, supplied, regional.codePage); })) {
         return 1;
     }
+    const FolderLock lock(directory);
+    if (lock.isTaken()) {
+        tellFolderInUse(directory);
+        return 0;
+    }
+    const FrontDoor door(directory);
     Form1 form({directory, supplied, regional, &FileCalls::real(), receiverFolder()});
     form.Form_Load();
     form.show();
+    QObject::connect(&door, &FrontDoor::wanted, &form, [&form] {
+        form.setWindowState(form.windowState() & ~Qt::WindowMinimized);
+        form.show();
+        form.raise();
+        form.activateWindow();
+    });
     return QApplication::exec();
 }

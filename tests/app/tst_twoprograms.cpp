@@ -1,0 +1,128 @@
+#include "startedprogram.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTest>
+
+#include <csignal>
+#include <memory>
+
+using namespace Qt::StringLiterals;
+using namespace quillon::test;
+
+namespace {
+
+const QByteArray logbook = "D3C3|12/06/2010 18:22:05|Es|98.5|Bilbao|E||RNE_1|10|812.4|||\r\n";
+
+} // namespace
+
+/// Two programs on one folder.
+class TestTwoPrograms : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        m_home = std::make_unique<TestDirectory>();
+        m_home->write(u"log/RDSLog.log"_s, logbook);
+        m_screen = std::make_unique<OwnScreen>();
+        QVERIFY2(m_screen->start(), "this test needs Xvfb");
+    }
+    void cleanup()
+    {
+        m_screen.reset();
+        m_home.reset();
+    }
+
+    void theSecondSaysSoAndBringsTheFirstToTheFront()
+    {
+        Program first;
+        startOn(first, u"log"_s);
+        QVERIFY(waitForWindow(first));
+        const QStringList names = namesIn(u"log"_s);
+        Program second;
+        // By another name: it is the folder that counts.
+        QVERIFY(QFile::link(m_home->file(u"log"_s), m_home->file(u"link"_s)));
+        startOn(second, u"link"_s);
+        QProcess keys;
+        QVERIFY2(typed(keys, second, u"^Quillon$"_s, u"Return"_s), "this test needs xdotool");
+        QVERIFY(second.ended());
+        QCOMPARE(second.process.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(second.process.exitCode(), 0);
+        QCOMPARE(first.process.state(), QProcess::Running);
+        QCOMPARE(namesIn(u"log"_s), names);
+        QCOMPARE(m_home->read(u"log/RDSLog.log"_s), logbook);
+    }
+
+    void aFirstThatDoesNotAnswerIsTold()
+    {
+        Program first;
+        startOn(first, u"log"_s);
+        QVERIFY(waitForWindow(first));
+        ::kill(static_cast<pid_t>(first.process.processId()), SIGSTOP);
+        Program second;
+        startOn(second, u"log"_s);
+        for (const QString &title : {u"^Quillon$"_s, u"^No Answer$"_s}) {
+            QProcess keys;
+            QVERIFY(typed(keys, second, title, u"Return"_s));
+        }
+        QVERIFY(second.ended());
+        QCOMPARE(second.process.exitCode(), 0);
+        ::kill(static_cast<pid_t>(first.process.processId()), SIGCONT);
+    }
+
+    void whatAKilledProgramLeavesIsHarmless()
+    {
+        {
+            Program first;
+            startOn(first, u"log"_s);
+            QVERIFY(waitForWindow(first));
+            first.process.kill();
+            QVERIFY(first.process.waitForFinished(patience));
+        }
+        Program second;
+        startOn(second, u"log"_s);
+        QVERIFY(waitForWindow(second));
+        QCOMPARE(second.process.state(), QProcess::Running);
+        QCOMPARE(m_home->read(u"log/RDSLog.log"_s), logbook);
+    }
+
+    void anotherFolderIsAnotherMatter()
+    {
+        Program first;
+        startOn(first, u"log"_s);
+        QVERIFY(waitForWindow(first));
+        Program second;
+        startOn(second, u"other"_s);
+        QVERIFY(waitForWindow(second));
+        QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(m_home->file(u"other/LOGBOOK.INI"_s)), patience);
+    }
+
+private:
+    void startOn(Program &program, const QString &folder)
+    {
+        m_screen->give(program);
+        QVERIFY(program.start({u"--directory"_s, m_home->file(folder)}));
+    }
+    // Until the main window is there.
+    static bool waitForWindow(const Program &program)
+    {
+        QProcess search;
+        search.setProcessEnvironment(program.process.processEnvironment());
+        search.start(u"xdotool"_s,
+            {u"search"_s, u"--sync"_s, u"--onlyvisible"_s, u"--pid"_s,
+                QString::number(program.process.processId()), u"--name"_s, u"."_s});
+        return search.waitForFinished(patience) && search.exitCode() == 0;
+    }
+    [[nodiscard]] QStringList namesIn(const QString &folder) const
+    {
+        return QDir(m_home->file(folder)).entryList(QDir::Files | QDir::Hidden, QDir::Name);
+    }
+
+    std::unique_ptr<TestDirectory> m_home;
+    std::unique_ptr<OwnScreen> m_screen;
+};
+
+QTEST_GUILESS_MAIN(TestTwoPrograms)
+#include "tst_twoprograms.moc"
