@@ -64,7 +64,8 @@ public:
     }
     [[nodiscard]] bool start()
     {
-        m_server.start(u"Xvfb"_s, {u"-displayfd"_s, u"1"_s, u"-screen"_s, u"0"_s, u"1280x800x24"_s});
+        m_server.start(
+            u"Xvfb"_s, {u"-displayfd"_s, u"1"_s, u"-screen"_s, u"0"_s, u"1280x800x24"_s, u"-noreset"_s});
         return m_server.waitForStarted(patience) && m_server.waitForReadyRead(patience);
     }
     void give(Program &program)
