@@ -2,6 +2,7 @@
 
 #include "platform/files.h"
 
+#include <QApplication>
 #include <QCryptographicHash>
 #include <QDir>
 #include <QFileInfo>
@@ -57,6 +58,8 @@ bool bringToFront(const QString &directory)
 
 void tellFolderInUse(const QString &directory)
 {
+    // The first box is the only window there is; the second must not end with it.
+    QApplication::setQuitOnLastWindowClosed(false);
     QMessageBox box(QMessageBox::Information, u"Quillon"_s,
         u"Another Quillon has the log in %1 open. Two at once would write over each other's receptions."_s
             .arg(QDir::toNativeSeparators(directory)));
