@@ -126,17 +126,26 @@ void MapView::look(const MapViewport &viewport)
 // By the user: while the map moves each frame has to be quick, so outlines come one step coarser.
 void MapView::moveTo(const MapViewport &viewport)
 {
-    constexpr int pause = 120;
     m_untouched = false;
+    moving();
+    look(viewport);
+}
+
+void MapView::moving()
+{
+    constexpr int pause = 120;
     m_moving = true;
     m_settling.start(pause);
-    look(viewport);
 }
 
 void MapView::settle()
 {
     m_moving = false;
     m_groundOf.reset();
+    if (isVisible() && m_scene.data().home) {
+        // Here, and not in the frame: each by itself takes little time.
+        (void)ground();
+    }
     update();
 }
 
@@ -189,7 +198,12 @@ void MapView::arrange()
 
 void MapView::resizeEvent(QResizeEvent *)
 {
-    look(m_untouched ? wholeViewport() : m_viewport.resized(QSizeF(size())));
+    const MapViewport resized = m_untouched ? wholeViewport() : m_viewport.resized(QSizeF(size()));
+    if (m_groundOf && isVisible()) {
+        // One step of many, as when the edge of the dock is dragged.
+        moving();
+    }
+    look(resized);
     arrange();
 }
 
