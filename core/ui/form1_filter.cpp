@@ -29,8 +29,12 @@ void Form1::wireFilter()
 void Form1::applyFilter()
 {
     const LogFilter &filter = m_ui->filterBar->filter();
-    m_ui->Grid1->setFilter(
-        filter.isEmpty() ? LogRows::Filter() : LogFilterMatcher(filter, m_config.settings().inMiles()));
+    LogRows::Filter lets;
+    if (!filter.isEmpty()) {
+        lets = [matches = LogFilterMatcher(filter, m_config.settings().inMiles())](
+                   const LogEntry &entry, qint32 /*number*/) mutable { return matches(entry); };
+    }
+    m_ui->Grid1->setFilter(std::move(lets));
     showCounts();
     refreshMap();
 }
