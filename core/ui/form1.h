@@ -123,6 +123,7 @@ private:
     // form1_filter.cpp: the filter of the log
     void wireFilter();
     void applyFilter();
+    void clearFilter();
     void showCounts();
     void listsChanged();
     void refreshLists();

@@ -139,6 +139,7 @@ void TestFmlistResult::theWayToEachIsToldBesideIt()
         m_window->form().config().changeConfig(u"HOME_DEC_LON="_s, longitude);
     };
     setHome(u"51.5"_s, u"-0.1"_s);
+    m_window->form().config().changeConfig(u"AS_MILES="_s, u"FALSE"_s);
     m_window->answerWith("87.6;D3C1;X;G;G, Near;1;51.6;-0.2;1\n87.6;D3C2;X;E;E, Madrid;2;40.4;-3.7;2\n"
                          "87.9;D3C3;X;D;D, Munich;3;48.3;11.5;3\n87.6;D3C4;X;D;D, Lost;4;;;4\n");
     search();

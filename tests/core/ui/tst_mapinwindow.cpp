@@ -126,6 +126,14 @@ void TestMapInWindow::whatHasNoPlaceIsShownInTheLog()
     QTest::mouseClick(window.find<QAbstractButton>("statusLink"), Qt::LeftButton);
     QCOMPARE(window.piCodes().size(), 4);
     QCOMPARE(window.map().scene().dots().size(), std::size_t(2));
+    // A search goes past it, as past any filter.
+    Q_EMIT window.find<QLabel>("mapNote")->linkActivated(u"#"_s);
+    QCOMPARE(window.piCodes().size(), 2);
+    window.answers.type(u"F201"_s);
+    window.grid().setRow(1);
+    window.trigger("menuToolsFind");
+    QCOMPARE(window.text("Text1"), u"F201"_s);
+    QCOMPARE(window.piCodes().size(), 4);
 }
 
 void TestMapInWindow::aChosenRowMovesNothingButThePath()
