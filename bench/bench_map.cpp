@@ -26,8 +26,9 @@ QApplication &application()
     static char name[] = "bench_map";
     static char *argv[] = {name, nullptr};
     qputenv("QT_QPA_PLATFORM", "offscreen");
-    static QApplication instance(argc, argv);
-    return instance;
+    // Never destroyed: when the program ends, what it needs for that is gone.
+    static auto *instance = new QApplication(argc, argv);
+    return *instance;
 }
 
 std::vector<qint32> everyEntry(const Logbook &log)
@@ -57,6 +58,11 @@ public:
         }
         application().processEvents();
         m_view.repaint();
+        // The outlines of a move are there from the first one on.
+        for (const Qt::Key key : {Qt::Key_Left, Qt::Key_Right, Qt::Key_Plus, Qt::Key_Minus}) {
+            press(key);
+            m_view.repaint();
+        }
     }
 
     [[nodiscard]] MapView &view() { return m_view; }

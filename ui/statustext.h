@@ -20,7 +20,7 @@ public:
     /// Shows a text with a link behind it, until another text is set; the link does `work`.
     void tell(const QString &text, const QString &link, std::function<void()> work);
 
-    /// The link, `statusLink` in the status bar.
+    /// The link, `statusLink` unless it is given another name.
     [[nodiscard]] QToolButton &link() { return *m_link; }
 
     /// What stands in the window: the first line, as much of it as there is room for.

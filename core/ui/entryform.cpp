@@ -41,6 +41,7 @@ EntryForm::EntryForm(QWidget *parent)
         combo->setCompleter(nullptr);
     }
     m_ui->formSplitter->setSizes({360, 330});
+    m_ui->legLabel->link().setObjectName(u"legLink"_s);
     setTabOrder(m_ui->Text10, &m_ui->legLabel->link());
     setTabOrder(&m_ui->legLabel->link(), m_ui->Command10);
 }

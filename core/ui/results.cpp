@@ -24,11 +24,11 @@ Results::Results(QWidget *parent)
         {u"RDS Name"_s, u"RADIO_88"_s, true}, {u"Country"_s, u"TBD"_s, true},
         {u"Transmitter"_s, u"Hohenpeissenberg"_s}, {u"Power"_s, u"100"_s, true},
         {u"Latitude"_s, u"-12.3456"_s, true}, {u"Longitude"_s, u"-123.4567"_s, true},
-        {u"UID"_s, u"1234567"_s, true}, {u"Dist"_s, u"★ 12345.6"_s, true, true},
+        {u"UID"_s, u"1234567"_s, true}, {u"Dist"_s, u"★ 1234.5"_s, true, true},
         {u"Azimuth"_s, u"359"_s, true, true}});
     // Where it is seen without scrolling.
-    m_ui->List2->horizontalHeader()->moveSection(9, 3);
-    m_ui->List2->horizontalHeader()->moveSection(10, 4);
+    m_ui->List2->horizontalHeader()->moveSection(9, 2);
+    m_ui->List2->horizontalHeader()->moveSection(10, 3);
     connect(m_ui->List1, &ResultList::lineActivated, this, &Results::receptionActivated);
     connect(m_ui->List2, &ResultList::lineActivated, this, &Results::stationActivated);
     showReceptions();

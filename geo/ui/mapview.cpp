@@ -17,6 +17,13 @@ namespace quillon {
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+// After the last step of a move, ms.
+constexpr int pause = 120;
+
+} // namespace
+
 MapView::MapView(QWidget *parent)
     : QWidget(parent)
     , m_legend(new MapLegend(this))
@@ -50,6 +57,7 @@ void MapView::setData(MapData newData)
     if (otherHome || nothingSeen) {
         m_untouched = true;
         m_viewport = wholeViewport();
+        m_settling.start(pause);
     }
     m_legend->show(m_scene, m_style);
     dotsChanged();
@@ -133,20 +141,26 @@ void MapView::moveTo(const MapViewport &viewport)
 
 void MapView::moving()
 {
-    constexpr int pause = 120;
     m_moving = true;
     m_settling.start(pause);
 }
 
 void MapView::settle()
 {
-    m_moving = false;
-    m_groundOf.reset();
-    if (isVisible() && m_scene.data().home) {
+    const bool moved = std::exchange(m_moving, false);
+    if (moved) {
+        m_groundOf.reset();
+        update();
+    }
+    if (!isVisible() || !m_scene.data().home) {
+        return;
+    }
+    if (moved) {
         // Here, and not in the frame: each by itself takes little time.
         (void)ground();
     }
-    update();
+    // The first step of the next move is not to wait for its outlines.
+    (void)m_scene.outlines(detailFor(m_viewport.kmPerPixel() / devicePixelRatioF(), true));
 }
 
 MapPicture MapView::picture() const

@@ -159,6 +159,8 @@ void TestFmlistResult::theWayToEachIsToldBesideIt()
     // It chooses nothing: the first station with the PI code is, as ever.
     QCOMPARE(list.listIndex(), 0);
     // They are seen without scrolling, and sorted as numbers.
+    m_window->form().resize(1180, 760);
+    QCoreApplication::processEvents();
     QHeaderView &heading = *list.horizontalHeader();
     QVERIFY(heading.sectionViewportPosition(10) + heading.sectionSize(10) <= list.viewport()->width());
     QTest::mouseClick(heading.viewport(), Qt::LeftButton, {},
