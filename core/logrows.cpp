@@ -296,7 +296,8 @@ void LogRows::setFilter(Filter filter)
     m_filter = std::move(filter);
     m_passes.assign(static_cast<std::size_t>(m_filter ? m_log.count() : 0), 0);
     for (std::size_t i = 0; i < m_passes.size(); ++i) {
-        m_passes[i] = m_filter(m_log.entry(static_cast<qint32>(i))) ? 1 : 0;
+        const auto entry = static_cast<qint32>(i);
+        m_passes[i] = m_filter(m_log.entry(entry), entry) ? 1 : 0;
     }
     show(m_all, m_sorted);
 }
@@ -308,7 +309,7 @@ void LogRows::askFilter(std::span<const qint32> entries)
     }
     m_passes.resize(static_cast<std::size_t>(m_log.count()));
     for (const qint32 entry : entries) {
-        m_passes[static_cast<std::size_t>(entry)] = m_filter(m_log.entry(entry)) ? 1 : 0;
+        m_passes[static_cast<std::size_t>(entry)] = m_filter(m_log.entry(entry), entry) ? 1 : 0;
     }
 }
 

@@ -92,9 +92,9 @@ public:
     void sortBy(std::optional<Sorting> sorting);
     [[nodiscard]] std::optional<Sorting> sorting() const { return m_sortedBy; }
 
-    /// Shows only the rows of entries for which `filter` is true; all without one. The entries are asked
-    /// again whenever they change.
-    using Filter = std::function<bool(const LogEntry &)>;
+    /// Shows only the rows of entries for which `filter`, given the entry and its number, is true; all
+    /// without one. The entries are asked again whenever they change.
+    using Filter = std::function<bool(const LogEntry &, qint32 number)>;
     void setFilter(Filter filter);
     [[nodiscard]] bool isFiltered() const { return static_cast<bool>(m_filter); }
 

@@ -58,8 +58,8 @@ QString azimuthText(double azimuth)
 QString legText(const GeoPosition &home, const GeoPosition &site, DistanceUnit unit)
 {
     const Leg leg = legBetween(home, site);
-    return distanceText(leg.kilometres, unit) + u", "_s + azimuthText(leg.azimuth) + u", "_s
-        + locatorOf(site);
+    const QString direction = home == site ? QString() : azimuthText(leg.azimuth) + u", "_s;
+    return distanceText(leg.kilometres, unit) + u", "_s + direction + locatorOf(site);
 }
 
 } // namespace quillon

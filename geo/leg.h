@@ -36,7 +36,8 @@ struct Leg
 /// Whole degrees 0 to 359 and the point: "231° SW".
 [[nodiscard]] QString azimuthText(double azimuth);
 
-/// Distance, azimuth and the locator of the site: "1234.5 km, 231° SW, IM67XX".
+/// Distance, azimuth and the locator of the site: "1234.5 km, 231° SW, IM67XX"; from home to home there is no
+/// azimuth.
 [[nodiscard]] QString legText(const GeoPosition &home, const GeoPosition &site, DistanceUnit unit);
 
 } // namespace quillon

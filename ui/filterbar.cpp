@@ -157,7 +157,7 @@ void FilterBar::setCounts(qsizetype shown, qsizetype all)
     QLabel &count = *m_ui->filterCount;
     // Room for every count: the fields stand still while one types.
     count.setMinimumWidth(count.fontMetrics().horizontalAdvance(text(all)) + 2 * count.margin() + 2);
-    count.setText(m_filter.isEmpty() ? QString::number(all) : text(shown));
+    count.setText(m_filter.isEmpty() && shown == all ? QString::number(all) : text(shown));
 }
 
 void FilterBar::clear()

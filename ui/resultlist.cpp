@@ -48,6 +48,11 @@ void ResultList::setLines(const QStringList &lines)
     m_model->setLines(lines);
 }
 
+void ResultList::setBeside(const ResultsBeside &beside)
+{
+    m_model->setBeside(beside);
+}
+
 int ResultList::count() const
 {
     return m_model->rowCount();

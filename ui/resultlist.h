@@ -4,6 +4,8 @@
 #include <QStringList>
 #include <QTableView>
 
+#include <optional>
+
 namespace quillon {
 
 class ResultModel;
@@ -14,6 +16,15 @@ struct ResultHeading
     QString caption;
     QString usualText;
     bool centred = false;
+    bool beside = false; ///< what setBeside says, not part of the lines; those columns come last
+};
+
+/// What stands beside the lines of a result list.
+struct ResultsBeside
+{
+    QList<QStringList> cells; ///< for each line, in the order in which the lines were set
+    std::optional<qsizetype> marked; ///< the line that has a star
+    QString reason; ///< why it has one
 };
 
 /// A list of result lines: fields joined by tabs, shown in columns with headings. Lines count from 0.
@@ -27,6 +38,8 @@ public:
     void setHeadings(const QList<ResultHeading> &headings);
     void clear();
     void setLines(const QStringList &lines);
+    /// Fills the columns beside the present lines.
+    void setBeside(const ResultsBeside &beside);
 
     [[nodiscard]] int count() const;
     /// The line as it was given, tabs and all. Throws "Subscript out of range".

@@ -18,6 +18,7 @@ public:
 
     void setHeadings(const QList<ResultHeading> &headings);
     void setLines(const QStringList &lines);
+    void setBeside(const ResultsBeside &beside);
     void sortLines(int column);
     [[nodiscard]] const QString &line(int row) const { return m_lines.at(given(row)); }
     /// Where the line of the row stood among those that were set; the row of such a line, -1 for none.
@@ -30,10 +31,14 @@ public:
     [[nodiscard]] QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
 private:
+    [[nodiscard]] QString cell(int given, int column) const;
+    [[nodiscard]] QVariant markedData(const QString &text, int role) const;
     [[nodiscard]] QVariant alignment(int column) const;
 
     QList<ResultHeading> m_headings;
     QStringList m_lines; ///< as they were set
+    ResultsBeside m_beside;
+    int m_firstBeside = 0; ///< the first column that is no part of the lines
     std::vector<int> m_order; ///< of the rows: the place of each one's line in `m_lines`
 };
 

@@ -8,8 +8,8 @@ class QToolButton;
 
 namespace quillon {
 
-/// The text of a status bar: one line, cut off with "..." where the window is narrower. The whole text is the
-/// tooltip then. It never asks the window for more room.
+/// One line of text, as in a status bar: cut off with "..." where the window is narrower. The whole text is
+/// the tooltip then. It never asks the window for more room.
 class StatusText : public QLabel
 {
     Q_OBJECT
@@ -19,6 +19,9 @@ public:
 
     /// Shows a text with a link behind it, until another text is set; the link does `work`.
     void tell(const QString &text, const QString &link, std::function<void()> work);
+
+    /// The link, `statusLink` unless it is given another name.
+    [[nodiscard]] QToolButton &link() { return *m_link; }
 
     /// What stands in the window: the first line, as much of it as there is room for.
     [[nodiscard]] QString shownText() const;

@@ -241,6 +241,16 @@ std::optional<KeptSorting> WindowMemory::sorting(const QString &key, int columns
     return KeptSorting {numbers[0], numbers[1] != 0};
 }
 
+void WindowMemory::setTicked(const QString &key, bool ticked)
+{
+    remember(u"ticks/"_s + key, ticked);
+}
+
+bool WindowMemory::isTicked(const QString &key) const
+{
+    return remembered(u"ticks/"_s + key).toBool();
+}
+
 void WindowMemory::forget()
 {
     if (m_settings) {

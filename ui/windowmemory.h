@@ -53,6 +53,10 @@ public:
     /// Nothing where none is kept, and for a column that is not below `columns`.
     [[nodiscard]] std::optional<KeptSorting> sorting(const QString &key, int columns) const;
 
+    /// A tick in a menu; off where none is kept.
+    void setTicked(const QString &key, bool ticked);
+    [[nodiscard]] bool isTicked(const QString &key) const;
+
     /// Forgets all, and what is open looks as it did at first; a window stays where it is.
     void forget();
     /// Writes what is open now; otherwise that happens when a window is hidden.

@@ -4,11 +4,14 @@
 #include "core/propagation.h"
 #include "fmlist/search.h"
 #include "txdb/countrynames.h"
+#include "txdb/siteleg.h"
 #include "ui/calmcombos.h"
 #include "ui/looks.h"
 #include "ui/onelinefields.h"
 #include "ui/problemwatch.h"
 #include "ui_entryform.h"
+
+#include <QToolButton>
 
 namespace quillon {
 
@@ -38,6 +41,9 @@ EntryForm::EntryForm(QWidget *parent)
         combo->setCompleter(nullptr);
     }
     m_ui->formSplitter->setSizes({360, 330});
+    m_ui->legLabel->link().setObjectName(u"legLink"_s);
+    setTabOrder(m_ui->Text10, &m_ui->legLabel->link());
+    setTabOrder(&m_ui->legLabel->link(), m_ui->Command10);
 }
 
 EntryForm::~EntryForm() = default;
@@ -48,6 +54,9 @@ void EntryForm::prepare(const Regional &regional, const TransmitterList &sites)
     m_sites = &sites;
     wire();
     watchEdits();
+    for (const QLineEdit *field : {m_ui->Text7, m_ui->Text10}) {
+        connect(field, &QLineEdit::textChanged, this, [this] { showLeg(); });
+    }
     watchForProblems(*m_ui->problem, regional.codePage,
         {{m_ui->Text9, FieldKind::Freq}, {m_ui->Text1, FieldKind::PiCode}, {m_ui->Text8, FieldKind::RdsName},
             {m_ui->Text2, FieldKind::PlainText}, {m_ui->Combo2, FieldKind::PlainText},
@@ -56,6 +65,28 @@ void EntryForm::prepare(const Regional &regional, const TransmitterList &sites)
             {m_ui->Text6, FieldKind::PlainText}, {m_ui->Text7, FieldKind::Latitude},
             {m_ui->Text10, FieldKind::Longitude}});
     setState(State::AtRest);
+}
+
+void EntryForm::measureFrom(const Settings &settings)
+{
+    m_settings = settings;
+    showLeg();
+}
+
+// The way from home to the site, or for a locator in the box of the latitude a link that takes its middle.
+void EntryForm::showLeg()
+{
+    const QString text = m_ui->Text7->text();
+    const auto middle = locatorMiddle(text);
+    if (!middle || m_state == State::AtRest) {
+        m_ui->legLabel->setText(siteLegText(text, m_ui->Text10->text(), m_settings));
+        return;
+    }
+    m_ui->legLabel->tell(text.trimmed().left(6).toUpper(), u"Use Its Middle"_s, [this, middle] {
+        setPosition(middle->latitude, middle->longitude);
+        m_ui->Text10->setFocus(Qt::OtherFocusReason);
+        Q_EMIT edited();
+    });
 }
 
 void EntryForm::listModes()
@@ -120,6 +151,11 @@ QString EntryForm::country() const
 QString EntryForm::site() const
 {
     return m_ui->Text5->text();
+}
+
+QString EntryForm::mode() const
+{
+    return m_ui->Combo2->currentText();
 }
 
 QString EntryForm::dateTimeText() const

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/config.h"
 #include "core/logentry.h"
 #include "platform/regional.h"
 #include "txdb/transmitters.h"
@@ -47,6 +48,8 @@ public:
 
     /// To be called once. The list must outlive the form: its sites are offered under "Existing".
     void prepare(const Regional &regional, const TransmitterList &sites);
+    /// Home and the unit in which `legLabel` tells the way to the site; to be called whenever they change.
+    void measureFrom(const Settings &settings);
     /// Fills the list of propagation modes.
     void listModes();
     void setCountries(const QStringList &countries);
@@ -68,6 +71,7 @@ public:
     [[nodiscard]] QString rdsName() const;
     [[nodiscard]] QString country() const;
     [[nodiscard]] QString site() const;
+    [[nodiscard]] QString mode() const;
     [[nodiscard]] QString dateTimeText() const;
     /// The moment in Date / Time; nothing when it is none.
     [[nodiscard]] std::optional<DateTime> dateTime() const;
@@ -137,6 +141,7 @@ private:
     void wire();
     void watchEdits();
     void listSites(const QString &country);
+    void showLeg();
     void showSite(const QString &name, const QString &country);
     void showNotes(const QString &notes);
     [[nodiscard]] QString notes() const;
@@ -147,6 +152,7 @@ private:
     std::unique_ptr<Ui::EntryForm> m_ui;
     Regional m_regional;
     const TransmitterList *m_sites = nullptr;
+    Settings m_settings;
     State m_state = State::AtRest;
     bool m_cancelOffered = false;
     bool m_edited = false;

@@ -46,6 +46,7 @@ void EntryForm::setState(State state)
     for (QWidget *button : {m_ui->Command3, m_ui->Command9, m_ui->Command15}) {
         button->setEnabled(state == State::Editing);
     }
+    showLeg();
 }
 
 void EntryForm::setYellow(bool yellow)

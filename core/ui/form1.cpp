@@ -31,7 +31,10 @@ Form1::Form1(const Form1Options &options)
     , m_rows(m_document.log(), options.regional.months)
     , m_inet(new Inet1(options.regional.codePage, this))
 {
-    m_config.whenRead([this] { showTitle(); });
+    m_config.whenRead([this] {
+        showTitle();
+        m_form->measureFrom(m_config.settings());
+    });
     m_ui->setupUi(this);
     m_form = m_ui->formPane;
     m_results = new Results(this);

@@ -123,6 +123,7 @@ private:
     // form1_filter.cpp: the filter of the log
     void wireFilter();
     void applyFilter();
+    void clearFilter();
     void showCounts();
     void listsChanged();
     void refreshLists();
@@ -175,6 +176,7 @@ private:
     void Command11_Click();
     void searchForStation(const SearchRequest &request);
     void searchFmlist(const SearchRequest &request);
+    void showLegs(const QList<SearchResult> &results, const QString &frequency);
     void List2_DblClick(int line);
     void Command5_Click();
     void menuFMLPropMap_Click();
@@ -223,7 +225,10 @@ private:
     void Command10_Click();
     void menuToolsConverter_Click();
     void menuStats_Click();
+    void menuViewDistances_Toggled(bool on);
+    void measure(LogEntry &entry, SiteChanges &sites) const;
     void menuSetup_Click();
+    void settingsSaved();
     void Command12_Click();
     void menuAbout_Click();
     void MenuFileExit_Click();

@@ -10,6 +10,8 @@
 #include <QApplication>
 #include <QScopeGuard>
 
+#include <utility>
+
 namespace quillon {
 
 using namespace Qt::StringLiterals;
@@ -44,7 +46,9 @@ void Form1::addEntry(const QString &verb)
         showMessage(this, refusal);
         return;
     }
-    const LogEntry entry = m_form->entry();
+    LogEntry entry = m_form->entry();
+    SiteChanges sites = siteOfForm();
+    measure(entry, sites);
     const qint32 before = log().count();
     // The entry can be in the log although it could not be saved: the form then shows it no more, either.
     const auto shown = qScopeGuard([&] {
@@ -54,8 +58,8 @@ void Form1::addEntry(const QString &verb)
             tellHidden(changeName(u"Added"_s, entry), before);
         }
     });
-    m_document.commit(
-        {changeName(verb, entry), LogChange::addition(entry), siteOfForm()}, LogDocument::Saving::WithSites);
+    m_document.commit({changeName(verb, entry), LogChange::addition(entry), std::move(sites)},
+        LogDocument::Saving::WithSites);
 }
 
 // What the site in the form changes in the list.
@@ -80,7 +84,9 @@ void Form1::Command3_Click()
 void Form1::storeUpdate(const QString &verb)
 {
     const LogEntry stored = log().entry(m_selected);
-    const LogEntry changed = m_form->entryOver(stored);
+    LogEntry changed = m_form->entryOver(stored);
+    SiteChanges sites = siteOfForm();
+    measure(changed, sites);
     const auto shown = qScopeGuard([&] {
         m_rows.setTyped(m_selected, GridColumn::DateTime, m_form->dateTimeText());
         m_rows.setTyped(m_selected, GridColumn::Notes, changed.notes);
@@ -91,7 +97,7 @@ void Form1::storeUpdate(const QString &verb)
         tellHidden(changeName(u"Updated"_s, changed), m_selected);
     });
     m_document.commit(
-        {changeName(verb, changed), LogChange::between(m_selected, stored, changed), siteOfForm()},
+        {changeName(verb, changed), LogChange::between(m_selected, stored, changed), std::move(sites)},
         LogDocument::Saving::WithSites);
 }
 

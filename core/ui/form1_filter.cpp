@@ -29,8 +29,12 @@ void Form1::wireFilter()
 void Form1::applyFilter()
 {
     const LogFilter &filter = m_ui->filterBar->filter();
-    m_ui->Grid1->setFilter(
-        filter.isEmpty() ? LogRows::Filter() : LogFilterMatcher(filter, m_config.settings().inMiles()));
+    LogRows::Filter lets;
+    if (!filter.isEmpty()) {
+        lets = [matches = LogFilterMatcher(filter, m_config.settings().inMiles())](
+                   const LogEntry &entry, qint32 /*number*/) mutable { return matches(entry); };
+    }
+    m_ui->Grid1->setFilter(std::move(lets));
     showCounts();
     refreshMap();
 }
@@ -61,11 +65,20 @@ void Form1::refreshLists()
     refreshMap();
 }
 
+// The bar's filter, and what the map has filtered.
+void Form1::clearFilter()
+{
+    m_ui->filterBar->clear();
+    if (m_rows.isFiltered()) {
+        applyFilter();
+    }
+}
+
 // A filter that hides the entry is cleared.
 void Form1::makeShown(qint32 entry)
 {
     if (m_rows.isFiltered() && m_rows.rowOf(entry) < 0) {
-        m_ui->filterBar->clear();
+        clearFilter();
         m_status->setText(u"The filter was cleared to show it"_s);
     }
 }
@@ -78,7 +91,7 @@ void Form1::tellHidden(const QString &done, qint32 entry)
         return;
     }
     m_status->tell(done + u", which the filter hides"_s, u"Show"_s, [this, entry] {
-        m_ui->filterBar->clear();
+        clearFilter();
         if (const int row = m_ui->Grid1->rowOfEntry(entry); row > 0) {
             m_ui->Grid1->setRow(row);
             m_ui->Grid1->showRow(row);

@@ -1,9 +1,11 @@
 #include "core/ui/form1.h"
 
 #include "core/ui/results.h"
+#include "fmlist/resultlegs.h"
 #include "fmlist/weblinks.h"
 #include "net/inet1.h"
 #include "platform/runtimeerror.h"
+#include "txdb/derivedcells.h"
 #include "ui/busypointer.h"
 #include "ui/desktop.h"
 #include "ui/messages.h"
@@ -63,9 +65,19 @@ void Form1::searchFmlist(const SearchRequest &request)
     m_results->setStations(answer.results,
         (answer.status.isEmpty() ? u"FMList named no station"_s : answer.status) + u'\n' + askedFor(request),
         highlightedResult(answer.results, request.pi));
+    showLegs(answer.results, request.frequency);
     if (answer.failure) {
         throw RuntimeError(*answer.failure);
     }
+}
+
+// How far and in which direction each station is, with a star at the nearest that can have been heard.
+void Form1::showLegs(const QList<SearchResult> &results, const QString &frequency)
+{
+    const Settings &settings = m_config.settings();
+    const auto legs = legsOf(results, homePosition(settings));
+    m_results->setLegs(legs, settings.inMiles() ? DistanceUnit::Miles : DistanceUnit::Kilometres,
+        nearestPlausible(results, legs, frequency, m_form->mode()));
 }
 
 // A result of Search FMList: copies it into the form and stores it.

@@ -2,7 +2,9 @@
 
 #include "geo/ui/dialog.h"
 #include "stats/ui/logstats.h"
+#include "txdb/derivedcells.h"
 #include "txdb/distances.h"
+#include "txdb/siteleg.h"
 #include "ui/busypointer.h"
 #include "ui/form2.h"
 #include "ui/frmsplash.h"
@@ -10,6 +12,7 @@
 #include "ui/messages.h"
 #include "ui/openwindow.h"
 #include "ui/scratchpad.h"
+#include "ui/windowmemory.h"
 #include "ui_form1.h"
 
 #include <QScopeGuard>
@@ -32,6 +35,29 @@ void Form1::Command10_Click()
     const auto shown = qScopeGuard([this] { populateGrid(); });
     m_document.commit({{}, givenDistances(transmitters(), log()), {}});
     tell(u"Distances re-calculated: %1 sites"_s.arg(transmitters().count()));
+}
+
+// Measure Distances at Once.
+void Form1::menuViewDistances_Toggled(bool on)
+{
+    if (m_memory) {
+        m_memory->setTicked(u"distances"_s, on);
+    }
+    if (on && !homePosition(m_config.settings())) {
+        tell(u"Distances are measured as soon as home is set in the setup"_s);
+    }
+}
+
+// A reception that is added or updated gets the distance that a re-calculation would give it.
+void Form1::measure(LogEntry &entry, SiteChanges &sites) const
+{
+    if (!m_ui->menuViewDistances->isChecked()) {
+        return;
+    }
+    if (const auto distance =
+            measuredDistance(entry.transmitter, entry.country, transmitters(), m_config.settings(), sites)) {
+        entry.dist = *distance;
+    }
 }
 
 // Converter.
@@ -68,8 +94,15 @@ void Form1::menuSetup_Click()
         return;
     }
     auto *window = new Form2(this, m_config);
-    connect(window, &Form2::saved, this, [this] { guarded(this, [this] { populateGrid(); }); });
+    connect(window, &Form2::saved, this, [this] { guarded(this, [this] { settingsSaved(); }); });
     window->show();
+}
+
+// What the settings decide is shown anew.
+void Form1::settingsSaved()
+{
+    populateGrid();
+    refreshMap();
 }
 
 // Scratch Pad.

@@ -19,6 +19,8 @@
 #include <QSet>
 #include <QShortcut>
 
+#include <utility>
+
 namespace quillon {
 
 using namespace Qt::StringLiterals;
@@ -52,6 +54,7 @@ void Form1::wireView()
             m_ui->menuViewColumns->popup(m_ui->Grid1->horizontalHeader()->mapToGlobal(position));
         });
     connect(m_ui->Grid1, &QWidget::customContextMenuRequested, this, &Form1::showGridMenu);
+    connect(m_ui->menuViewDistances, &QAction::toggled, this, &Form1::menuViewDistances_Toggled);
     wireMap();
     wireReceiver();
 }
@@ -94,6 +97,7 @@ void Form1::restoreLook()
     m_memory = new WindowMemory(filePath(m_options.lookFolder, u"windows.ini"_s), this);
     m_memory->keep(*this);
     m_memory->keepChildrenOf(*this);
+    m_ui->menuViewDistances->setChecked(m_memory->isTicked(u"distances"_s));
     m_memory->keep(*m_ui->Grid1->horizontalHeader(), u"log"_s);
     if (const auto kept = m_memory->sorting(u"log"_s, allColumnCount)) {
         m_ui->Grid1->sortBy(LogRows::Sorting {static_cast<GridColumn>(kept->column), kept->descending});
@@ -116,6 +120,8 @@ void Form1::menuViewReset_Click()
 {
     if (m_memory) {
         m_memory->forget();
+        // What an Add writes is no look that is put back.
+        m_memory->setTicked(u"distances"_s, m_ui->menuViewDistances->isChecked());
     }
     columnsAsAtFirst();
     m_ui->Grid1->sortBy(std::nullopt);
@@ -132,7 +138,7 @@ void Form1::wireMap()
     view->setText(u"&Map"_s);
     view->setObjectName(u"menuViewMap"_s);
     view->setShortcut(Qt::Key_F7);
-    m_ui->menuView->insertAction(m_ui->menuViewReset, view);
+    m_ui->menuView->insertAction(m_ui->menuViewDistances, view);
     connect(m_map, &QDockWidget::visibilityChanged, this, [this] { refreshMap(); });
     connect(m_map, &MapDock::receptionChosen, this, [this](qint32 entry) {
         guarded(this, [this, entry] {
@@ -147,10 +153,10 @@ void Form1::wireMap()
     });
     connect(m_map, &MapDock::unplacedWanted, this, [this](const QList<qint32> &entries) {
         m_ui->Grid1->setFilter(
-            [this, wanted = QSet<qint32>(entries.begin(), entries.end())](const LogEntry &entry) {
-                return wanted.contains(static_cast<qint32>(&entry - &*log().begin()));
-            });
+            [wanted = QSet<qint32>(entries.begin(), entries.end())](
+                const LogEntry & /*entry*/, qint32 number) { return wanted.contains(number); });
         showCounts();
+        refreshMap();
         m_status->tell(u"Receptions without a place on the map"_s, u"Show All"_s, [this] {
             m_status->clear();
             applyFilter();
@@ -203,8 +209,8 @@ void Form1::wireReceiver()
     view->setText(u"&Receiver"_s);
     view->setObjectName(u"menuViewReceiver"_s);
     view->setShortcut(Qt::Key_F8);
-    m_ui->menuView->insertAction(m_ui->menuViewReset, view);
-    m_ui->menuView->insertSeparator(m_ui->menuViewReset);
+    m_ui->menuView->insertAction(m_ui->menuViewDistances, view);
+    m_ui->menuView->insertSeparator(m_ui->menuViewDistances);
     auto *logIt = new QShortcut(Qt::Key_F6, this);
     logIt->setContext(Qt::ApplicationShortcut);
     connect(
@@ -223,13 +229,15 @@ bool Form1::logReception(const HeardReception &reception)
             reception.latitude, reception.longitude, {}})) {
         sites.push_back(std::move(*change));
     }
+    LogEntry entry = reception.entry;
+    measure(entry, sites);
     const qint32 number = log().count();
     const auto told = qScopeGuard([&] {
         if (log().count() > number) {
-            tellHidden(changeName(u"Added"_s, reception.entry), number);
+            tellHidden(changeName(u"Added"_s, entry), number);
         }
     });
-    m_document.commit({changeName(u"Log"_s, reception.entry), LogChange::addition(reception.entry), sites},
+    m_document.commit({changeName(u"Log"_s, entry), LogChange::addition(entry), std::move(sites)},
         LogDocument::Saving::WithSites);
     return true;
 }

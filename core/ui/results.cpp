@@ -3,6 +3,10 @@
 #include "ui/resultlist.h"
 #include "ui_results.h"
 
+#include <QHeaderView>
+
+#include <cmath>
+
 namespace quillon {
 
 using namespace Qt::StringLiterals;
@@ -20,7 +24,11 @@ Results::Results(QWidget *parent)
         {u"RDS Name"_s, u"RADIO_88"_s, true}, {u"Country"_s, u"TBD"_s, true},
         {u"Transmitter"_s, u"Hohenpeissenberg"_s}, {u"Power"_s, u"100"_s, true},
         {u"Latitude"_s, u"-12.3456"_s, true}, {u"Longitude"_s, u"-123.4567"_s, true},
-        {u"UID"_s, u"1234567"_s, true}});
+        {u"UID"_s, u"1234567"_s, true}, {u"Dist"_s, u"★ 1234.5"_s, true, true},
+        {u"Azimuth"_s, u"359"_s, true, true}});
+    // Where it is seen without scrolling.
+    m_ui->List2->horizontalHeader()->moveSection(9, 2);
+    m_ui->List2->horizontalHeader()->moveSection(10, 3);
     connect(m_ui->List1, &ResultList::lineActivated, this, &Results::receptionActivated);
     connect(m_ui->List2, &ResultList::lineActivated, this, &Results::stationActivated);
     showReceptions();
@@ -78,6 +86,18 @@ void Results::setStations(const QList<SearchResult> &stations, const QString &te
     m_ui->List2->setLines(rows);
     m_ui->List2->setEmptyText(textWhenEmpty);
     m_ui->List2->setListIndex(static_cast<int>(chosen));
+}
+
+void Results::setLegs(
+    const QList<std::optional<Leg>> &legs, DistanceUnit unit, std::optional<qsizetype> nearestPlausible)
+{
+    ResultsBeside beside {{}, nearestPlausible, u"the nearest that is plausible"_s};
+    for (const std::optional<Leg> &leg : legs) {
+        beside.cells += leg ? QStringList {distanceFigure(leg->kilometres, unit),
+                            QString::number(std::lround(leg->azimuth) % 360)}
+                            : QStringList();
+    }
+    m_ui->List2->setBeside(beside);
 }
 
 void Results::chooseStation(int line)

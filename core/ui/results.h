@@ -1,10 +1,12 @@
 #pragma once
 
 #include "fmlist/search.h"
+#include "geo/leg.h"
 
 #include <QGroupBox>
 
 #include <memory>
+#include <optional>
 
 namespace quillon {
 
@@ -36,6 +38,9 @@ public:
     void showStations();
     void clearStations();
     void setStations(const QList<SearchResult> &stations, const QString &textWhenEmpty, qsizetype chosen);
+    /// Tells the way to each of the present stations beside it, and marks one. Chooses none.
+    void setLegs(
+        const QList<std::optional<Leg>> &legs, DistanceUnit unit, std::optional<qsizetype> nearestPlausible);
     void chooseStation(int line);
     /// The station of a line, as it is taken over. Throws "Subscript out of range".
     [[nodiscard]] SearchResult station(int line) const;

@@ -71,6 +71,8 @@ public:
         QAccessible::State state;
         state.invalid = !isValid();
         state.invisible = state.invalid || !m_map->isVisible();
+        state.focusable = !state.invalid;
+        state.focused = !state.invalid && m_map->hasFocus() && m_map->pointedDot() == m_dot;
         return state;
     }
 

@@ -17,6 +17,13 @@ namespace quillon {
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+// After the last step of a move, ms.
+constexpr int pause = 120;
+
+} // namespace
+
 MapView::MapView(QWidget *parent)
     : QWidget(parent)
     , m_legend(new MapLegend(this))
@@ -50,6 +57,7 @@ void MapView::setData(MapData newData)
     if (otherHome || nothingSeen) {
         m_untouched = true;
         m_viewport = wholeViewport();
+        m_settling.start(pause);
     }
     m_legend->show(m_scene, m_style);
     dotsChanged();
@@ -126,18 +134,33 @@ void MapView::look(const MapViewport &viewport)
 // By the user: while the map moves each frame has to be quick, so outlines come one step coarser.
 void MapView::moveTo(const MapViewport &viewport)
 {
-    constexpr int pause = 120;
     m_untouched = false;
+    moving();
+    look(viewport);
+}
+
+void MapView::moving()
+{
     m_moving = true;
     m_settling.start(pause);
-    look(viewport);
 }
 
 void MapView::settle()
 {
-    m_moving = false;
-    m_groundOf.reset();
-    update();
+    const bool moved = std::exchange(m_moving, false);
+    if (moved) {
+        m_groundOf.reset();
+        update();
+    }
+    if (!isVisible() || !m_scene.data().home) {
+        return;
+    }
+    if (moved) {
+        // Here, and not in the frame: each by itself takes little time.
+        (void)ground();
+    }
+    // The first step of the next move is not to wait for its outlines.
+    (void)m_scene.outlines(detailFor(m_viewport.kmPerPixel() / devicePixelRatioF(), true));
 }
 
 MapPicture MapView::picture() const
@@ -189,7 +212,12 @@ void MapView::arrange()
 
 void MapView::resizeEvent(QResizeEvent *)
 {
-    look(m_untouched ? wholeViewport() : m_viewport.resized(QSizeF(size())));
+    const MapViewport resized = m_untouched ? wholeViewport() : m_viewport.resized(QSizeF(size()));
+    if (m_groundOf && isVisible()) {
+        // One step of many, as when the edge of the dock is dragged.
+        moving();
+    }
+    look(resized);
     arrange();
 }
 

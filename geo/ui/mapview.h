@@ -23,6 +23,7 @@ class MapLegend;
 /// The map, `map`: the world around home in azimuthal equidistant projection, so that every distance and
 /// every direction from home is true, with the sites that were received as dots. The wheel and + and - zoom
 /// at the pointer, dragging moves, a double-click zooms in, two fingers pinch, the arrows move, Home returns.
+/// Ctrl and an arrow go to the next dot in that direction, Enter chooses it, Ctrl+Enter filters by it.
 class MapView : public QWidget
 {
     Q_OBJECT
@@ -48,6 +49,8 @@ public:
     [[nodiscard]] int generation() const { return m_generation; }
     /// Does what a click on a dot of the scene does.
     void chooseDot(std::size_t dot);
+    /// The dot under the pointer, or that the keys have come to.
+    [[nodiscard]] std::optional<std::size_t> pointedDot() const { return m_pointed; }
 
     void zoomIn();
     void zoomOut();
@@ -93,14 +96,18 @@ private:
 
     void look(const MapViewport &viewport);
     void moveTo(const MapViewport &viewport);
+    void moving();
     void settle();
     void zoom(double factor, QPointF pixel);
     void point(QPointF pixel);
+    void goToDot(QPointF direction);
+    void pick(std::size_t dot, Qt::KeyboardModifiers modifiers);
     void dotsChanged();
     void updateMessage();
     void arrange();
     void applyStyle();
-    bool showTip(QPoint pixel, QPoint global);
+    void showTip(QPoint pixel, std::size_t dot);
+    void tellPointed();
     bool gesture(QEvent *event);
     void paintClouds(QPainter &painter);
     [[nodiscard]] MapViewport wholeViewport() const;

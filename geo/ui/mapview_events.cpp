@@ -1,5 +1,6 @@
 #include "geo/ui/mapview.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QGestureEvent>
 #include <QHelpEvent>
@@ -10,6 +11,7 @@
 #include <QToolTip>
 #include <QWheelEvent>
 
+#include <algorithm>
 #include <cmath>
 
 namespace quillon {
@@ -46,10 +48,54 @@ void MapView::zoomOut()
     zoom(1 / zoomStep, QRectF(rect()).center());
 }
 
+// To the next dot in sight in that direction, from the pointed one or from the middle.
+void MapView::goToDot(QPointF direction)
+{
+    const QPointF from =
+        m_pointed ? m_viewport.toPixel(m_scene.dots()[*m_pointed].point) : QRectF(rect()).center();
+    std::optional<std::size_t> next;
+    double nearest = 0;
+    for (const std::size_t dot : dotsInView()) {
+        const QPointF way = m_viewport.toPixel(m_scene.dots()[dot].point) - from;
+        const double along = QPointF::dotProduct(way, direction);
+        const double aside = std::abs(way.x() * direction.y() - way.y() * direction.x());
+        // Whatever lies within 45 degrees, what lies straight ahead rather than what is a little nearer.
+        if (dot != m_pointed && along > 0 && aside <= along && (!next || along + aside < nearest)) {
+            next = dot;
+            nearest = along + aside;
+        }
+    }
+    if (!next) {
+        return;
+    }
+    m_pointed = next;
+    update();
+    const QPoint pixel = m_viewport.toPixel(m_scene.dots()[*next].point).toPoint();
+    showTip(pixel, *next);
+    tellPointed();
+}
+
+// A click on a dot, or Enter: its latest reception, with Ctrl its site.
+void MapView::pick(std::size_t dot, Qt::KeyboardModifiers modifiers)
+{
+    if (!modifiers.testFlag(Qt::ControlModifier)) {
+        chooseDot(dot);
+        return;
+    }
+    const MapSite &site = m_scene.data().sites[m_scene.dots()[dot].site];
+    // The answer may bring other data.
+    const QString name = site.name;
+    const QString country = site.country;
+    Q_EMIT siteChosen(name, country);
+}
+
 void MapView::keyPressEvent(QKeyEvent *event)
 {
     constexpr double step = 80;
-    const auto move = [this](double x, double y) { moveTo(m_viewport.dragged({x, y})); };
+    const bool toDot = event->modifiers().testFlag(Qt::ControlModifier);
+    const auto move = [this, toDot](double x, double y) {
+        toDot ? goToDot({-x / step, -y / step}) : moveTo(m_viewport.dragged({x, y}));
+    };
     switch (event->key()) {
     case Qt::Key_Plus:
     case Qt::Key_Equal:
@@ -58,6 +104,12 @@ void MapView::keyPressEvent(QKeyEvent *event)
         return zoom(1 / zoomStep, zoomPoint());
     case Qt::Key_Home:
         return showAll();
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        if (m_pointed) {
+            return pick(*m_pointed, event->modifiers());
+        }
+        return QWidget::keyPressEvent(event);
     case Qt::Key_Left:
         return move(step, 0);
     case Qt::Key_Right:
@@ -111,17 +163,8 @@ void MapView::mouseReleaseEvent(QMouseEvent *event)
     m_drag.reset();
     unsetCursor();
     point(event->position());
-    if (moved || !m_pointed) {
-        return;
-    }
-    if (event->modifiers().testFlag(Qt::ControlModifier)) {
-        const MapSite &site = m_scene.data().sites[m_scene.dots()[*m_pointed].site];
-        // The answer may bring other data.
-        const QString name = site.name;
-        const QString country = site.country;
-        Q_EMIT siteChosen(name, country);
-    } else {
-        chooseDot(*m_pointed);
+    if (!moved && m_pointed) {
+        pick(*m_pointed, event->modifiers());
     }
 }
 
@@ -151,18 +194,25 @@ void MapView::point(QPointF pixel)
     }
 }
 
-bool MapView::showTip(QPoint pixel, QPoint global)
+void MapView::showTip(QPoint pixel, std::size_t dot)
 {
-    const auto dot = m_clouds ? std::nullopt : dotAt(m_scene, m_viewport, QPointF(pixel));
-    if (!dot) {
-        QToolTip::hideText();
-        return false;
-    }
     // Names come from strangers: nothing in them is taken for markup.
-    const QString text = m_scene.linesOf(m_scene.dots()[*dot]).join(u'\n').toHtmlEscaped();
+    const QString text = m_scene.linesOf(m_scene.dots()[dot]).join(u'\n').toHtmlEscaped();
     const QRect area(pixel - QPoint(4, 4), QSize(9, 9));
-    QToolTip::showText(global, u"<p style=\"white-space:pre\">"_s + text + u"</p>"_s, this, area);
-    return true;
+    QToolTip::showText(mapToGlobal(pixel), u"<p style=\"white-space:pre\">"_s + text + u"</p>"_s, this, area);
+}
+
+// Assistive tools read the dot that the keys have come to.
+void MapView::tellPointed()
+{
+    QAccessibleInterface *map = QAccessible::queryAccessibleInterface(this);
+    const auto &dots = dotsInView();
+    const auto place = std::ranges::find(dots, *m_pointed) - dots.begin();
+    if (map && QAccessible::isActive()) {
+        QAccessibleEvent focus(this, QAccessible::Focus);
+        focus.setChild(map->childCount() - static_cast<int>(dots.size() - static_cast<std::size_t>(place)));
+        QAccessible::updateAccessibility(&focus);
+    }
 }
 
 bool MapView::gesture(QEvent *event)
@@ -189,8 +239,11 @@ bool MapView::event(QEvent *event)
 {
     switch (event->type()) {
     case QEvent::ToolTip: {
-        const auto *help = static_cast<QHelpEvent *>(event);
-        if (!showTip(help->pos(), help->globalPos())) {
+        const QPoint pixel = static_cast<QHelpEvent *>(event)->pos();
+        if (const auto dot = m_clouds ? std::nullopt : dotAt(m_scene, m_viewport, QPointF(pixel))) {
+            showTip(pixel, *dot);
+        } else {
+            QToolTip::hideText();
             event->ignore();
         }
         return true;

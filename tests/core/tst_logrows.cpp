@@ -114,7 +114,7 @@ public:
 
     [[nodiscard]] Rows filtered(Rows rows) const
     {
-        std::erase_if(rows, [this](qint32 entry) { return filter && !filter(m_log.entry(entry)); });
+        std::erase_if(rows, [this](qint32 entry) { return filter && !filter(m_log.entry(entry), entry); });
         return rows;
     }
 
@@ -348,7 +348,7 @@ private:
         const QString freq = QString::number(m_random.bounded(5));
         m_plain.filter = m_random.bounded(2) == 0
             ? LogRows::Filter()
-            : LogRows::Filter([freq](const LogEntry &entry) { return entry.freq != freq; });
+            : LogRows::Filter([freq](const LogEntry &entry, qint32) { return entry.freq != freq; });
         m_rows.setFilter(m_plain.filter);
     }
 
@@ -600,7 +600,7 @@ private Q_SLOTS:
         Logbook log = logOf({1, 2, 3});
         LogRows rows(log, months());
         rows.refill();
-        rows.setFilter([](const LogEntry &entry) { return !isDeleted(entry); });
+        rows.setFilter([](const LogEntry &entry, qint32) { return !isDeleted(entry); });
         QVERIFY(rows.isFiltered());
         QCOMPARE(copyOf(rows.shown()), (Rows {0, 1, 2}));
         changeEntry(log, 1, [](LogEntry &entry) { entry.piCode = u"delete"_s; });
@@ -614,12 +614,24 @@ private Q_SLOTS:
         QCOMPARE(copyOf(rows.shown()), (Rows {0, 1, 2}));
     }
 
+    void aFilterIsGivenTheNumberOfTheEntry()
+    {
+        Logbook log = logOf({3, 1, 2});
+        LogRows rows(log, months());
+        rows.refill();
+        rows.setFilter([](const LogEntry & /*entry*/, qint32 number) { return number != 1; });
+        QCOMPARE(copyOf(rows.shown()), (Rows {2, 0}));
+        log.AddEntry(entryAt(u"D"_s, 4));
+        rows.refill();
+        QCOMPARE(copyOf(rows.shown()), (Rows {2, 0, 3}));
+    }
+
     void aFilterStaysOverARefillAndAsksWhatIsAdded()
     {
         Logbook log = logOf({1, 3});
         LogRows rows(log, months());
         rows.refill();
-        rows.setFilter([](const LogEntry &entry) { return entry.piCode != u"B"; });
+        rows.setFilter([](const LogEntry &entry, qint32) { return entry.piCode != u"B"; });
         log.AddEntry(entryAt(u"C"_s, 2));
         log.AddEntry(entryAt(u"B"_s, 2));
         rows.refill();

@@ -337,6 +337,24 @@ private Q_SLOTS:
         });
     }
 
+    void aTickIsKept()
+    {
+        {
+            WindowMemory memory(m_file);
+            QVERIFY(!memory.isTicked(u"distances"_s));
+            memory.setTicked(u"distances"_s, true);
+            QVERIFY(memory.isTicked(u"distances"_s));
+            QVERIFY(!memory.isTicked(u"other"_s));
+        }
+        WindowMemory memory(m_file);
+        QVERIFY(memory.isTicked(u"distances"_s));
+        memory.setTicked(u"distances"_s, false);
+        QVERIFY(!WindowMemory(m_file).isTicked(u"distances"_s));
+        memory.setTicked(u"distances"_s, true);
+        memory.forget();
+        QVERIFY(!memory.isTicked(u"distances"_s));
+    }
+
     void theSortingIsKept()
     {
         const KeptSorting byFreq {2, true};

@@ -15,11 +15,29 @@ void showStart(Walk &walk)
     walk.picture(u"start"_s);
 }
 
+// Until its outlines have come in full.
+void waitForMap()
+{
+    constexpr int longer = 300;
+    QTest::qWait(longer);
+}
+
 void showEntryAndSearch(Walk &walk)
 {
     walk.clickRow(heardEntry);
     walk.click(u"Command4"_s);
+    walk.menu(u"menuViewMap"_s);
+    const QSize before = walk.mainWindow().size();
+    walk.mainWindow().resize(QSize(1720, 900).expandedTo(before));
+    waitForMap();
     walk.picture(u"main"_s);
+    walk.picture(u"map"_s, walk.control(u"mapDock"_s));
+    walk.click(u"mapClouds"_s);
+    waitForMap();
+    walk.picture(u"map-clouds"_s, walk.control(u"mapDock"_s));
+    walk.click(u"mapClouds"_s);
+    walk.menu(u"menuViewMap"_s);
+    walk.mainWindow().resize(before);
 }
 
 void showNewEntry(Walk &walk)
@@ -64,7 +82,8 @@ QList<Stop> mainStops()
 {
     return {{u"the log as it opens"_s, showStart}, {u"a new entry"_s, showNewEntry},
         {u"a message"_s, showMessageBox}, {u"Find"_s, showFind},
-        {u"a reception, and what was heard on its PI code before"_s, showEntryAndSearch}};
+        {u"a reception, what was heard on its PI code before, and the map beside the log"_s,
+            showEntryAndSearch}};
 }
 
 } // namespace quillon::tour

@@ -31,6 +31,7 @@ private Q_SLOTS:
     void yesAddsTheEntryThatIsBeingTyped();
     void enterOnAResultTakesItToo();
     void aSortedListGivesTheStationThatItShows();
+    void theWayToEachIsToldBesideIt();
     void withNothingSelectedOnlyTheFormIsFilled();
     void afterAnImportOnlyTheFormIsFilled();
     void aDeletedRowCanStillBeWrittenOver();
@@ -127,6 +128,53 @@ void TestFmlistResult::aSortedListGivesTheStationThatItShows()
     m_window->doubleClickResult(0);
     QCOMPARE(m_window->text("Text5"), u"Aachen"_s);
     QCOMPARE(m_window->text("uid"), u"2"_s);
+}
+
+void TestFmlistResult::theWayToEachIsToldBesideIt()
+{
+    // Es: what is near is not plausible, nor is another frequency.
+    m_window->open("D3C1|12/06/2010 18:22:05|Es|87.6||TBD||NAME|||||\r\n");
+    const auto setHome = [this](const QString &latitude, const QString &longitude) {
+        m_window->form().config().changeConfig(u"HOME_DEC_LAT="_s, latitude);
+        m_window->form().config().changeConfig(u"HOME_DEC_LON="_s, longitude);
+    };
+    setHome(u"51.5"_s, u"-0.1"_s);
+    m_window->form().config().changeConfig(u"AS_MILES="_s, u"FALSE"_s);
+    m_window->answerWith("87.6;D3C1;X;G;G, Near;1;51.6;-0.2;1\n87.6;D3C2;X;E;E, Madrid;2;40.4;-3.7;2\n"
+                         "87.9;D3C3;X;D;D, Munich;3;48.3;11.5;3\n87.6;D3C4;X;D;D, Lost;4;;;4\n");
+    search();
+    ResultList &list = m_window->results();
+    const auto cell = [&list](int line, int column) {
+        return list.model()->index(line, column).data().toString();
+    };
+    QCOMPARE(list.text(1), u"87.6\tD3C2\tX\tE\tMadrid\t2\t40.4\t-3.7\t2"_s);
+    QCOMPARE(cell(1, 9), u"★ 1264.5"_s);
+    QCOMPARE(cell(1, 10), u"194"_s);
+    QCOMPARE(cell(2, 9), u"905.2"_s);
+    QVERIFY(!cell(0, 9).isEmpty() && !cell(0, 9).contains(u'★'));
+    QCOMPARE(cell(3, 9) + cell(3, 10), QString());
+    const QModelIndex marked = list.model()->index(1, 9);
+    QCOMPARE(marked.data(Qt::AccessibleTextRole).toString(), u"1264.5, the nearest that is plausible"_s);
+    QCOMPARE(marked.data(Qt::ToolTipRole).toString(), u"the nearest that is plausible"_s);
+    // It chooses nothing: the first station with the PI code is, as ever.
+    QCOMPARE(list.listIndex(), 0);
+    // They are seen without scrolling, and sorted as numbers.
+    m_window->form().resize(1180, 760);
+    QCoreApplication::processEvents();
+    QHeaderView &heading = *list.horizontalHeader();
+    QVERIFY(heading.sectionViewportPosition(10) + heading.sectionSize(10) <= list.viewport()->width());
+    QTest::mouseClick(heading.viewport(), Qt::LeftButton, {},
+        {heading.sectionViewportPosition(9) + 5, heading.height() / 2});
+    QStringList names;
+    for (int line = 0; line < list.count(); ++line) {
+        names += cell(line, 4) + cell(line, 9).first(qMin(1, cell(line, 9).size()));
+    }
+    QCOMPARE(names.indexOf(u"Madrid★"_s), names.indexOf(u"Munich9"_s) + 1);
+    // Without a home there is nothing to tell.
+    setHome(u"0"_s, u"0"_s);
+    m_window->answerWith("87.6;D3C2;X;E;E, Madrid;2;40.4;-3.7;2\n");
+    search();
+    QCOMPARE(cell(0, 9) + cell(0, 10), QString());
 }
 
 void TestFmlistResult::enterOnAResultTakesItToo()
