@@ -144,7 +144,7 @@ private Q_SLOTS:
         QCOMPARE(docked.text(u"receiverPs"_s), u"MDR JUMP"_s);
         QCOMPARE(docked.text(u"receiverRt"_s), u"<b>Now</b>: Sade"_s);
         QCOMPARE(docked.get<QLabel>(u"receiverRt"_s)->textFormat(), Qt::PlainText);
-        QCOMPARE(docked.text(u"receiverSignal"_s), u"35.1 dBf"_s);
+        QTRY_COMPARE(docked.text(u"receiverSignal"_s), u"35.1 dBf"_s);
         QCOMPARE(docked.text(u"receiverNew"_s), u"new PI, perhaps new country"_s);
         QCOMPARE(docked.cell(0, HeardModel::Freq), u"98.5"_s);
         QCOMPARE(docked.cell(0, HeardModel::Pi), u"D3C2"_s);
