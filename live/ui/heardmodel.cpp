@@ -60,6 +60,7 @@ HeardModel::HeardModel(const HeardTable &table, QObject *parent)
     : QAbstractTableModel(parent)
     , m_table(&table)
     , m_generation(table.generation())
+    , m_revision(table.revision())
 {
     m_rows = static_cast<int>(table.rows().size());
 }
@@ -70,13 +71,20 @@ void HeardModel::refresh()
     if (m_generation != m_table->generation()) {
         beginResetModel();
         m_generation = m_table->generation();
+        m_revision = m_table->revision();
         m_rows = rows;
         endResetModel();
         return;
     }
-    if (m_rows > 0) {
-        Q_EMIT dataChanged(index(0, 0), index(m_rows - 1, Columns - 1));
+    // Cell by cell: for more than one a view paints all that it shows.
+    for (int row = 0; row < m_rows; ++row) {
+        if (m_table->rows()[static_cast<std::size_t>(row)].revision > m_revision) {
+            for (int column = 0; column < Columns; ++column) {
+                Q_EMIT dataChanged(index(row, column), index(row, column));
+            }
+        }
     }
+    m_revision = m_table->revision();
     if (rows > m_rows) {
         beginInsertRows({}, m_rows, rows - 1);
         m_rows = rows;

@@ -29,6 +29,7 @@ private:
     const HeardTable *m_table;
     int m_rows = 0;
     quint64 m_generation = 0;
+    quint64 m_revision = 0;
 };
 
 } // namespace quillon

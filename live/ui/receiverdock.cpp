@@ -62,9 +62,9 @@ ReceiverDock::ReceiverDock(const Logbook &log, Log logReception, QString folder,
         [this](const QPoint &position) { heard_Menu(position); });
     connect(&m_receiver, &Receiver::stateChanged, this, [this] { showState(); });
     connect(&m_receiver, &Receiver::changed, this, [this] { showHeard(); });
-    m_table.setSingleShot(true);
-    m_table.setInterval(200);
-    connect(&m_table, &QTimer::timeout, &m_model, &HeardModel::refresh);
+    m_moves.setSingleShot(true);
+    m_moves.setInterval(200);
+    connect(&m_moves, &QTimer::timeout, this, [this] { showWhatMoves(); });
     m_second.setInterval(1'000);
     connect(&m_second, &QTimer::timeout, this, [this] { everySecond(); });
     m_second.start();

@@ -68,6 +68,7 @@ private:
     void showSource();
     void showState();
     void showHeard();
+    void showWhatMoves();
     void announce(const Station &station);
     void everySecond();
     void logStation(const Station &station);
@@ -86,7 +87,7 @@ private:
     QPointer<AutoLogDialog> m_autoLogDialog;
     QMenu *m_kept = nullptr;
     QTimer m_second;
-    QTimer m_table; ///< until the rows are shown anew
+    QTimer m_moves; ///< until the signal and the rows are shown anew
     std::optional<std::pair<qint64, quint16>> m_announced;
     std::unique_ptr<Ui::receiverDock> m_ui;
 };

@@ -138,20 +138,26 @@ void ReceiverDock::showHeard()
         text += u" [clock %1%2 s]"_s.arg(*off > 0 ? u"+"_s : QString()).arg(*off);
     }
     m_ui->receiverRt->setText(text.trimmed());
-    const auto signal = listening.signal();
-    showText(*m_ui->receiverSignal,
-        signal ? u"%1 %2"_s.arg(signal->value, 0, 'f', 1).arg(signal->unit).trimmed() : QString());
     showText(*m_ui->receiverNew, station ? marksText(station->marks) : QString());
-    // What comes with every group need not be painted with every group.
     if (m_model.rowCount() != static_cast<int>(m_receiver.heard().rows().size())) {
         m_model.refresh();
-    } else if (!m_table.isActive()) {
-        m_table.start();
+    }
+    if (!m_moves.isActive()) {
+        m_moves.start();
     }
     if (station) {
         m_learner.note(*station);
         announce(*station);
     }
+}
+
+// What moves with every group need not be painted with every group.
+void ReceiverDock::showWhatMoves()
+{
+    const auto signal = m_receiver.listening().signal();
+    showText(*m_ui->receiverSignal,
+        signal ? u"%1 %2"_s.arg(signal->value, 0, 'f', 1).arg(signal->unit).trimmed() : QString());
+    m_model.refresh();
 }
 
 void ReceiverDock::announce(const Station &station)
