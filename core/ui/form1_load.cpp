@@ -46,6 +46,7 @@ void Form1::Form_Load()
     restoreLook();
     refreshLists();
     showCounts();
+    floatWithoutRoom(*m_receiver);
     m_receiver->start();
     if (splash) {
         splash->close();

@@ -3,6 +3,7 @@
 #include "geo/ui/mapdock.h"
 #include "geo/ui/mapscene.h"
 #include "live/frequency.h"
+#include "live/ui/frequencycells.h"
 #include "live/ui/receiverdock.h"
 #include "platform/files.h"
 #include "stats/maplog.h"
@@ -16,6 +17,7 @@
 #include <QHeaderView>
 #include <QMenu>
 #include <QScopeGuard>
+#include <QScreen>
 #include <QSet>
 #include <QShortcut>
 
@@ -210,6 +212,22 @@ void Form1::wireReceiver()
     connect(
         logIt, &QShortcut::activated, this, [this] { guarded(this, [this] { m_receiver->logHeard(); }); });
     connect(m_receiver, &ReceiverDock::newStation, m_status, &QLabel::setText);
+    const auto tables = findChildren<QTableView *>();
+    for (QTableView *const table : tables) {
+        if (!m_receiver->isAncestorOf(table)) {
+            new FrequencyCells(*table, [this](qint64 hertz) { return m_receiver->tune(hertz); });
+        }
+    }
+}
+
+// On a screen that has no room for it beside the log, a dock is a window of its own.
+void Form1::floatWithoutRoom(QDockWidget &dock)
+{
+    const bool beside = dockWidgetArea(&dock) != Qt::BottomDockWidgetArea && !dock.isFloating();
+    const int needed = centralWidget()->minimumSizeHint().width() + dock.minimumSizeHint().width();
+    if (beside && needed > screen()->availableGeometry().width()) {
+        dock.setFloating(true);
+    }
 }
 
 // Logs what the receiver hears, beside whatever stands in the form.

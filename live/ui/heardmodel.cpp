@@ -50,8 +50,23 @@ QString cellText(const HeardRow &row, int column)
     }
 }
 
-constexpr const char16_t *headings[] = {
-    u"First", u"Last", u"MHz", u"PI", u"PS", u"Best", u"Groups", u"New", u"Logged"};
+struct Heading
+{
+    const char16_t *caption;
+    const char16_t *usualText;
+};
+
+constexpr Heading headings[] = {
+    {u"First", u"00:00:00"},
+    {u"Last", u"00:00:00"},
+    {u"MHz", u"108.00"},
+    {u"PI", u"D3C2?"},
+    {u"PS", u"NDR KULT"},
+    {u"Best", u"-100.0 dBFS"},
+    {u"Groups", u"10000"},
+    {u"New", u"new frequency"},
+    {u"Logged", u"yes"},
+};
 static_assert(std::size(headings) == HeardModel::Columns);
 
 } // namespace
@@ -124,7 +139,12 @@ QVariant HeardModel::headerData(int section, Qt::Orientation orientation, int ro
     if (role != Qt::DisplayRole || orientation != Qt::Horizontal || section < 0 || section >= Columns) {
         return {};
     }
-    return QString::fromUtf16(headings[section]);
+    return QString::fromUtf16(headings[section].caption);
+}
+
+QString HeardModel::usualText(Column column)
+{
+    return QString::fromUtf16(headings[column].usualText);
 }
 
 } // namespace quillon

@@ -4,12 +4,9 @@
 #include "ui/guard.h"
 #include "ui/messages.h"
 #include "ui/onelinefields.h"
-#include "ui/tablelook.h"
 
 #include "ui_receiverdock.h"
 
-#include <QApplication>
-#include <QHeaderView>
 #include <QMenu>
 #include <QShortcut>
 
@@ -30,9 +27,7 @@ ReceiverDock::ReceiverDock(const Logbook &log, Log logReception, QString folder,
     for (int kind = 0; kind < sourceKinds; ++kind) {
         m_ui->receiverSource->addItem(kindName(static_cast<SourceKind>(kind)));
     }
-    m_ui->heard->setModel(&m_model);
-    setTableLook(*m_ui->heard);
-    m_ui->heard->setContextMenuPolicy(Qt::CustomContextMenu);
+    setLook();
 
     guarded(this, [this] {
         if (!m_folder.isEmpty()) {
@@ -60,6 +55,11 @@ ReceiverDock::ReceiverDock(const Logbook &log, Log logReception, QString folder,
     }
     connect(m_ui->heard, &QTableView::customContextMenuRequested, this,
         [this](const QPoint &position) { heard_Menu(position); });
+    // Below the log there is width for the table, beside it height.
+    connect(this, &QDockWidget::dockLocationChanged, this, [this](Qt::DockWidgetArea area) {
+        m_ui->receiverLayout->setDirection(
+            area == Qt::BottomDockWidgetArea ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
+    });
     connect(&m_receiver, &Receiver::stateChanged, this, [this] { showState(); });
     connect(&m_receiver, &Receiver::changed, this, [this] { showHeard(); });
     m_moves.setSingleShot(true);
@@ -75,6 +75,7 @@ ReceiverDock::~ReceiverDock() = default;
 void ReceiverDock::start()
 {
     if (m_settings.connectAtStart) {
+        show();
         guarded(this, [this] { receiverConnect_Click(); });
     }
 }
@@ -143,11 +144,9 @@ void ReceiverDock::heard_Activated(const QModelIndex &index)
         return;
     }
     const Station station = rows[row].station;
-    if (index.column() == HeardModel::Freq && mayTune()) {
-        tune(station.hertz);
-        return;
+    if (index.column() != HeardModel::Freq || !tune(station.hertz)) {
+        logStation(station);
     }
-    logStation(station);
 }
 
 void ReceiverDock::heard_Menu(const QPoint &position)
@@ -243,11 +242,13 @@ bool ReceiverDock::mayTune() const
     return m_settings.mayTune && m_receiver.canTune();
 }
 
-void ReceiverDock::tune(qint64 hertz)
+bool ReceiverDock::tune(qint64 hertz)
 {
-    if (mayTune() && hertz > 0) {
-        m_receiver.tune(hertz);
+    if (!mayTune() || hertz <= 0) {
+        return false;
     }
+    m_receiver.tune(hertz);
+    return true;
 }
 
 void ReceiverDock::save()

@@ -36,15 +36,16 @@ public:
     ReceiverDock(const Logbook &log, Log logReception, QString folder, QWidget *parent = nullptr);
     ~ReceiverDock() override;
 
-    /// Connects to the last source when that is ticked. To be called once the log is loaded.
+    /// Connects to the last source, and shows the dock, when that is ticked. To be called once the log is
+    /// loaded.
     void start();
     /// The log has changed: what is new is asked of it anew.
     void logChanged();
     /// Log It: logs the station that is heard now, after a question when it is in doubt or was logged within
     /// the hour.
     void logHeard();
-    /// Tunes the receiver, where it can and the listener has ticked that it may.
-    void tune(qint64 hertz);
+    /// Tunes the receiver, where it can and the listener has ticked that it may; false when it did not.
+    bool tune(qint64 hertz);
     [[nodiscard]] bool mayTune() const;
 
     [[nodiscard]] Receiver &receiver() { return m_receiver; }
@@ -60,6 +61,7 @@ private:
     void heard_Activated(const QModelIndex &index);
     void heard_Menu(const QPoint &position);
 
+    void setLook();
     void makeMenu();
     QAction *addTick(QMenu &menu, const QString &caption, bool ReceiverSettings::*setting);
     void fillKept();

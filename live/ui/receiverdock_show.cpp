@@ -2,11 +2,15 @@
 #include "live/ui/receiverdock.h"
 #include "ui/guard.h"
 #include "ui/messages.h"
+#include "ui/tablelook.h"
 
 #include "ui_receiverdock.h"
 
 #include <QApplication>
+#include <QHeaderView>
 #include <QMenu>
+
+#include <algorithm>
 
 namespace quillon {
 
@@ -24,6 +28,35 @@ void showText(QLineEdit &field, const QString &text)
 }
 
 } // namespace
+
+// What is only shown looks like text, not like a field to be filled.
+void ReceiverDock::setLook()
+{
+    for (QLineEdit *const field :
+        {m_ui->receiverPi, m_ui->receiverPs, m_ui->receiverSignal, m_ui->receiverNew}) {
+        QPalette palette = field->palette();
+        palette.setColor(QPalette::Base, Qt::transparent);
+        field->setPalette(palette);
+    }
+    for (QLineEdit *const field : {m_ui->receiverPi, m_ui->receiverPs}) {
+        QFont font = field->font();
+        font.setBold(true);
+        field->setFont(font);
+    }
+    QTableView &heard = *m_ui->heard;
+    heard.setModel(&m_model);
+    setTableLook(heard);
+    heard.setContextMenuPolicy(Qt::CustomContextMenu);
+    heard.horizontalHeader()->setSectionsMovable(true);
+    const QFontMetrics metrics = heard.fontMetrics();
+    constexpr int margins = 12;
+    for (int column = 0; column < HeardModel::Columns; ++column) {
+        const QString heading = m_model.headerData(column, Qt::Horizontal, Qt::DisplayRole).toString();
+        const QString usual = HeardModel::usualText(static_cast<HeardModel::Column>(column));
+        heard.setColumnWidth(
+            column, std::max(metrics.horizontalAdvance(heading), metrics.horizontalAdvance(usual)) + margins);
+    }
+}
 
 void ReceiverDock::makeMenu()
 {
