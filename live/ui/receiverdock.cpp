@@ -1,12 +1,14 @@
 #include "live/ui/receiverdock.h"
 
 #include "live/frequency.h"
+#include "live/ui/notification.h"
 #include "ui/guard.h"
 #include "ui/messages.h"
 #include "ui/onelinefields.h"
 
 #include "ui_receiverdock.h"
 
+#include <QApplication>
 #include <QMenu>
 #include <QShortcut>
 
@@ -20,6 +22,7 @@ ReceiverDock::ReceiverDock(const Logbook &log, Log logReception, QString folder,
     , m_logReception(std::move(logReception))
     , m_folder(std::move(folder))
     , m_model(m_receiver.heard())
+    , m_signs {&QApplication::beep, &notifyDesktop}
     , m_ui(std::make_unique<Ui::receiverDock>())
 {
     m_ui->setupUi(this);
@@ -103,6 +106,7 @@ void ReceiverDock::receiverSource_Change()
     const auto kind = static_cast<SourceKind>(m_ui->receiverSource->currentIndex());
     m_ui->receiverAddress->clear();
     m_ui->receiverAddress->setPlaceholderText(usualAddress(kind));
+    m_atOnce->setEnabled(kind == SourceKind::RdsSpy);
     m_ui->receiverPassword->setVisible(takesPassword(kind));
     m_ui->labelPassword->setVisible(takesPassword(kind));
 }

@@ -32,6 +32,13 @@ public:
     /// RuntimeError.
     using Log = std::function<bool(const HeardReception &)>;
 
+    /// How a new station is told where that is ticked.
+    struct Signs
+    {
+        std::function<void()> sound;
+        std::function<void(const QString &title, const QString &text)> notification;
+    };
+
     /// `folder` holds the settings; without one they are not kept. The log has to outlive the dock.
     ReceiverDock(const Logbook &log, Log logReception, QString folder, QWidget *parent = nullptr);
     ~ReceiverDock() override;
@@ -48,6 +55,9 @@ public:
     bool tune(qint64 hertz);
     [[nodiscard]] bool mayTune() const;
 
+    /// Other signs than those of the desktop.
+    void setSigns(Signs signs) { m_signs = std::move(signs); }
+
     [[nodiscard]] Receiver &receiver() { return m_receiver; }
 
 Q_SIGNALS:
@@ -63,13 +73,14 @@ private:
 
     void setLook();
     void makeMenu();
-    QAction *addTick(QMenu &menu, const QString &caption, bool ReceiverSettings::*setting);
+    QAction *addTick(QMenu &menu, const QString &caption, bool &setting);
     void fillKept();
     void keepSource();
     void openAutoLog();
     void showSource();
     void showState();
     void showHeard();
+    void showFrequencies();
     void showWhatMoves();
     void announce(const Station &station);
     void everySecond();
@@ -88,6 +99,8 @@ private:
     LocalsLearner m_learner;
     QPointer<AutoLogDialog> m_autoLogDialog;
     QMenu *m_kept = nullptr;
+    QAction *m_atOnce = nullptr;
+    Signs m_signs;
     QTimer m_second;
     QTimer m_moves; ///< until the signal and the rows are shown anew
     std::optional<std::pair<qint64, quint16>> m_announced;

@@ -4,6 +4,7 @@
 #include <QComboBox>
 #include <QDockWidget>
 #include <QLineEdit>
+#include <QMainWindow>
 #include <QTest>
 
 namespace quillon::tour {
@@ -47,6 +48,9 @@ void showReceiver(Walk &walk)
         walk.key(Qt::Key_F6);
     }
     waitForRows(walk, 6);
+    walk.mainWindow().resize(wide);
+    static_cast<QMainWindow &>(walk.mainWindow())
+        .resizeDocks({&walk.control<QDockWidget>(u"receiverDock"_s)}, {400}, Qt::Horizontal);
     walk.picture(u"receiver"_s, walk.mainWindow(), wide);
     walk.click(u"receiverConnect"_s);
     walk.key(Qt::Key_F8);
