@@ -215,7 +215,7 @@ void Form1::wireReceiver()
     const auto tables = findChildren<QTableView *>();
     for (QTableView *const table : tables) {
         if (!m_receiver->isAncestorOf(table)) {
-            new FrequencyCells(*table, [this](qint64 hertz) { return m_receiver->tune(hertz); });
+            new FrequencyCells(*table, *m_receiver);
         }
     }
 }

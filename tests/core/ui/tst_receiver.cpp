@@ -5,6 +5,8 @@
 #include "loggingwindow.h"
 
 #include <QAction>
+#include <QApplication>
+#include <QContextMenuEvent>
 #include <QMenu>
 #include <QScreen>
 #include <QTableView>
@@ -151,9 +153,16 @@ void TestReceiver::aFrequencyTunesWhenTicked()
     doubleClick(window.list(), 0, u"Freq"_s);
     QCOMPARE(source.tunedTo, (QList<qint64> {90'300'000, 87'600'000}));
     QCOMPARE(window.form().selected(), 1);
+    // And from the menu of the row.
+    const QPoint row = window.list().visualRect(window.list().model()->index(0, 0)).center();
+    QContextMenuEvent menu(QContextMenuEvent::Mouse, row, window.list().viewport()->mapToGlobal(row));
+    QCoreApplication::sendEvent(window.list().viewport(), &menu);
+    QTRY_VERIFY(QApplication::activePopupWidget() != nullptr);
+    QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_T);
+    QCOMPARE(source.tunedTo, (QList<qint64> {90'300'000, 87'600'000, 87'600'000}));
     // Any other cell does what it did.
     doubleClick(window.list(), 0, u"PI Code"_s);
-    QCOMPARE(source.tunedTo.size(), 2);
+    QCOMPARE(source.tunedTo.size(), 3);
     QCOMPARE(window.form().selected(), 0);
 }
 
