@@ -46,8 +46,8 @@ void Form1::Form_Load()
     restoreLook();
     refreshLists();
     showCounts();
-    floatWithoutRoom(*m_receiver);
     m_receiver->start();
+    floatWithoutRoom(*m_receiver);
     if (splash) {
         splash->close();
     }

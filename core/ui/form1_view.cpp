@@ -21,6 +21,8 @@
 #include <QSet>
 #include <QShortcut>
 
+#include <algorithm>
+
 namespace quillon {
 
 using namespace Qt::StringLiterals;
@@ -207,6 +209,7 @@ void Form1::wireReceiver()
     view->setShortcut(Qt::Key_F8);
     m_ui->menuView->insertAction(m_ui->menuViewReset, view);
     m_ui->menuView->insertSeparator(m_ui->menuViewReset);
+    connect(view, &QAction::triggered, this, [this] { floatWithoutRoom(*m_receiver); });
     auto *logIt = new QShortcut(Qt::Key_F6, this);
     logIt->setContext(Qt::ApplicationShortcut);
     connect(
@@ -220,14 +223,19 @@ void Form1::wireReceiver()
     }
 }
 
-// On a screen that has no room for it beside the log, a dock is a window of its own.
+// On a screen that has no room for it beside the log, a dock is a window of its own. What it needs is known
+// only when it is shown.
 void Form1::floatWithoutRoom(QDockWidget &dock)
 {
-    const bool beside = dockWidgetArea(&dock) != Qt::BottomDockWidgetArea && !dock.isFloating();
-    const int needed = centralWidget()->minimumSizeHint().width() + dock.minimumSizeHint().width();
-    if (beside && needed > screen()->availableGeometry().width()) {
-        dock.setFloating(true);
-    }
+    QTimer::singleShot(0, this, [this, &dock] {
+        const QRect all = screen()->availableGeometry();
+        if (dock.isVisible() && !dock.isFloating() && minimumSizeHint().width() > all.width()) {
+            dock.setFloating(true);
+            layout()->activate();
+            resize(std::min(width(), all.width()), height());
+            dock.move(all.right() - dock.frameGeometry().width(), dock.y());
+        }
+    });
 }
 
 // Logs what the receiver hears, beside whatever stands in the form.

@@ -61,7 +61,7 @@ constexpr Heading headings[] = {
     {u"Last", u"00:00:00"},
     {u"MHz", u"108.00"},
     {u"PI", u"D3C2?"},
-    {u"PS", u"NDR KULT"},
+    {u"PS", u"ONDACERO"},
     {u"Best", u"-100.0 dBFS"},
     {u"Groups", u"10000"},
     {u"New", u"new frequency"},

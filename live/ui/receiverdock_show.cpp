@@ -49,7 +49,7 @@ void ReceiverDock::setLook()
     heard.setContextMenuPolicy(Qt::CustomContextMenu);
     heard.horizontalHeader()->setSectionsMovable(true);
     const QFontMetrics metrics = heard.fontMetrics();
-    constexpr int margins = 12;
+    constexpr int margins = 14;
     for (int column = 0; column < HeardModel::Columns; ++column) {
         const QString heading = m_model.headerData(column, Qt::Horizontal, Qt::DisplayRole).toString();
         const QString usual = HeardModel::usualText(static_cast<HeardModel::Column>(column));

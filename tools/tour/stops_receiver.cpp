@@ -1,3 +1,4 @@
+#include "live/ui/heardmodel.h"
 #include "tour/stops.h"
 
 #include <QAbstractItemView>
@@ -27,8 +28,12 @@ bool isHeard(const Walk &walk)
 void waitForRows(const Walk &walk, int rows)
 {
     const auto &heard = walk.control<QAbstractItemView>(u"heard"_s);
-    const bool came =
-        QTest::qWaitFor([&] { return heard.model()->rowCount() >= rows && isHeard(walk); }, patience);
+    const auto hasName = [&heard] {
+        const QAbstractItemModel &model = *heard.model();
+        return !model.index(model.rowCount() - 1, HeardModel::Ps).data().toString().isEmpty();
+    };
+    const bool came = QTest::qWaitFor(
+        [&] { return heard.model()->rowCount() >= rows && hasName() && isHeard(walk); }, patience);
     if (!came) {
         Walk::fail(u"the receiver hears nothing"_s);
     }
@@ -39,6 +44,7 @@ void showReceiver(Walk &walk)
     const QSize usual = walk.mainWindow().size();
     walk.key(Qt::Key_F8);
     // The screen of the tour is smaller than its windows.
+    QTest::qWait(0);
     walk.control<QDockWidget>(u"receiverDock"_s).setFloating(false);
     walk.control<QComboBox>(u"receiverSource"_s).setCurrentText(u"xdrd"_s);
     walk.type(u"receiverAddress"_s, walk.receiver());
