@@ -64,10 +64,14 @@ CommandLine::CommandLine()
           u"Keep all files in this directory. One that does not exist is created, with the supplied files in "
           "it."_s,
           u"DIR"_s)
+    , m_settings(u"settings"_s,
+          u"Keep the look of the windows and what is set about the receiver in this directory, in place of "
+          u"the one of the desktop's settings."_s,
+          u"DIR"_s)
 {
     m_parser.setApplicationDescription(u"Logbook for long-distance reception of FM stations."_s);
     m_parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);
-    m_parser.addOptions({m_directory, m_help, m_version});
+    m_parser.addOptions({m_directory, m_settings, m_help, m_version});
     m_parser.addOptions(toolkitOptions());
 }
 

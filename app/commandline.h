@@ -19,12 +19,15 @@ public:
 
     /// The value of --directory, empty when not given. `arguments` are those that the toolkit has left.
     [[nodiscard]] QString directory(const QStringList &arguments);
+    /// The value of --settings, empty when not given. To be called after directory().
+    [[nodiscard]] QString settings() const { return m_parser.value(m_settings); }
 
 private:
     QCommandLineParser m_parser;
     QCommandLineOption m_help;
     QCommandLineOption m_version;
     QCommandLineOption m_directory;
+    QCommandLineOption m_settings;
 };
 
 /// Ends the program with a clear sentence, in place of an abort, when the toolkit finds no display. Counts as

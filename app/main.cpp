@@ -9,6 +9,7 @@
 #include "ui/version.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QIcon>
 
 #include <optional>
@@ -57,7 +58,9 @@ int main(int argc, char *argv[])
         return 0;
     }
     const FrontDoor door(directory);
-    Form1 form({directory, supplied, regional, &FileCalls::real(), receiverFolder()});
+    const QString settings = commandLine.settings();
+    Form1 form({directory, supplied, regional, &FileCalls::real(),
+        settings.isEmpty() ? receiverFolder() : QDir(settings).absolutePath()});
     form.Form_Load();
     form.show();
     QObject::connect(&door, &FrontDoor::wanted, &form, [&form] {

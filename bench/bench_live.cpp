@@ -3,6 +3,7 @@
 #include "rds-signal/channel.h"
 #include "rds-signal/groupmaker.h"
 #include "support.h"
+#include "supportreference.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
@@ -73,11 +74,14 @@ std::vector<ReceiverEvent> hour()
     return events;
 }
 
-bool report(const char *what, double figure, const char *unit, double bar)
+/// A row of the table: a figure and what it is held to, which it may reach.
+bool misses(const char *what, const char *unit, double figure, double heldTo)
 {
-    const bool missed = figure > bar;
-    std::printf("%-46s %10.3f %-4s (at most %g)%s\n", what, figure, unit, bar, missed ? "  MISSED" : "");
-    return missed;
+    const double ratio = figure / heldTo;
+    std::printf("%-50s %10.2f %10.2f %-4s %8.2f %8d%s\n", what, figure, heldTo, unit, ratio, 1,
+        ratio > 1 ? "  MISSED" : "");
+    std::fflush(stdout);
+    return ratio > 1;
 }
 
 bool groupsToModel()
@@ -85,7 +89,8 @@ bool groupsToModel()
     const std::vector<ReceiverEvent> events = hour();
     const KnownStations known(bench::fullLog());
     qint64 resident = 0;
-    double fastest = 1e9;
+    std::vector<double> times;
+    std::vector<double> references;
     for (int round = 0; round < 10; ++round) {
         Listening listening(known);
         HeardTable table;
@@ -97,14 +102,16 @@ bool groupsToModel()
                 table.note(*listening.station());
             }
         }
-        fastest = std::min(fastest, processorMilliseconds() - before);
+        times.push_back(processorMilliseconds() - before);
+        references.push_back(bench::referenceTime());
         if (round == 4) {
             resident = residentKilobytes();
         }
     }
     const double grown = static_cast<double>(residentKilobytes() - resident);
-    const bool slow = report("a group to what is heard", fastest * 1000 / groupsOfAnHour, "us", 50);
-    return report("memory after five more hours of groups", grown, "kB", 512) || slow;
+    const bool slow = misses("an hour of groups to what is heard, reference", "ms", bench::medianOf(times),
+        bench::medianOf(references));
+    return misses("memory after five more hours of groups", "kB", grown, 512) || slow;
 }
 
 bool dockAtTwentyGroups()
@@ -123,6 +130,10 @@ bool dockAtTwentyGroups()
     auto made = std::make_unique<Groups>();
     Groups &source = *made;
     dock.receiver().listenTo(std::move(made));
+    // What the first showing costs is no matter of groups.
+    QEventLoop shown;
+    QTimer::singleShot(500, &shown, &QEventLoop::quit);
+    shown.exec();
     auto &frequency = *dock.findChild<QLineEdit *>(u"receiverFreq"_s);
     GroupMaker maker({98'500'000, 0xD3C2, u"MDR JUMP"_s, u"Now: Sade"_s, {}, 0, 0xE0});
 
@@ -139,15 +150,15 @@ bool dockAtTwentyGroups()
         source.say(SignalHeard {30 + i % 10 / 10.0, u"dBf"}, nowMilliseconds());
         source.say(GroupHeard {maker.next()}, nowMilliseconds());
         QEventLoop loop;
-        QMetaObject::Connection shown = QObject::connect(
+        const QMetaObject::Connection seen = QObject::connect(
             &frequency, &QLineEdit::textChanged, &loop, [&] { longest = std::max(longest, one.elapsed()); });
         QTimer::singleShot(apart - one.elapsed(), &loop, &QEventLoop::quit);
         loop.exec();
-        QObject::disconnect(shown);
+        QObject::disconnect(seen);
     }
     const double share = (processorMilliseconds() - before) / static_cast<double>(whole.elapsed()) * 100;
-    const bool late = report("from group to window, the longest", static_cast<double>(longest), "ms", 50);
-    return report("of a core at 20 groups a second", share, "%", 2) || late || longest == 0;
+    const bool late = misses("from group to window, the longest", "ms", static_cast<double>(longest), 50);
+    return misses("processor at 20 groups a second, of a core", "%", share, 2) || late || longest == 0;
 }
 
 } // namespace
@@ -156,6 +167,7 @@ int main(int argc, char *argv[])
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const QApplication application(argc, argv);
+    std::printf("%-50s %10s %10s %-4s %8s %8s\n", "a receiver", "figure", "held to", "", "ratio", "bar");
     const bool slow = groupsToModel();
     const bool late = dockAtTwentyGroups();
     return slow || late ? 1 : 0;

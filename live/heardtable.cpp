@@ -22,10 +22,11 @@ void HeardTable::note(const Station &station)
         }
         makeRoom();
         m_places.insert(key(station), m_rows.size());
-        m_rows.push_back({station, false, station.first, 0});
+        m_rows.push_back({station, false, station.first, 0, ++m_revision});
         return;
     }
     HeardRow &row = m_rows[*place];
+    row.revision = ++m_revision;
     if (row.tuning != station.first) {
         row.groupsBefore = row.station.groups;
         row.tuning = station.first;
@@ -53,6 +54,7 @@ void HeardTable::setLogged(const Station &station)
     const auto place = m_places.constFind(key(station));
     if (place != m_places.cend()) {
         m_rows[*place].logged = true;
+        m_rows[*place].revision = ++m_revision;
     }
 }
 

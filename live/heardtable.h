@@ -16,6 +16,7 @@ struct HeardRow
     bool logged = false;
     qint64 tuning = 0; ///< first of the latest tuning
     qint64 groupsBefore = 0; ///< of the earlier tunings
+    quint64 revision = 0; ///< grows over all rows: the larger, the later this one changed
 };
 
 /// Everything that was heard since the start, one row for a frequency and a PI code, in the order in which
@@ -38,6 +39,8 @@ public:
     [[nodiscard]] const std::vector<HeardRow> &rows() const { return m_rows; }
     /// Grows whenever rows have gone, so that numbers of rows are no longer the same.
     [[nodiscard]] quint64 generation() const { return m_generation; }
+    /// That of the row that changed last.
+    [[nodiscard]] quint64 revision() const { return m_revision; }
 
 private:
     [[nodiscard]] static quint64 key(const Station &station);
@@ -46,6 +49,7 @@ private:
     std::vector<HeardRow> m_rows;
     QHash<quint64, std::size_t> m_places;
     quint64 m_generation = 0;
+    quint64 m_revision = 0;
 };
 
 } // namespace quillon

@@ -21,6 +21,8 @@ class Listening
 public:
     /// What carries the marks of the station before is late, so long after a retune (milliseconds).
     static constexpr qint64 lateFor = 300;
+    /// So long a group without a PI code belongs to the station before it (milliseconds).
+    static constexpr qint64 sameStation = 1'000;
 
     /// What the log knows, asked for the rule of two groups and for the new marks. It has to outlive this.
     explicit Listening(const KnownStations &known)

@@ -19,6 +19,7 @@
 
 class QAbstractButton;
 class QAction;
+class QDockWidget;
 class QLabel;
 class QProgressBar;
 class QPushButton;
@@ -151,6 +152,7 @@ private:
     void showPath();
     void showOnMap();
     void wireReceiver();
+    void floatWithoutRoom(QDockWidget &dock);
     [[nodiscard]] bool logReception(const HeardReception &reception);
     void tuneTo(int row);
 

@@ -47,6 +47,7 @@ void Form1::Form_Load()
     refreshLists();
     showCounts();
     m_receiver->start();
+    floatWithoutRoom(*m_receiver);
     if (splash) {
         splash->close();
     }

@@ -3,6 +3,7 @@
 #include "geo/ui/mapdock.h"
 #include "geo/ui/mapscene.h"
 #include "live/frequency.h"
+#include "live/ui/frequencycells.h"
 #include "live/ui/receiverdock.h"
 #include "platform/files.h"
 #include "stats/maplog.h"
@@ -16,9 +17,11 @@
 #include <QHeaderView>
 #include <QMenu>
 #include <QScopeGuard>
+#include <QScreen>
 #include <QSet>
 #include <QShortcut>
 
+#include <algorithm>
 #include <utility>
 
 namespace quillon {
@@ -211,11 +214,33 @@ void Form1::wireReceiver()
     view->setShortcut(Qt::Key_F8);
     m_ui->menuView->insertAction(m_ui->menuViewDistances, view);
     m_ui->menuView->insertSeparator(m_ui->menuViewDistances);
+    connect(view, &QAction::triggered, this, [this] { floatWithoutRoom(*m_receiver); });
     auto *logIt = new QShortcut(Qt::Key_F6, this);
     logIt->setContext(Qt::ApplicationShortcut);
     connect(
         logIt, &QShortcut::activated, this, [this] { guarded(this, [this] { m_receiver->logHeard(); }); });
     connect(m_receiver, &ReceiverDock::newStation, m_status, &QLabel::setText);
+    const auto tables = findChildren<QTableView *>();
+    for (QTableView *const table : tables) {
+        if (!m_receiver->isAncestorOf(table)) {
+            new FrequencyCells(*table, *m_receiver);
+        }
+    }
+}
+
+// On a screen that has no room for it beside the log, a dock is a window of its own. What it needs is known
+// only when it is shown.
+void Form1::floatWithoutRoom(QDockWidget &dock)
+{
+    QTimer::singleShot(0, this, [this, &dock] {
+        const QRect all = screen()->availableGeometry();
+        if (dock.isVisible() && !dock.isFloating() && minimumSizeHint().width() > all.width()) {
+            dock.setFloating(true);
+            layout()->activate();
+            resize(std::min(width(), all.width()), height());
+            dock.move(all.right() - dock.frameGeometry().width(), dock.y());
+        }
+    });
 }
 
 // Logs what the receiver hears, beside whatever stands in the form.

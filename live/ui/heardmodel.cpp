@@ -50,8 +50,23 @@ QString cellText(const HeardRow &row, int column)
     }
 }
 
-constexpr const char16_t *headings[] = {
-    u"First", u"Last", u"MHz", u"PI", u"PS", u"Best", u"Groups", u"New", u"Logged"};
+struct Heading
+{
+    const char16_t *caption;
+    const char16_t *usualText;
+};
+
+constexpr Heading headings[] = {
+    {u"First", u"00:00:00"},
+    {u"Last", u"00:00:00"},
+    {u"MHz", u"108.00"},
+    {u"PI", u"D3C2?"},
+    {u"PS", u"ONDACERO"},
+    {u"Best", u"-100.0 dBFS"},
+    {u"Groups", u"10000"},
+    {u"New", u"new frequency"},
+    {u"Logged", u"yes"},
+};
 static_assert(std::size(headings) == HeardModel::Columns);
 
 } // namespace
@@ -60,6 +75,7 @@ HeardModel::HeardModel(const HeardTable &table, QObject *parent)
     : QAbstractTableModel(parent)
     , m_table(&table)
     , m_generation(table.generation())
+    , m_revision(table.revision())
 {
     m_rows = static_cast<int>(table.rows().size());
 }
@@ -70,13 +86,20 @@ void HeardModel::refresh()
     if (m_generation != m_table->generation()) {
         beginResetModel();
         m_generation = m_table->generation();
+        m_revision = m_table->revision();
         m_rows = rows;
         endResetModel();
         return;
     }
-    if (m_rows > 0) {
-        Q_EMIT dataChanged(index(0, 0), index(m_rows - 1, Columns - 1));
+    // Cell by cell: for more than one a view paints all that it shows.
+    for (int row = 0; row < m_rows; ++row) {
+        if (m_table->rows()[static_cast<std::size_t>(row)].revision > m_revision) {
+            for (int column = 0; column < Columns; ++column) {
+                Q_EMIT dataChanged(index(row, column), index(row, column));
+            }
+        }
     }
+    m_revision = m_table->revision();
     if (rows > m_rows) {
         beginInsertRows({}, m_rows, rows - 1);
         m_rows = rows;
@@ -116,7 +139,12 @@ QVariant HeardModel::headerData(int section, Qt::Orientation orientation, int ro
     if (role != Qt::DisplayRole || orientation != Qt::Horizontal || section < 0 || section >= Columns) {
         return {};
     }
-    return QString::fromUtf16(headings[section]);
+    return QString::fromUtf16(headings[section].caption);
+}
+
+QString HeardModel::usualText(Column column)
+{
+    return QString::fromUtf16(headings[column].usualText);
 }
 
 } // namespace quillon

@@ -17,6 +17,9 @@ public:
     /// The table has to outlive the model.
     explicit HeardModel(const HeardTable &table, QObject *parent = nullptr);
 
+    /// A text as wide as those of a column usually are.
+    [[nodiscard]] static QString usualText(Column column);
+
     /// Shows what the table holds now.
     void refresh();
 
@@ -29,6 +32,7 @@ private:
     const HeardTable *m_table;
     int m_rows = 0;
     quint64 m_generation = 0;
+    quint64 m_revision = 0;
 };
 
 } // namespace quillon

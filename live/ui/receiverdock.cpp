@@ -1,15 +1,14 @@
 #include "live/ui/receiverdock.h"
 
 #include "live/frequency.h"
+#include "live/ui/notification.h"
 #include "ui/guard.h"
 #include "ui/messages.h"
 #include "ui/onelinefields.h"
-#include "ui/tablelook.h"
 
 #include "ui_receiverdock.h"
 
 #include <QApplication>
-#include <QHeaderView>
 #include <QMenu>
 #include <QShortcut>
 
@@ -23,6 +22,7 @@ ReceiverDock::ReceiverDock(const Logbook &log, Log logReception, QString folder,
     , m_logReception(std::move(logReception))
     , m_folder(std::move(folder))
     , m_model(m_receiver.heard())
+    , m_signs {&QApplication::beep, &notifyDesktop}
     , m_ui(std::make_unique<Ui::receiverDock>())
 {
     m_ui->setupUi(this);
@@ -30,9 +30,7 @@ ReceiverDock::ReceiverDock(const Logbook &log, Log logReception, QString folder,
     for (int kind = 0; kind < sourceKinds; ++kind) {
         m_ui->receiverSource->addItem(kindName(static_cast<SourceKind>(kind)));
     }
-    m_ui->heard->setModel(&m_model);
-    setTableLook(*m_ui->heard);
-    m_ui->heard->setContextMenuPolicy(Qt::CustomContextMenu);
+    setLook();
 
     guarded(this, [this] {
         if (!m_folder.isEmpty()) {
@@ -60,11 +58,16 @@ ReceiverDock::ReceiverDock(const Logbook &log, Log logReception, QString folder,
     }
     connect(m_ui->heard, &QTableView::customContextMenuRequested, this,
         [this](const QPoint &position) { heard_Menu(position); });
+    // Below the log there is width for the table, beside it height.
+    connect(this, &QDockWidget::dockLocationChanged, this, [this](Qt::DockWidgetArea area) {
+        m_ui->receiverLayout->setDirection(
+            area == Qt::BottomDockWidgetArea ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
+    });
     connect(&m_receiver, &Receiver::stateChanged, this, [this] { showState(); });
     connect(&m_receiver, &Receiver::changed, this, [this] { showHeard(); });
-    m_table.setSingleShot(true);
-    m_table.setInterval(200);
-    connect(&m_table, &QTimer::timeout, &m_model, &HeardModel::refresh);
+    m_moves.setSingleShot(true);
+    m_moves.setInterval(200);
+    connect(&m_moves, &QTimer::timeout, this, [this] { showWhatMoves(); });
     m_second.setInterval(1'000);
     connect(&m_second, &QTimer::timeout, this, [this] { everySecond(); });
     m_second.start();
@@ -75,6 +78,7 @@ ReceiverDock::~ReceiverDock() = default;
 void ReceiverDock::start()
 {
     if (m_settings.connectAtStart) {
+        show();
         guarded(this, [this] { receiverConnect_Click(); });
     }
 }
@@ -102,6 +106,7 @@ void ReceiverDock::receiverSource_Change()
     const auto kind = static_cast<SourceKind>(m_ui->receiverSource->currentIndex());
     m_ui->receiverAddress->clear();
     m_ui->receiverAddress->setPlaceholderText(usualAddress(kind));
+    m_atOnce->setEnabled(kind == SourceKind::RdsSpy);
     m_ui->receiverPassword->setVisible(takesPassword(kind));
     m_ui->labelPassword->setVisible(takesPassword(kind));
 }
@@ -143,11 +148,9 @@ void ReceiverDock::heard_Activated(const QModelIndex &index)
         return;
     }
     const Station station = rows[row].station;
-    if (index.column() == HeardModel::Freq && mayTune()) {
-        tune(station.hertz);
-        return;
+    if (index.column() != HeardModel::Freq || !tune(station.hertz)) {
+        logStation(station);
     }
-    logStation(station);
 }
 
 void ReceiverDock::heard_Menu(const QPoint &position)
@@ -243,11 +246,13 @@ bool ReceiverDock::mayTune() const
     return m_settings.mayTune && m_receiver.canTune();
 }
 
-void ReceiverDock::tune(qint64 hertz)
+bool ReceiverDock::tune(qint64 hertz)
 {
-    if (mayTune() && hertz > 0) {
-        m_receiver.tune(hertz);
+    if (!mayTune() || hertz <= 0) {
+        return false;
     }
+    m_receiver.tune(hertz);
+    return true;
 }
 
 void ReceiverDock::save()

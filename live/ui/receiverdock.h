@@ -32,20 +32,31 @@ public:
     /// RuntimeError.
     using Log = std::function<bool(const HeardReception &)>;
 
+    /// How a new station is told where that is ticked.
+    struct Signs
+    {
+        std::function<void()> sound;
+        std::function<void(const QString &title, const QString &text)> notification;
+    };
+
     /// `folder` holds the settings; without one they are not kept. The log has to outlive the dock.
     ReceiverDock(const Logbook &log, Log logReception, QString folder, QWidget *parent = nullptr);
     ~ReceiverDock() override;
 
-    /// Connects to the last source when that is ticked. To be called once the log is loaded.
+    /// Connects to the last source, and shows the dock, when that is ticked. To be called once the log is
+    /// loaded.
     void start();
     /// The log has changed: what is new is asked of it anew.
     void logChanged();
     /// Log It: logs the station that is heard now, after a question when it is in doubt or was logged within
     /// the hour.
     void logHeard();
-    /// Tunes the receiver, where it can and the listener has ticked that it may.
-    void tune(qint64 hertz);
+    /// Tunes the receiver, where it can and the listener has ticked that it may; false when it did not.
+    bool tune(qint64 hertz);
     [[nodiscard]] bool mayTune() const;
+
+    /// Other signs than those of the desktop.
+    void setSigns(Signs signs) { m_signs = std::move(signs); }
 
     [[nodiscard]] Receiver &receiver() { return m_receiver; }
 
@@ -60,14 +71,17 @@ private:
     void heard_Activated(const QModelIndex &index);
     void heard_Menu(const QPoint &position);
 
+    void setLook();
     void makeMenu();
-    QAction *addTick(QMenu &menu, const QString &caption, bool ReceiverSettings::*setting);
+    QAction *addTick(QMenu &menu, const QString &caption, bool &setting);
     void fillKept();
     void keepSource();
     void openAutoLog();
     void showSource();
     void showState();
     void showHeard();
+    void showFrequencies();
+    void showWhatMoves();
     void announce(const Station &station);
     void everySecond();
     void logStation(const Station &station);
@@ -85,8 +99,10 @@ private:
     LocalsLearner m_learner;
     QPointer<AutoLogDialog> m_autoLogDialog;
     QMenu *m_kept = nullptr;
+    QAction *m_atOnce = nullptr;
+    Signs m_signs;
     QTimer m_second;
-    QTimer m_table; ///< until the rows are shown anew
+    QTimer m_moves; ///< until the signal and the rows are shown anew
     std::optional<std::pair<qint64, quint16>> m_announced;
     std::unique_ptr<Ui::receiverDock> m_ui;
 };

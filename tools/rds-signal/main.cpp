@@ -113,7 +113,7 @@ constexpr Form forms[] = {
     {"spy", 0, writeSpy},
 };
 
-QString readStations(const QCommandLineParser &options, Job &job)
+QString takeStations(const QCommandLineParser &options, Job &job)
 {
     QStringList lines = options.values(u"station"_s);
     if (options.isSet(u"stations"_s)) {
@@ -121,20 +121,11 @@ QString readStations(const QCommandLineParser &options, Job &job)
         if (!file.open(QIODevice::ReadOnly)) {
             return file.fileName() + u": "_s + file.errorString();
         }
-        lines += QString::fromUtf8(file.readAll()).split(u'\n', Qt::SkipEmptyParts);
+        lines += QString::fromUtf8(file.readAll()).split(u'\n');
     }
-    for (const QString &line : lines) {
-        if (line.startsWith(u'#')) {
-            continue;
-        }
-        const auto station =
-            readStation(line.endsWith(u'\r') ? QStringView(line).chopped(1) : QStringView(line));
-        if (!station) {
-            return u"no station: %1 (wanted: MHz;PI;PS;text;yyyy-mm-dd hh:nn;seconds;ECC)"_s.arg(line);
-        }
-        job.stations.push_back(*station);
-    }
-    return job.stations.empty() ? u"no station given"_s : QString();
+    StationList list = readStations(lines);
+    job.stations = std::move(list.stations);
+    return list.wrong;
 }
 
 } // namespace
@@ -161,7 +152,7 @@ int main(int argc, char **argv)
     options.process(application);
 
     Job job;
-    if (const QString wrong = readStations(options, job); !wrong.isEmpty()) {
+    if (const QString wrong = takeStations(options, job); !wrong.isEmpty()) {
         return complain(wrong);
     }
     const auto share = [&](const QString &name) { return options.value(name).toDouble(); };

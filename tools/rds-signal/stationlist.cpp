@@ -42,4 +42,24 @@ std::optional<SignalStation> readStation(QStringView line)
     return station;
 }
 
+StationList readStations(const QStringList &lines)
+{
+    using namespace Qt::StringLiterals;
+    StationList list;
+    for (const QString &line : lines) {
+        const QStringView text = line.endsWith(u'\r') ? QStringView(line).chopped(1) : QStringView(line);
+        if (text.isEmpty() || text.startsWith(u'#')) {
+            continue;
+        }
+        const auto station = readStation(text);
+        if (!station) {
+            list.wrong = u"no station: %1 (wanted: MHz;PI;PS;text;yyyy-mm-dd hh:nn;seconds;ECC)"_s.arg(text);
+            return list;
+        }
+        list.stations.push_back(*station);
+    }
+    list.wrong = list.stations.empty() ? u"no station given"_s : QString();
+    return list;
+}
+
 } // namespace quillon::rdssignal

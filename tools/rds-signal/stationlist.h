@@ -3,9 +3,11 @@
 #include "platform/datetime.h"
 
 #include <QString>
+#include <QStringList>
 #include <QStringView>
 
 #include <optional>
+#include <vector>
 
 namespace quillon::rdssignal {
 
@@ -24,5 +26,14 @@ struct SignalStation
 /// A line `MHz;PI;PS;text;yyyy-mm-dd hh:nn;seconds;ECC`, of which the last five may be missing or empty.
 /// Nothing for any other text.
 [[nodiscard]] std::optional<SignalStation> readStation(QStringView line);
+
+/// Stations, or what is wrong with their lines.
+struct StationList
+{
+    std::vector<SignalStation> stations;
+    QString wrong;
+};
+/// Reads a line for each station; empty ones and those that begin with "#" are left out.
+[[nodiscard]] StationList readStations(const QStringList &lines);
 
 } // namespace quillon::rdssignal

@@ -29,7 +29,8 @@ int visitAll(quillon::tour::Walk &walk)
 {
     using namespace quillon::tour;
     int failed = 0;
-    for (const QList<Stop> &stops : {mainStops(), windowStops(), fmlistStops(), importStops(), lastStops()}) {
+    for (const QList<Stop> &stops :
+        {mainStops(), windowStops(), fmlistStops(), importStops(), receiverStops(), lastStops()}) {
         for (const Stop &stop : stops) {
             try {
                 stop.visit(walk);
@@ -54,6 +55,7 @@ int main(int argc, char **argv)
     options.setApplicationDescription(u"Writes a picture of each window of Quillon."_s);
     options.addHelpOption();
     options.addOption({u"directory"_s, u"A copy of the sample logbook; it is changed."_s, u"DIR"_s});
+    options.addOption({u"receiver"_s, u"Where the stand-in receiver is, host and port."_s, u"address"_s});
     options.addOption({u"pictures"_s, u"The pictures go here."_s, u"DIR"_s});
     options.process(application);
     const QString directory = options.value(u"directory"_s);
@@ -69,7 +71,7 @@ int main(int argc, char **argv)
     form.show();
     quillon::Config config(directory);
     config.readConfig();
-    quillon::tour::Walk walk(form, pictures, config.settings().fmlistUrl);
+    quillon::tour::Walk walk(form, pictures, config.settings().fmlistUrl, options.value(u"receiver"_s));
     const int failed = visitAll(walk);
     std::printf("%lld pictures\n", static_cast<long long>(walk.written().size()));
     return failed == 0 ? 0 : 1;

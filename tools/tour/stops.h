@@ -22,6 +22,8 @@ struct Stop
 [[nodiscard]] QList<Stop> fmlistStops();
 /// RDS Spy and RDSDX. They change the log, so they come late.
 [[nodiscard]] QList<Stop> importStops();
+/// The receiver while an opening is heard. It logs a station.
+[[nodiscard]] QList<Stop> receiverStops();
 /// The automatic search while it runs. It ends as the user would end it: the main window is closed.
 [[nodiscard]] QList<Stop> lastStops();
 

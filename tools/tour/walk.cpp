@@ -24,10 +24,11 @@ constexpr QSize mainSize(1180, 760);
 
 } // namespace
 
-Walk::Walk(QWidget &mainWindow, const QString &pictures, const QString &service)
+Walk::Walk(QWidget &mainWindow, const QString &pictures, const QString &service, QString receiver)
     : m_mainWindow(mainWindow)
     , m_pictures(pictures)
     , m_service(service)
+    , m_receiver(std::move(receiver))
 {
     setShade(Shade::Light);
     m_mainWindow.resize(mainSize);

@@ -15,10 +15,12 @@ namespace quillon::tour {
 class Walk
 {
 public:
-    /// Pictures go into the directory `pictures`; `service` is the address of the stand-in service.
-    Walk(QWidget &mainWindow, const QString &pictures, const QString &service);
+    /// Pictures go into the directory `pictures`; `service` and `receiver` are the addresses of the
+    /// stand-ins.
+    Walk(QWidget &mainWindow, const QString &pictures, const QString &service, QString receiver);
 
     [[nodiscard]] QWidget &mainWindow() const { return m_mainWindow; }
+    [[nodiscard]] const QString &receiver() const { return m_receiver; }
     [[nodiscard]] test::DialogAnswers &answers() { return m_answers; }
     [[nodiscard]] const QStringList &written() const { return m_written; }
 
@@ -62,6 +64,7 @@ private:
     QWidget &m_mainWindow;
     QString m_pictures;
     QString m_service;
+    QString m_receiver;
     test::DialogAnswers m_answers;
     QStringList m_written;
 };

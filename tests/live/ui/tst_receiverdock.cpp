@@ -144,7 +144,7 @@ private Q_SLOTS:
         QCOMPARE(docked.text(u"receiverPs"_s), u"MDR JUMP"_s);
         QCOMPARE(docked.text(u"receiverRt"_s), u"<b>Now</b>: Sade"_s);
         QCOMPARE(docked.get<QLabel>(u"receiverRt"_s)->textFormat(), Qt::PlainText);
-        QCOMPARE(docked.text(u"receiverSignal"_s), u"35.1 dBf"_s);
+        QTRY_COMPARE(docked.text(u"receiverSignal"_s), u"35.1 dBf"_s);
         QCOMPARE(docked.text(u"receiverNew"_s), u"new PI, perhaps new country"_s);
         QCOMPARE(docked.cell(0, HeardModel::Freq), u"98.5"_s);
         QCOMPARE(docked.cell(0, HeardModel::Pi), u"D3C2"_s);
@@ -421,6 +421,7 @@ private Q_SLOTS:
         const TestDirectory folder;
         Docked docked(folder.path());
         const QSignalSpy told(&docked.dock, &ReceiverDock::newStation);
+        docked.dock.setSigns({[] {}, [](const QString &, const QString &) {}});
         Told &source = *docked.listen();
         hear(source, 98'500'000, 0xE201, u"RNE 1   "_s);
         QTRY_COMPARE(docked.text(u"receiverPi"_s), u"E201"_s);
@@ -429,6 +430,74 @@ private Q_SLOTS:
         hear(source, 99'000'000, 0xE202, u"RNE 2   "_s);
         QTRY_COMPARE(told.size(), 1);
         QCOMPARE(told.at(0).at(0).toString(), u"99.0 MHz E202 RNE 2: new PI, perhaps new country"_s);
+    }
+
+    void aNewStationIsHeardAndSeenWhenTicked()
+    {
+        const TestDirectory folder;
+        Docked docked(folder.path());
+        int sounds = 0;
+        QStringList notifications;
+        docked.dock.setSigns({[&] { ++sounds; },
+            [&](const QString &title, const QString &text) { notifications += title + u'|' + text; }});
+        Told &source = *docked.listen();
+        hear(source, 98'500'000, 0xE201, u"RNE 1   "_s);
+        QTRY_COMPARE(docked.text(u"receiverPi"_s), u"E201"_s);
+        QCOMPARE(sounds, 0);
+        QCOMPARE(notifications, QStringList());
+        docked.choose(u"Sound for New Stations"_s);
+        hear(source, 99'000'000, 0xE202, u"RNE 2   "_s);
+        QTRY_COMPARE(sounds, 1);
+        QCOMPARE(notifications, QStringList());
+        docked.choose(u"Notification for New Stations"_s);
+        hear(source, 99'500'000, 0xE203, u"RNE 3   "_s);
+        QTRY_COMPARE(notifications, QStringList {u"99.5 MHz E203 RNE 3|new PI, perhaps new country"_s});
+        // Once for each, and not for what the log knows.
+        docked.dock.logHeard();
+        docked.dock.logChanged();
+        source.say(Tuned {90'000'000});
+        hear(source, 99'500'000, 0xE203, u"RNE 3   "_s);
+        QTRY_COMPARE(docked.text(u"receiverNew"_s), u""_s);
+        QTRY_COMPARE(docked.text(u"receiverPs"_s).trimmed(), u"RNE 3"_s);
+        QCOMPARE(sounds, 2);
+        QCOMPARE(notifications.size(), 1);
+    }
+
+    void aRecordedFileIsPlayedAtOnceWhenTicked()
+    {
+        const TestDirectory folder;
+        QByteArray lines = "<recorder=\"\" date=\"\">\r\n";
+        for (int i = 0; i < 60; ++i) {
+            lines += groupText(nameGroup(0xE201, "RNE 1   ", i % 4), " ")
+                + " @2025/06/12 16:" + QByteArray::number(i).rightJustified(2, '0') + ":00.00\r\n";
+        }
+        folder.write(u"evening.spy"_s, lines);
+        Docked docked(folder.path());
+        docked.get<QComboBox>(u"receiverSource"_s)->setCurrentText(u"RDS Spy"_s);
+        docked.get<QLineEdit>(u"receiverAddress"_s)->setText(folder.path() + u"/evening.spy"_s);
+        docked.choose(u"Play Recorded Files at Once"_s);
+        docked.press(u"receiverConnect"_s);
+        // An hour in a moment.
+        QTRY_COMPARE(docked.text(u"receiverState"_s), u"not connected: the file has ended"_s);
+        QTRY_COMPARE(docked.cell(0, HeardModel::Groups), u"60"_s);
+        QCOMPARE(docked.cell(0, HeardModel::Last), u"16:59:00"_s);
+        QVERIFY(readReceiverSettings(folder.path()).last.atOnce);
+    }
+
+    void otherFrequenciesAreTold()
+    {
+        const TestDirectory folder;
+        Docked docked(folder.path());
+        Told &source = *docked.listen();
+        source.say(Tuned {98'500'000}, 1'000);
+        for (int i = 0; i < 8; ++i) {
+            // 89.1 and 98.5 MHz.
+            source.say(GroupHeard {nameGroup(0xE201, "RNE 1   ", i % 4, 0x106E)});
+        }
+        auto *const frequency = docked.get<QLineEdit>(u"receiverFreq"_s);
+        QTRY_COMPARE(frequency->toolTip(), u"Also on 89.1 MHz"_s);
+        source.say(Tuned {99'000'000});
+        QTRY_COMPARE(frequency->toolTip(), QString());
     }
 
     void aFailureWhileLoggingIsShownAndNothingIsMarked()
