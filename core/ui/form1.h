@@ -30,6 +30,7 @@ class Form1;
 }
 
 class Inet1;
+class FirstSteps;
 class MapDock;
 class ReceiverDock;
 class WindowMemory;
@@ -124,6 +125,7 @@ private:
     void wireFilter();
     void applyFilter();
     void clearFilter();
+    void tellStatistics();
     void showCounts();
     void listsChanged();
     void refreshLists();
@@ -146,6 +148,8 @@ private:
     void restoreLook();
     void keepLook();
     void menuViewReset_Click();
+    void wireFirstSteps();
+    void tellEmpty();
     void wireMap();
     void refreshMap();
     void showPath();
@@ -253,6 +257,8 @@ private:
     QString m_found; ///< what Find looked for last
     QTimer m_listsLater;
     WindowMemory *m_memory = nullptr;
+    FirstSteps *m_firstSteps = nullptr;
+    QString m_unreadable; ///< what is said of a logbook that could not be read
     MapDock *m_map = nullptr;
     ReceiverDock *m_receiver = nullptr;
 
