@@ -35,6 +35,7 @@ class MapDock;
 class ReceiverDock;
 class WindowMemory;
 struct RdsSpyReception;
+class ResultList;
 class Results;
 class ScratchPad;
 class StatusText;
@@ -131,6 +132,10 @@ private:
     void refreshLists();
     void makeShown(qint32 entry);
     void tellHidden(const QString &done, qint32 entry);
+
+    // form1_results.cpp: the menu of the results
+    void wireResultsMenu();
+    void showResultsMenu(ResultList &list, const QPoint &position);
 
     // form1_many.cpp: many receptions at once
     void menuEditMany_Click();

@@ -65,6 +65,7 @@ void Form1::wireEntryForm()
         [this] { m_form->setChosenCount(m_ui->Grid1->chosenCount()); });
     connect(m_ui->Grid1, &Grid::headerClicked, this,
         [this](int column) { guarded(this, [this, column] { Grid1_HeaderClick(column); }); });
+    wireResultsMenu();
     connect(m_results, &Results::receptionActivated, this,
         [this](int line) { guarded(this, [this, line] { List1_DblClick(line); }); });
     connect(m_results, &Results::stationActivated, this,

@@ -3,9 +3,11 @@
 
 #include <QAbstractItemView>
 #include <QCheckBox>
+#include <QClipboard>
 #include <QCompleter>
 #include <QDialog>
 #include <QDockWidget>
+#include <QGuiApplication>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
@@ -14,6 +16,7 @@
 #include <QPushButton>
 #include <QScopeGuard>
 #include <QScreen>
+#include <QTimer>
 
 using namespace Qt::StringLiterals;
 using namespace quillon;
@@ -72,6 +75,7 @@ private Q_SLOTS:
     void ownIconsFollowThePalette();
     void theFirstStartSaysWhatToDo();
     void anEmptyGridSaysTheReason();
+    void aResultHasItsMenu();
 };
 
 void TestComforts::theFormSaysHowManyAreChosen()
@@ -474,6 +478,42 @@ void TestComforts::anEmptyGridSaysTheReason()
     QVERIFY(!window.find<QWidget>("firstSteps")->isVisible());
     QCOMPARE(
         window.grid().emptyText(), u"No reception of the log is shown. Esc in the filter's box shows all."_s);
+}
+
+void TestComforts::aResultHasItsMenu()
+{
+    MainWindow window;
+    window.start(spain + later + france);
+    window.type("filterText", u"itu:F"_s);
+    window.type("Text1", u"E201"_s);
+    window.click("Command4");
+    const QPoint first = window.list().visualRect(window.list().model()->index(0, 0)).center();
+    const auto choose = [&](const QString &caption) {
+        QStringList offered;
+        QTimer::singleShot(0, &window.form(), [&] {
+            auto *menu = window.find<QMenu>("resultsMenu");
+            const QList<QAction *> actions = menu->actions();
+            for (QAction *action : actions) {
+                offered += action->text().remove(u'&');
+                if (offered.last() == caption) {
+                    action->trigger();
+                }
+            }
+            menu->close();
+        });
+        Q_EMIT window.list().customContextMenuRequested(first);
+        return offered;
+    };
+    QCOMPARE(choose(u"Copy"_s),
+        (QStringList {
+            u"Show in the Log"_s, u"Copy"_s, {}, u"Search PI DB"_s, u"Google"_s, {}, u"Show on the Map"_s}));
+    QCOMPARE(QGuiApplication::clipboard()->text(), window.list().text(0) + u'\n');
+    (void)choose(u"Show in the Log"_s);
+    QCOMPARE(window.text("Text1"), u"E201"_s);
+    // The filter hid it.
+    QCOMPARE(window.text("filterText"), QString());
+    (void)choose(u"Show on the Map"_s);
+    QVERIFY(window.find<QDockWidget>("mapDock")->isVisible());
 }
 
 QTEST_MAIN(TestComforts)
