@@ -12,9 +12,12 @@
 #include "ui/resultlist.h"
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QDir>
 #include <QFile>
+#include <QKeyEvent>
+#include <QLabel>
 #include <QLineEdit>
 #include <QTemporaryDir>
 
@@ -248,6 +251,54 @@ void measureSearches(Table &table, Window &window, Answering &answering)
     answering.text.clear();
 }
 
+// A key in the filter's box to the filtered grid; and all receptions chosen, to the dialog that says what
+// would change of them.
+void measureFilterAndMany(Table &table, Window &window)
+{
+    constexpr double keyBar = 2;
+    constexpr double manyBar = 40;
+    auto &box = window.find<QLineEdit>(u"filterText"_s);
+    struct Key
+    {
+        const char *name;
+        QString before;
+        QString key;
+    };
+    for (const Key &typed : std::initializer_list<Key> {
+             {"a key in the filter, the first one", {}, u"a"_s},
+             {"a key in the filter, nothing fits", u"malag"_s, u"a"_s},
+             {"a key in the filter, several terms", u"freq>88 -gone date:201"_s, u"5"_s},
+         }) {
+        table.row(typed.name,
+            repeated([&] { box.setText(typed.before); },
+                [&] {
+                    QKeyEvent press(QEvent::KeyPress, 0, Qt::NoModifier, typed.key);
+                    QApplication::sendEvent(&box, &press);
+                }),
+            keyBar);
+    }
+    box.clear();
+    const auto closeDialog = [&window] {
+        if (auto *dialog = window.form().findChild<QDialog *>(u"editMany"_s)) {
+            delete dialog;
+        }
+        window.grid().clearSelection();
+    };
+    table.row("all chosen and Edit, what would change told",
+        repeated(closeDialog,
+            [&window] {
+                window.grid().selectAll();
+                window.trigger(u"menuEditMany"_s);
+                window.find<QCheckBox>(u"tickProp"_s).setChecked(true);
+                window.find<QComboBox>(u"valueProp"_s).setEditText(u"Tropo"_s);
+                if (!window.find<QLabel>(u"effect"_s).text().contains(u"Tropo"_s)) {
+                    qFatal("the dialog does not say what would change");
+                }
+            }),
+        manyBar);
+    closeDialog();
+}
+
 // What the pages are held to: as many files with the same bytes. Making them is the kernel's work.
 double timeOfTheSameFiles(const QString &directory, int copy)
 {
@@ -386,6 +437,7 @@ int main(int argc, char *argv[])
         table.memory("memory of the process after the start", memoryMb(), 95);
         measureEntries(table, window, room.path());
         measureSearches(table, window, answering);
+        measureFilterAndMany(table, window);
         measureWholeLog(table, window, room.path());
         table.memory("memory of the process after all of this", memoryMb(), 120);
     }

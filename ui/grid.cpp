@@ -36,6 +36,11 @@ Grid::Grid(QWidget *parent)
     horizontalHeader()->setSectionsMovable(true);
     horizontalHeader()->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(horizontalHeader(), &QHeaderView::sectionClicked, this, &Grid::headerClicked);
+    connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this](int column, int, int width) {
+        if (!m_fitting && column == static_cast<int>(GridColumn::Notes) && width > 0) {
+            m_notesWidth = 0;
+        }
+    });
     connect(horizontalHeader(), &QHeaderView::sectionHandleDoubleClicked, this,
         [this](int column) { resizeColumnToContents(column); });
 }
@@ -44,6 +49,10 @@ void Grid::setLogRows(LogRows &rows)
 {
     m_model = new LogModel(rows, this);
     setModel(m_model);
+    for (const auto signal : {&QAbstractItemModel::rowsInserted, &QAbstractItemModel::rowsRemoved}) {
+        connect(m_model, signal, this, &Grid::showPage);
+    }
+    connect(m_model, &QAbstractItemModel::modelReset, this, &Grid::showPage);
 }
 
 LogRows &Grid::logRows() const
@@ -53,6 +62,7 @@ LogRows &Grid::logRows() const
 
 void Grid::writeGridHeader()
 {
+    const QScopedValueRollback fitting(m_fitting, true);
     const QFontMetrics cells = fontMetrics();
     const QFontMetrics headings = horizontalHeader()->fontMetrics();
     const int padding = 2 * style()->pixelMetric(QStyle::PM_FocusFrameHMargin) + 10;
@@ -64,8 +74,8 @@ void Grid::writeGridHeader()
             + padding;
         setColumnWidth(column, std::max(format.twips * logicalDpiX() / twipsPerInch, needed));
     }
-    m_notesWidth = columnWidth(static_cast<int>(GridColumn::Notes));
-    fitNotes();
+    m_notesNeeded = columnWidth(static_cast<int>(GridColumn::Notes));
+    setNotesWidthGiven(false);
 }
 
 void Grid::refill()
@@ -216,6 +226,23 @@ std::vector<qint32> Grid::chosenEntries() const
     return entries;
 }
 
+int Grid::chosenCount() const
+{
+    // Whole rows are selected: a range has no part of one.
+    int count = 0;
+    const QItemSelection ranges = selectionModel()->selection();
+    for (const QItemSelectionRange &range : ranges) {
+        count += range.height();
+    }
+    return count;
+}
+
+void Grid::selectionChanged(const QItemSelection &selected, const QItemSelection &deselected)
+{
+    QTableView::selectionChanged(selected, deselected);
+    Q_EMIT chosenChanged();
+}
+
 std::vector<GridColumn> Grid::shownColumns() const
 {
     std::vector<GridColumn> columns;
@@ -228,10 +255,26 @@ std::vector<GridColumn> Grid::shownColumns() const
     return columns;
 }
 
-void Grid::setEmptyText(const QString &text)
+void Grid::setEmptyText(const QString &text, QWidget *page)
 {
+    if (m_emptyPage && m_emptyPage != page) {
+        m_emptyPage->hide();
+    }
     m_emptyText = text;
+    m_emptyPage = page;
+    showPage();
     viewport()->update();
+}
+
+void Grid::showPage()
+{
+    if (!m_emptyPage) {
+        return;
+    }
+    QRect place(QPoint(), m_emptyPage->sizeHint().boundedTo(viewport()->size()));
+    place.moveCenter(viewport()->rect().center());
+    m_emptyPage->setGeometry(place);
+    m_emptyPage->setVisible(m_model && m_model->rowCount() == 0);
 }
 
 void Grid::currentChanged(const QModelIndex &current, const QModelIndex &previous)
@@ -267,7 +310,9 @@ void Grid::keyPressEvent(QKeyEvent *event)
 void Grid::paintEvent(QPaintEvent *event)
 {
     QTableView::paintEvent(event);
-    paintEmptyText(*this, m_emptyText);
+    if (!m_emptyPage) {
+        paintEmptyText(*this, m_emptyText);
+    }
 }
 
 void Grid::resizeEvent(QResizeEvent *event)
@@ -277,13 +322,21 @@ void Grid::resizeEvent(QResizeEvent *event)
         current.isValid() && current.top() >= 0 && current.bottom() < event->oldSize().height();
     QTableView::resizeEvent(event);
     fitNotes();
+    showPage();
     if (shown) {
         showRow(row());
     }
 }
 
+void Grid::setNotesWidthGiven(bool given)
+{
+    m_notesWidth = given ? 0 : m_notesNeeded;
+    fitNotes();
+}
+
 void Grid::fitNotes()
 {
+    const QScopedValueRollback fitting(m_fitting, true);
     constexpr int notes = static_cast<int>(GridColumn::Notes);
     if (m_notesWidth > 0) {
         const int others = horizontalHeader()->length() - columnWidth(notes);

@@ -3,6 +3,7 @@
 #include "core/logfields.h"
 #include "core/logrows.h"
 
+#include <QPointer>
 #include <QString>
 #include <QTableView>
 
@@ -69,11 +70,18 @@ public:
 
     /// The entries of the selected rows, in the order of the rows.
     [[nodiscard]] std::vector<qint32> chosenEntries() const;
+    /// How many rows are selected.
+    [[nodiscard]] int chosenCount() const;
     /// The columns that are shown, from left to right.
     [[nodiscard]] std::vector<GridColumn> shownColumns() const;
 
-    /// What an empty grid says.
-    void setEmptyText(const QString &text);
+    /// True when the user gave the Notes column its width; otherwise it gets what the window has to spare.
+    [[nodiscard]] bool isNotesWidthGiven() const { return m_notesWidth == 0; }
+    /// The width that it has now is the user's, or not.
+    void setNotesWidthGiven(bool given);
+
+    /// What an empty grid says; a page, which is a child of the viewport, says it in the text's place.
+    void setEmptyText(const QString &text, QWidget *page = nullptr);
     [[nodiscard]] const QString &emptyText() const { return m_emptyText; }
 
 Q_SIGNALS:
@@ -81,8 +89,11 @@ Q_SIGNALS:
     void rowChosen(int row);
     /// The user clicked a heading.
     void headerClicked(int column);
+    /// Other rows are selected.
+    void chosenChanged();
 
 protected:
+    void selectionChanged(const QItemSelection &selected, const QItemSelection &deselected) override;
     void currentChanged(const QModelIndex &current, const QModelIndex &previous) override;
     void mousePressEvent(QMouseEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
@@ -91,13 +102,17 @@ protected:
 
 private:
     void fitNotes();
+    void showPage();
     void showSorting();
 
     LogModel *m_model = nullptr;
     QString m_emptyText;
+    QPointer<QWidget> m_emptyPage;
     bool m_byProgram = false;
     bool m_changed = false;
-    int m_notesWidth = 0; ///< what the Notes column needs; it gets what the window has to spare
+    bool m_fitting = false; ///< widths change by the program
+    int m_notesNeeded = 0; ///< what the Notes column needs
+    int m_notesWidth = 0; ///< the same, until the user gives it a width
 };
 
 } // namespace quillon

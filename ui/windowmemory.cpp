@@ -3,6 +3,7 @@
 #include "ui/onscreen.h"
 
 #include <QChildEvent>
+#include <QDockWidget>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QGuiApplication>
@@ -322,7 +323,19 @@ QList<int> WindowMemory::rememberedNumbers(const QString &key) const
 void closeOnEscape(QWidget &window)
 {
     auto *escape = new QShortcut(Qt::Key_Escape, &window);
+    escape->setObjectName(u"closeOnEscape"_s);
     QObject::connect(escape, &QShortcut::activated, &window, &QWidget::close);
+}
+
+void closeOnEscape(QDockWidget &dock)
+{
+    // Where it does not float, its window is the main one, in which Esc means other things.
+    QObject::connect(&dock, &QDockWidget::topLevelChanged, &dock, [&dock](bool floats) {
+        delete dock.findChild<QShortcut *>(u"closeOnEscape"_s, Qt::FindDirectChildrenOnly);
+        if (floats) {
+            closeOnEscape(static_cast<QWidget &>(dock));
+        }
+    });
 }
 
 } // namespace quillon

@@ -14,6 +14,8 @@
 #include <optional>
 #include <vector>
 
+class QDockWidget;
+
 namespace quillon {
 
 /// By which column a table is sorted.
@@ -94,5 +96,7 @@ private:
 
 /// Esc closes the window, as its frame does. For every window but the main one.
 void closeOnEscape(QWidget &window);
+/// The same for a dock while it floats.
+void closeOnEscape(QDockWidget &dock);
 
 } // namespace quillon

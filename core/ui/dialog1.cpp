@@ -1,5 +1,6 @@
 #include "core/ui/dialog1.h"
 
+#include "core/typedfields.h"
 #include "ui/guard.h"
 #include "ui/messages.h"
 #include "ui/onelinefields.h"
@@ -23,6 +24,10 @@ Dialog1::Dialog1(const CodePage &codePage, QWidget *parent)
     keepsItsPlace.setRetainSizeWhenHidden(true);
     m_ui->fromForm->setSizePolicy(keepsItsPlace);
     showFromForm(false);
+    connect(m_ui->Text1, &QLineEdit::textChanged, this, [this](const QString &text) {
+        const QString stored = typedFrequency(text.trimmed());
+        m_ui->freqStored->setText(stored == text ? QString() : u"stored as "_s + stored);
+    });
     connect(m_ui->Text2, &QLineEdit::textEdited, this, [this] { showFromForm(false); });
     setAttribute(Qt::WA_DeleteOnClose);
     connect(

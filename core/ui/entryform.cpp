@@ -2,6 +2,7 @@
 
 #include "core/linebreaks.h"
 #include "core/propagation.h"
+#include "core/typedfields.h"
 #include "fmlist/search.h"
 #include "txdb/countrynames.h"
 #include "txdb/siteleg.h"
@@ -44,6 +45,11 @@ EntryForm::EntryForm(QWidget *parent)
     m_ui->legLabel->link().setObjectName(u"legLink"_s);
     setTabOrder(m_ui->Text10, &m_ui->legLabel->link());
     setTabOrder(&m_ui->legLabel->link(), m_ui->Command10);
+    for (QLabel *label : {m_ui->freqStored, m_ui->chosenCount}) {
+        // One line with the problems, which stands still.
+        label->setFont(m_ui->problem->font());
+    }
+    setChosenCount(0);
 }
 
 EntryForm::~EntryForm() = default;
@@ -133,6 +139,13 @@ QString EntryForm::frequency() const
     return m_ui->Text9->text();
 }
 
+// What was typed is stored as it is told beneath; what came from elsewhere as it is.
+QString EntryForm::storedFrequency() const
+{
+    const QString text = m_ui->Text9->text();
+    return m_ui->Text9->isModified() ? typedField(LogField::Freq, text) : fieldText(text);
+}
+
 QString EntryForm::piCode() const
 {
     return m_ui->Text1->text();
@@ -174,7 +187,7 @@ LogEntry EntryForm::entry() const
     entry.piCode = fieldText(m_ui->Text1->text());
     entry.dateTime = toDateTime(m_ui->Text2->text(), m_regional.months, u"The field Date / Time"_s);
     entry.prop = fieldText(m_ui->Combo2->currentText());
-    entry.freq = fieldText(m_ui->Text9->text());
+    entry.freq = storedFrequency();
     entry.transmitter = fieldText(m_ui->Text5->text());
     entry.country = fieldText(m_ui->Combo3->currentText());
     entry.notes = notes();

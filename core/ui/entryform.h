@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/config.h"
+#include "core/logbook.h"
 #include "core/logentry.h"
 #include "platform/regional.h"
 #include "txdb/transmitters.h"
@@ -40,6 +41,7 @@ public:
         QStringList texts;
         QString notes;
         bool notesTouched = false;
+        bool frequencyTouched = false;
         bool cancelOffered = false;
     };
 
@@ -54,12 +56,17 @@ public:
     void listModes();
     void setCountries(const QStringList &countries);
     [[nodiscard]] QStringList countries() const;
+    /// RDS Name and Name/Locale offer what the log has with the PI code and in the country. The log must
+    /// outlive the form.
+    void completeFrom(const Logbook &log);
     /// Puts a pane at the right of the frames, before the buttons in the order of Tab.
     void addPane(QWidget &pane, const QList<QWidget *> &stops);
 
     [[nodiscard]] State state() const { return m_state; }
     /// The fields, and those buttons that an entry needs, as the state has them. AtRest leaves the texts.
     void setState(State state);
+    /// Says how many receptions are chosen, nothing for one or none. Several can be deleted in any state.
+    void setChosenCount(int count);
     /// Yellow: a reception of the log is loaded.
     void setYellow(bool yellow);
     /// The button "New" says "Cancel".
@@ -144,6 +151,9 @@ private:
     void showLeg();
     void showSite(const QString &name, const QString &country);
     void showNotes(const QString &notes);
+    void tellStored();
+    void offerDelete();
+    [[nodiscard]] QString storedFrequency() const;
     [[nodiscard]] QString notes() const;
     [[nodiscard]] QList<QWidget *> editableFields() const;
     [[nodiscard]] QStringList texts() const;
@@ -154,6 +164,7 @@ private:
     const TransmitterList *m_sites = nullptr;
     Settings m_settings;
     State m_state = State::AtRest;
+    int m_chosenCount = 0;
     bool m_cancelOffered = false;
     bool m_edited = false;
     QStringList m_settled; ///< the texts when nothing was typed yet

@@ -1,6 +1,8 @@
 #include "core/ui/entryform.h"
 
+#include "core/suggestions.h"
 #include "core/typedfields.h"
+#include "ui/fieldcompleter.h"
 #include "ui/messages.h"
 #include "ui_entryform.h"
 
@@ -23,7 +25,12 @@ void EntryForm::wire()
     }
     for (QLineEdit *field : {m_ui->Text1, m_ui->Text2, m_ui->Text5, m_ui->Text6, m_ui->Text7, m_ui->Text8,
              m_ui->Text9, m_ui->Text10, m_ui->uid, m_ui->Combo2->lineEdit(), m_ui->Combo3->lineEdit()}) {
-        connect(field, &QLineEdit::returnPressed, this, &EntryForm::enterPressed);
+        connect(field, &QLineEdit::returnPressed, this, [this, field] {
+            const auto *completer = field->findChild<FieldCompleter *>();
+            if (!completer || !completer->isChoosing()) {
+                Q_EMIT enterPressed();
+            }
+        });
     }
     connect(m_ui->Combo1, &QComboBox::activated, this, [this] { Combo1_Click(); });
     connect(m_ui->Combo3, &QComboBox::activated, this, [this] { listSites(country()); });
@@ -32,6 +39,13 @@ void EntryForm::wire()
         // The field was left before the press, and the wrong date in it is not yet told.
         connect(pressed, &QAbstractButton::pressed, this, [this] { m_pressRefused = m_dateRefused; });
     }
+}
+
+void EntryForm::completeFrom(const Logbook &log)
+{
+    new FieldCompleter(
+        *m_ui->Text8, [this, &log] { return rdsNamesOf(log, typedField(LogField::PiCode, piCode())); });
+    new FieldCompleter(*m_ui->Text5, [this, &log] { return sitesOf(log, country().trimmed()); });
 }
 
 void EntryForm::watchEdits()
@@ -47,6 +61,8 @@ void EntryForm::watchEdits()
     for (QComboBox *combo : {m_ui->Combo1, m_ui->Combo2, m_ui->Combo3}) {
         connect(combo, &QComboBox::activated, this, note);
     }
+    connect(m_ui->Text9, &QLineEdit::textChanged, this, [this] { tellStored(); });
+    tellStored();
     connect(m_ui->Text3, &QPlainTextEdit::textChanged, this, [this, note] {
         if (m_ui->Text3->document()->isModified()) {
             note();
@@ -110,6 +126,15 @@ void EntryForm::fieldLostFocus(const QObject *field)
 bool EntryForm::isDateWrong() const
 {
     return !dateTime();
+}
+
+// Beneath the fields: how the frequency is stored, where that is not as it was typed.
+void EntryForm::tellStored()
+{
+    const QString stored = storedFrequency();
+    const bool differs = stored != m_ui->Text9->text() && !stored.isEmpty();
+    m_ui->freqStored->setText(differs ? u"Frequency is stored as %1"_s.arg(stored) : QString());
+    m_ui->freqStored->setVisible(differs);
 }
 
 // PI Code.

@@ -43,10 +43,25 @@ void EntryForm::setState(State state)
         widget->setEnabled(open);
     }
     m_ui->Command1->setEnabled(state == State::New);
-    for (QWidget *button : {m_ui->Command3, m_ui->Command9, m_ui->Command15}) {
+    for (QWidget *button : {m_ui->Command3, m_ui->Command9}) {
         button->setEnabled(state == State::Editing);
     }
     showLeg();
+    offerDelete();
+}
+
+void EntryForm::setChosenCount(int count)
+{
+    m_chosenCount = count;
+    offerDelete();
+    m_ui->chosenCount->setText(count > 1 ? u"%1 chosen"_s.arg(count) : QString());
+    m_ui->chosenCount->setVisible(count > 1);
+}
+
+// The one in the form, or all that are chosen.
+void EntryForm::offerDelete()
+{
+    m_ui->Command15->setEnabled(m_state == State::Editing || m_chosenCount > 1);
 }
 
 void EntryForm::setYellow(bool yellow)
@@ -84,7 +99,8 @@ void EntryForm::settle()
 
 EntryForm::Draft EntryForm::draft() const
 {
-    return {m_state, texts(), notes(), m_ui->Text3->document()->isModified(), m_cancelOffered};
+    return {m_state, texts(), notes(), m_ui->Text3->document()->isModified(), m_ui->Text9->isModified(),
+        m_cancelOffered};
 }
 
 void EntryForm::restore(const Draft &draft)
@@ -99,6 +115,8 @@ void EntryForm::restore(const Draft &draft)
     listSites(country());
     showNotes(draft.notes);
     m_ui->Text3->document()->setModified(draft.notesTouched);
+    m_ui->Text9->setModified(draft.frequencyTouched);
+    tellStored();
     m_edited = true;
 }
 

@@ -2,8 +2,10 @@
 
 #include "core/ui/results.h"
 #include "net/inet1.h"
+#include "ui/menuicons.h"
 #include "ui/messages.h"
 #include "ui/statustext.h"
+#include "ui/utcclock.h"
 #include "ui_form1.h"
 
 #include <QCloseEvent>
@@ -40,11 +42,10 @@ Form1::Form1(const Form1Options &options)
     m_results = new Results(this);
     m_form->addPane(*m_results, m_results->tabStops());
     m_form->prepare(options.regional, m_document.sites());
+    m_form->completeFrom(m_document.log());
     resize(size().boundedTo(screen()->availableSize() - frameAllowance));
     addStatusBar();
     m_ui->Grid1->setLogRows(m_rows);
-    m_ui->Grid1->setEmptyText(
-        u"No receptions yet. Press F5 to log the first one quickly, or Ctrl+N to type all of it."_s);
     QSizePolicy policy = m_ui->Grid1->sizePolicy();
     policy.setRetainSizeWhenHidden(true);
     m_ui->Grid1->setSizePolicy(policy);
@@ -56,6 +57,8 @@ Form1::Form1(const Form1Options &options)
     wireDocument();
     wireFilter();
     wireView();
+    wireFirstSteps();
+    giveMenuIcons(*m_ui->menubar);
 }
 
 Form1::~Form1() = default;
@@ -86,7 +89,8 @@ void Form1::addStatusBar()
     // The text begins below the grid's edge.
     m_status->setContentsMargins(4, 0, 4, 0);
     m_ui->statusbar->addWidget(m_status, 1);
-    for (QWidget *part : std::initializer_list<QWidget *> {m_proclogs, m_progress, m_autoStop, m_version}) {
+    for (QWidget *part : std::initializer_list<QWidget *> {
+             m_proclogs, m_progress, m_autoStop, new UtcClock(this), m_version}) {
         m_ui->statusbar->addPermanentWidget(part);
     }
     m_applicationDir = label(u"applicationDir"_s, u"Application directory"_s);

@@ -31,10 +31,12 @@ class Form1;
 }
 
 class Inet1;
+class FirstSteps;
 class MapDock;
 class ReceiverDock;
 class WindowMemory;
 struct RdsSpyReception;
+class ResultList;
 class Results;
 class ScratchPad;
 class StatusText;
@@ -125,11 +127,16 @@ private:
     void wireFilter();
     void applyFilter();
     void clearFilter();
+    void tellStatistics();
     void showCounts();
     void listsChanged();
     void refreshLists();
     void makeShown(qint32 entry);
     void tellHidden(const QString &done, qint32 entry);
+
+    // form1_results.cpp: the menu of the results
+    void wireResultsMenu();
+    void showResultsMenu(ResultList &list, const QPoint &position);
 
     // form1_many.cpp: many receptions at once
     void menuEditMany_Click();
@@ -147,6 +154,8 @@ private:
     void restoreLook();
     void keepLook();
     void menuViewReset_Click();
+    void wireFirstSteps();
+    void tellEmpty();
     void wireMap();
     void refreshMap();
     void showPath();
@@ -255,6 +264,8 @@ private:
     QString m_found; ///< what Find looked for last
     QTimer m_listsLater;
     WindowMemory *m_memory = nullptr;
+    FirstSteps *m_firstSteps = nullptr;
+    QString m_unreadable; ///< what is said of a logbook that could not be read
     MapDock *m_map = nullptr;
     ReceiverDock *m_receiver = nullptr;
 

@@ -1,4 +1,5 @@
 #include "core/fieldchecks.h"
+#include "core/typedfields.h"
 #include "core/ui/dialog1.h"
 #include "core/ui/form1.h"
 #include "ui/guard.h"
@@ -54,6 +55,7 @@ void Form1::addEntry(const QString &verb)
     const auto shown = qScopeGuard([&] {
         if (log().count() > before) {
             closeEntry();
+            m_form->setFrequency(entry.freq);
             m_ui->Grid1->setTopRow(m_ui->Grid1->rows() - 1);
             tellHidden(changeName(u"Added"_s, entry), before);
         }
@@ -93,6 +95,7 @@ void Form1::storeUpdate(const QString &verb)
         if (const int row = m_ui->Grid1->rowOfEntry(m_selected); row > 0) {
             m_ui->Grid1->setRow(row);
         }
+        m_form->setFrequency(changed.freq);
         m_form->setState(EntryForm::State::AtRest);
         tellHidden(changeName(u"Updated"_s, changed), m_selected);
     });
@@ -170,7 +173,7 @@ void Form1::quickAdd(const QString &freq, const QString &piCode, const QString &
     m_form->offerCancel(false);
     Command2_Click();
     QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
-    m_form->setFrequency(freq.trimmed());
+    m_form->setFrequency(typedField(LogField::Freq, freq.trimmed()));
     m_form->setPiCode(piCode.trimmed());
     m_form->setRdsName(rdsName);
     m_form->setCountry(u"TBD"_s);

@@ -2,6 +2,7 @@
 
 #include "core/logfilter.h"
 #include "platform/files.h"
+#include "stats/ui/logstats.h"
 #include "ui/keptfilters.h"
 #include "ui/statustext.h"
 #include "ui_form1.h"
@@ -36,13 +37,23 @@ void Form1::applyFilter()
     }
     m_ui->Grid1->setFilter(std::move(lets));
     showCounts();
+    tellStatistics();
     refreshMap();
+}
+
+// Statistics of what is shown follow.
+void Form1::tellStatistics()
+{
+    if (auto *statistics = findChild<logStats *>(QString(), Qt::FindDirectChildrenOnly)) {
+        statistics->shownChanged();
+    }
 }
 
 void Form1::showCounts()
 {
     m_ui->filterBar->setCounts(
         static_cast<qsizetype>(m_rows.shown().size()), static_cast<qsizetype>(m_rows.all().size()));
+    tellEmpty();
 }
 
 // What the filter's lists and the map show follows the log; a large log is walked through when there is time.

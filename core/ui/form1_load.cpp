@@ -72,7 +72,8 @@ void Form1::loadLogbookFile()
 // An empty grid says what the file holds that is not shown.
 void Form1::tellUnreadable(const QString &path)
 {
-    m_ui->Grid1->setEmptyText(unreadableText(readFile(path), path, m_options.regional.codePage));
+    m_unreadable = unreadableText(readFile(path), path, m_options.regional.codePage);
+    tellEmpty();
 }
 
 void Form1::loadTransmitterList()

@@ -96,7 +96,9 @@ void Form1::showGridMenu(const QPoint &position)
     const QString text = m_ui->Grid1->text(cell.row() + 1, column);
     QAction *filter = menu.addAction(u"Filter by This &Cell's Value"_s, this,
         [this, column, text] { m_ui->filterBar->setText(filterTextOf(column, text)); });
-    filter->setEnabled(!filterTextOf(column, text).isEmpty());
+    // The filter's km are kilometres.
+    const bool isMiles = column == GridColumn::Dist && m_config.settings().inMiles();
+    filter->setEnabled(!isMiles && !filterTextOf(column, text).isEmpty());
     if (m_receiver && m_receiver->mayTune()) {
         menu.addAction(u"&Tune"_s, this, [this, row = cell.row() + 1] { tuneTo(row); });
     }
@@ -120,6 +122,8 @@ QString Form1::filterTextOf(GridColumn column, const QString &text)
             return u"itu"_s;
         case GridColumn::Transmitter:
             return u"site"_s;
+        case GridColumn::Dist:
+            return u"km"_s;
         case GridColumn::Power:
             return u"kw"_s;
         case GridColumn::Notes:
@@ -137,9 +141,13 @@ QString Form1::filterTextOf(GridColumn column, const QString &text)
     if (key.isEmpty()) {
         return {};
     }
-    // A moment stands for its day, a text with blanks in quotes.
-    const QString value = column == GridColumn::DateTime ? text.section(u' ', 0, 0) : text;
-    return key + u':' + (value.contains(u' ') ? u'"' + QString(value).remove(u'"') + u'"' : value);
+    // A moment stands for its day, a text for what is before a quotation mark, in quotes with its blanks.
+    const QString value =
+        column == GridColumn::DateTime ? text.section(u' ', 0, 0) : text.section(u'"', 0, 0);
+    if (value.isEmpty() && !text.isEmpty()) {
+        return {};
+    }
+    return key + u':' + (value.contains(u' ') ? u'"' + value + u'"' : value);
 }
 
 } // namespace quillon

@@ -85,7 +85,7 @@ void Form1::List1_DblClick(int line)
 // Find: the next row below the current one whose PI Code contains the answer.
 void Form1::menuToolsFind_Click()
 {
-    const QString answer = inputBox(this, u"Enter PI to search for"_s, {}).toUpper();
+    const QString answer = inputBox(this, u"Enter PI to search for"_s, u"Find"_s).toUpper();
     if (!answer.isEmpty()) {
         find(answer);
     }

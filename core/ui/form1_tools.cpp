@@ -83,7 +83,9 @@ void Form1::menuToolsConverter_Click()
 void Form1::menuStats_Click()
 {
     if (!openWindow<logStats>(*this)) {
-        (new logStats(log(), m_config.applicationDir(), this, *m_options.fileCalls))->show();
+        auto *window = new logStats(log(), m_config.applicationDir(), this, *m_options.fileCalls);
+        window->setRows(m_rows);
+        window->show();
     }
 }
 

@@ -8,12 +8,14 @@
 #include "platform/files.h"
 #include "stats/maplog.h"
 #include "txdb/derivedcells.h"
+#include "ui/firststeps.h"
 #include "ui/guard.h"
 #include "ui/messages.h"
 #include "ui/statustext.h"
 #include "ui/windowmemory.h"
 #include "ui_form1.h"
 
+#include <QAbstractButton>
 #include <QHeaderView>
 #include <QMenu>
 #include <QScopeGuard>
@@ -102,6 +104,7 @@ void Form1::restoreLook()
     m_memory->keepChildrenOf(*this);
     m_ui->menuViewDistances->setChecked(m_memory->isTicked(u"distances"_s));
     m_memory->keep(*m_ui->Grid1->horizontalHeader(), u"log"_s);
+    m_ui->Grid1->setNotesWidthGiven(m_memory->isTicked(u"notesWidth"_s));
     if (const auto kept = m_memory->sorting(u"log"_s, allColumnCount)) {
         m_ui->Grid1->sortBy(LogRows::Sorting {static_cast<GridColumn>(kept->column), kept->descending});
     }
@@ -110,6 +113,7 @@ void Form1::restoreLook()
 void Form1::keepLook()
 {
     if (m_memory) {
+        m_memory->setTicked(u"notesWidth"_s, m_ui->Grid1->isNotesWidthGiven());
         const auto sorting = m_rows.sorting();
         m_memory->setSorting(u"log"_s,
             sorting ? std::optional(KeptSorting {static_cast<int>(sorting->column), sorting->descending})
@@ -132,10 +136,45 @@ void Form1::menuViewReset_Click()
     m_receiver->hide();
 }
 
+void Form1::wireFirstSteps()
+{
+    m_firstSteps = new FirstSteps(m_ui->Grid1->viewport());
+    connect(m_firstSteps, &FirstSteps::setupWanted, m_ui->menuSetup, &QAction::trigger);
+    connect(
+        m_firstSteps, &FirstSteps::quickAddWanted, m_form->button(u"Command14"_s), &QAbstractButton::click);
+    connect(m_firstSteps, &FirstSteps::importWanted, this, [this] {
+        m_ui->menuImport->popup(m_firstSteps->mapToGlobal(m_firstSteps->rect().bottomLeft()));
+        m_ui->menuImport->setActiveAction(m_ui->menuImport->actions().value(0));
+    });
+    if (auto *distances = findChild<QAction *>(u"menuViewDistances"_s)) {
+        m_firstSteps->offer(*distances);
+    }
+    tellEmpty();
+}
+
+// What an empty grid says, by what is the reason.
+void Form1::tellEmpty()
+{
+    if (!m_firstSteps) {
+        return;
+    }
+    Grid &grid = *m_ui->Grid1;
+    if (log().count() > 0) {
+        grid.setEmptyText(u"No reception of the log is shown. Esc in the filter's box shows all."_s);
+    } else if (!m_unreadable.isEmpty()) {
+        grid.setEmptyText(m_unreadable);
+    } else {
+        grid.setEmptyText(
+            u"No receptions yet. Press F5 to log the first one quickly, or Ctrl+N to type all of it."_s,
+            m_firstSteps);
+    }
+}
+
 void Form1::wireMap()
 {
     m_map = new MapDock(this);
     addDockWidget(Qt::RightDockWidgetArea, m_map);
+    closeOnEscape(*m_map);
     m_map->hide();
     QAction *view = m_map->toggleViewAction();
     view->setText(u"&Map"_s);
@@ -160,6 +199,7 @@ void Form1::wireMap()
                 const LogEntry & /*entry*/, qint32 number) { return wanted.contains(number); });
         showCounts();
         refreshMap();
+        tellStatistics();
         m_status->tell(u"Receptions without a place on the map"_s, u"Show All"_s, [this] {
             m_status->clear();
             applyFilter();
@@ -207,6 +247,7 @@ void Form1::wireReceiver()
         log(), [this](const HeardReception &reception) { return logReception(reception); },
         m_options.lookFolder, this);
     addDockWidget(Qt::RightDockWidgetArea, m_receiver);
+    closeOnEscape(*m_receiver);
     m_receiver->hide();
     QAction *view = m_receiver->toggleViewAction();
     view->setText(u"&Receiver"_s);

@@ -61,8 +61,11 @@ void Form1::wireEntryForm()
     connect(m_form, &EntryForm::escapePressed, this, [this] { guarded(this, [this] { escapePressed(); }); });
     connect(m_ui->Grid1, &Grid::rowChosen, this,
         [this](int row) { guarded(this, [this, row] { Grid1_RowSelect(row); }); });
+    connect(m_ui->Grid1, &Grid::chosenChanged, this,
+        [this] { m_form->setChosenCount(m_ui->Grid1->chosenCount()); });
     connect(m_ui->Grid1, &Grid::headerClicked, this,
         [this](int column) { guarded(this, [this, column] { Grid1_HeaderClick(column); }); });
+    wireResultsMenu();
     connect(m_results, &Results::receptionActivated, this,
         [this](int line) { guarded(this, [this, line] { List1_DblClick(line); }); });
     connect(m_results, &Results::stationActivated, this,

@@ -75,6 +75,9 @@ logStats::logStats(
     onClick(ui->Command2, &logStats::Command2_Click);
     onClick(ui->Command3, &logStats::Command3_Click);
     keepCombosCalm(*this);
+    m_drawLater.setSingleShot(true);
+    connect(&m_drawLater, &QTimer::timeout, this, [this] { drawAgain(); });
+    connect(ui->shownOnly, &QCheckBox::toggled, this, [this] { drawAgain(); });
     logStats_Form_Load();
     initGraph();
 }
@@ -93,8 +96,54 @@ void logStats::logStats_Form_Load()
     ui->Combo1->addItems(yearChoices({m_logbook.begin(), m_logbook.end()}));
 }
 
+void logStats::setRows(const LogRows &rows)
+{
+    m_rows = &rows;
+    ui->shownOnly->setEnabled(true);
+}
+
+void logStats::shownChanged()
+{
+    // While one types a filter, once for several letters.
+    constexpr int laterMs = 100;
+    if (isShownOnly()) {
+        m_drawLater.start(laterMs);
+    }
+}
+
+// The chart that is there, of what is counted now.
+void logStats::drawAgain()
+{
+    if (!m_drawn) {
+        return;
+    }
+    try {
+        draw(StatsSelection(*m_drawn));
+    } catch (const RuntimeError &error) {
+        // Nobody pressed a button: it is told where the chart was.
+        ui->MSChart1->setTable({});
+        ui->MSChart1->setEmptyText(error.text());
+    }
+}
+
+bool logStats::isShownOnly() const
+{
+    return m_rows && ui->shownOnly->isChecked();
+}
+
+std::vector<LogEntry> logStats::shownEntries() const
+{
+    std::vector<LogEntry> entries;
+    entries.reserve(m_rows->shown().size());
+    for (const qint32 entry : m_rows->shown()) {
+        entries.push_back(m_logbook.entry(entry));
+    }
+    return entries;
+}
+
 void logStats::logChanged()
 {
+    shownChanged();
     const std::span<const LogEntry> entries {m_logbook.begin(), m_logbook.end()};
     changeChoices(*ui->Combo3, modeChoices(entries));
     try {
@@ -112,19 +161,27 @@ StatsSelection logStats::selection() const
 
 QString logStats::title() const
 {
-    return selectionText(selection());
+    return selectionText(m_drawn.value_or(selection())) + (isShownOnly() ? u", shown only"_s : QString());
 }
 
 void logStats::logStatsGetData(const QString &mode, const QString &year, const QString &month)
 {
-    const StatsSelection chosen {year, month, mode, ui->Check1->isChecked()};
+    draw({year, month, mode, ui->Check1->isChecked()});
+}
+
+void logStats::draw(const StatsSelection &chosen)
+{
+    const StatsBuckets buckets = isShownOnly()
+        ? countReceptions(shownEntries(), chosen)
+        : countReceptions({m_logbook.begin(), m_logbook.end()}, chosen);
+    m_drawn = chosen;
     std::visit(Overloaded {
                    [this](const MonthCounts &counts) { renderDataMonth(counts); },
                    [this](const DayCounts &counts) { renderDataDays(counts); },
                    [this](const MonthHourCounts &counts) { renderDataMonthsTime(counts); },
                    [this](const DayHourCounts &counts) { renderDataDaysTime(counts); },
                },
-        countReceptions({m_logbook.begin(), m_logbook.end()}, chosen));
+        buckets);
 }
 
 void logStats::initGraph()

@@ -1,12 +1,16 @@
 #pragma once
 
 #include "core/logbook.h"
+#include "core/logrows.h"
 #include "platform/filecalls.h"
 #include "stats/statsdata.h"
 
 #include <QDialog>
+#include <QTimer>
 
 #include <memory>
+#include <optional>
+#include <vector>
 
 namespace quillon {
 
@@ -29,6 +33,9 @@ public:
     logStats(const Logbook &logbook, const QString &applicationDirectory, QWidget *parent = nullptr,
         FileCalls &calls = FileCalls::real());
     ~logStats() override;
+
+    /// Offers "Shown only", which counts these rows alone; they must outlive the window.
+    void setRows(const LogRows &rows);
 
     /// Counts and hands the buckets to the chart routine that draws them.
     void logStatsGetData(const QString &mode, const QString &year, const QString &month);
@@ -59,17 +66,26 @@ public Q_SLOTS:
     /// The log has changed: its years, and its modes beyond the usual ones, are offered from now on. What is
     /// chosen or typed stays, and the chart.
     void logChanged();
+    /// Other rows are shown: a chart of "Shown only" is soon drawn again.
+    void shownChanged();
 
 private:
     void logStats_Form_Load();
     void Command1_Click();
     void Command2_Click();
     void Command3_Click();
+    void draw(const StatsSelection &chosen);
+    void drawAgain();
+    [[nodiscard]] bool isShownOnly() const;
+    [[nodiscard]] std::vector<LogEntry> shownEntries() const;
     [[nodiscard]] StatsSelection selection() const;
     [[nodiscard]] QString title() const;
     void render(const ChartTable &table, bool legendTgl);
 
     const Logbook &m_logbook;
+    const LogRows *m_rows = nullptr;
+    std::optional<StatsSelection> m_drawn; ///< what the chart shows
+    QTimer m_drawLater;
     QString m_applicationDirectory;
     FileCalls &m_calls;
     std::unique_ptr<Ui::logStats> ui;

@@ -76,12 +76,40 @@ void showFind(Walk &walk)
     walk.menu(u"menuToolsFind"_s);
 }
 
+constexpr QSize smallScreen(1024, 700);
+constexpr QSize largeScreen(1920, 1080);
+
+void pictureOfBothSizes(Walk &walk, const QString &name)
+{
+    walk.picture(name, walk.mainWindow(), smallScreen);
+    walk.picture(name + u"-large"_s, walk.mainWindow(), largeScreen);
+}
+
+void showFilter(Walk &walk)
+{
+    const QSize before = walk.mainWindow().size();
+    walk.key(Qt::Key_K, Qt::ControlModifier);
+    walk.type(u"filterText"_s, u"itu:E freq>95 -date:2023"_s);
+    pictureOfBothSizes(walk, u"filter"_s);
+    walk.control(u"Grid1"_s).setFocus();
+    QTest::keyClick(&walk.control(u"Grid1"_s), Qt::Key_A, Qt::ControlModifier);
+    walk.key(Qt::Key_F2);
+    QWidget &window = walk.window(u"editMany"_s);
+    walk.click(u"tickProp"_s, &window);
+    walk.type(u"valueProp"_s, u"Tropo"_s, &window);
+    walk.picture(u"edit-many"_s, window);
+    QTest::keyClick(&window, Qt::Key_Escape);
+    QTest::keyClick(&walk.control(u"filterText"_s), Qt::Key_Escape);
+    walk.mainWindow().resize(before);
+}
+
 } // namespace
 
 QList<Stop> mainStops()
 {
     return {{u"the log as it opens"_s, showStart}, {u"a new entry"_s, showNewEntry},
         {u"a message"_s, showMessageBox}, {u"Find"_s, showFind},
+        {u"a filter, and many receptions at once"_s, showFilter},
         {u"a reception, what was heard on its PI code before, and the map beside the log"_s,
             showEntryAndSearch}};
 }

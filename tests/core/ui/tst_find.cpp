@@ -49,7 +49,7 @@ void TestFind::itAsksForAPiCode()
     QCOMPARE(window.answers.seen().size(), 1);
     QCOMPARE(window.answers.seen().first().text, u"Enter PI to search for"_s);
     QCOMPARE(window.answers.seen().first().input, u""_s);
-    QCOMPARE(window.answers.seen().first().title, u"Quillon"_s);
+    QCOMPARE(window.answers.seen().first().title, u"Find"_s);
 }
 
 void TestFind::itStepsThroughTheRowsAndEnds()
