@@ -1,3 +1,4 @@
+#include "backup/backups.h"
 #include "commandline.h"
 #include "core/ui/form1.h"
 #include "live/receiversettings.h"
@@ -57,7 +58,7 @@ int main(int argc, char *argv[])
         return 0;
     }
     const FrontDoor door(directory);
-    Form1 form({directory, supplied, regional, &FileCalls::real(), receiverFolder()});
+    Form1 form({directory, supplied, regional, &FileCalls::real(), receiverFolder(), backupRoot()});
     form.Form_Load();
     form.show();
     QObject::connect(&door, &FrontDoor::wanted, &form, [&form] {

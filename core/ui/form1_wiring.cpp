@@ -71,6 +71,7 @@ void Form1::wireEntryForm()
 
 void Form1::wireMenus()
 {
+    on(m_ui->menuFileBackups, &Form1::menuFileBackups_Click);
     on(m_ui->MenuFileExit, &Form1::MenuFileExit_Click);
     on(m_ui->menuEditUndo, &Form1::menuEditUndo_Click);
     on(m_ui->menuEditRedo, &Form1::menuEditRedo_Click);
@@ -92,6 +93,7 @@ void Form1::wireMenus()
     on(m_ui->menuExportGoogleLog, &Form1::menuExportGoogleLog_Click);
     on(m_ui->menuExportWebPage, &Form1::menuExportWebPage_Click);
     on(m_ui->menuExportEmail, &Form1::menuExportEmail_Click);
+    on(m_ui->menuExportShown, &Form1::menuExportShown_Click);
     on(m_ui->menuToolsConverter, &Form1::menuToolsConverter_Click);
     on(m_ui->menuStats, &Form1::menuStats_Click);
     on(m_ui->menuSetup, &Form1::menuSetup_Click);

@@ -1,0 +1,82 @@
+#include "backup/ui/filebackups.h"
+
+#include "backup/restoring.h"
+
+#include "ui_filebackups.h"
+
+#include <QFileInfo>
+#include <QHeaderView>
+
+#include <algorithm>
+#include <utility>
+
+namespace quillon {
+
+using namespace Qt::StringLiterals;
+
+fileBackups::fileBackups(const Backups &backups, std::function<qint32()> receptionsNow, QWidget *parent)
+    : QDialog(parent)
+    , m_backups(backups)
+    , m_receptionsNow(std::move(receptionsNow))
+    , ui(std::make_unique<Ui::fileBackups>())
+{
+    ui->setupUi(this);
+    setAttribute(Qt::WA_DeleteOnClose);
+    ui->backupList->setHeadings({{u"Date (UTC)"_s, u"22/11/2026 05:00:00"_s, true},
+        {u"Receptions"_s, u"32000"_s, true}, {u"Compared to Now"_s, u"32000 fewer"_s}});
+    ui->backupList->horizontalHeader()->setSectionsClickable(false);
+    ui->backupList->setEmptyText(u"No backups yet. The first one of a day is made before the log changes."_s);
+    connect(ui->backupList->selectionModel(), &QItemSelectionModel::currentChanged, this,
+        [this] { showChoice(); });
+    connect(ui->backupList, &ResultList::lineActivated, ui->backupRestore, &QPushButton::click);
+    connect(ui->backupRestore, &QPushButton::clicked, this, [this] { restoreChosen(); });
+    connect(ui->backupOpenFolder, &QPushButton::clicked, this,
+        [this] { Q_EMIT folderWanted(m_backups.folder()); });
+    connect(ui->backupNow, &QPushButton::clicked, this, [this] { Q_EMIT backUpToWanted(); });
+    connect(ui->backupClose, &QPushButton::clicked, this, &QWidget::close);
+    refresh();
+}
+
+fileBackups::~fileBackups() = default;
+
+void fileBackups::refresh()
+{
+    m_listed = m_backups.list();
+    const bool isThere = !m_backups.folder().isEmpty() && QFileInfo(m_backups.folder()).isDir();
+    ui->backupFolder->setText(m_backups.folder());
+    ui->backupOpenFolder->setEnabled(isThere);
+    compare();
+}
+
+void fileBackups::compare()
+{
+    const int chosen = ui->backupList->listIndex();
+    const qint32 now = m_receptionsNow();
+    QStringList lines;
+    for (const Backup &backup : m_listed) {
+        const QString count = backup.receptions ? QString::number(*backup.receptions) : u"?"_s;
+        lines += generalText(backup.made) + u'\t'
+            + (backup.problem.isEmpty() ? QString(count + u'\t' + comparedToNow(backup.receptions, now))
+                                        : QString(u"\tcannot be read: "_s + backup.problem));
+    }
+    ui->backupList->setLines(lines);
+    if (!lines.isEmpty()) {
+        ui->backupList->setListIndex(chosen < 0 ? 0 : std::min(chosen, static_cast<int>(lines.size()) - 1));
+    }
+    showChoice();
+}
+
+void fileBackups::showChoice()
+{
+    const int line = ui->backupList->listIndex();
+    ui->backupRestore->setEnabled(line >= 0 && m_listed[static_cast<std::size_t>(line)].problem.isEmpty());
+}
+
+void fileBackups::restoreChosen()
+{
+    // The list is another one while it is being restored.
+    const Backup chosen = m_listed.at(static_cast<std::size_t>(ui->backupList->listIndex()));
+    Q_EMIT restoreWanted(chosen);
+}
+
+} // namespace quillon
