@@ -13,7 +13,7 @@
 
 namespace quillon {
 
-/// The files that are backed up may be so large together; a log that is full takes a twentieth of it.
+/// The files that are backed up may be so large together; a usual log that is full takes a twentieth of it.
 inline constexpr qint64 largestLog = qint64(64) << 20;
 
 /// True when there is a logbook or a tx.lst.

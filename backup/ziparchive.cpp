@@ -120,7 +120,7 @@ private:
 
 void addMember(zip_t *zip, const ZipMember &member, DateTime made)
 {
-    // The highest levels take a second for a full log, the lowest a twentieth of one.
+    // A change of the log waits for it: quick rather than small.
     constexpr zip_uint32_t quick = 1;
     zip_source_t *source =
         zip_source_buffer(zip, member.bytes.constData(), static_cast<zip_uint64_t>(member.bytes.size()), 0);

@@ -41,16 +41,11 @@ fileBackups::~fileBackups() = default;
 
 void fileBackups::refresh()
 {
+    const int line = ui->backupList->listIndex();
+    const QString chosen = line < 0 ? QString() : m_listed[static_cast<std::size_t>(line)].path;
     m_listed = m_backups.list();
-    const bool isThere = !m_backups.folder().isEmpty() && QFileInfo(m_backups.folder()).isDir();
     ui->backupFolder->setText(m_backups.folder());
-    ui->backupOpenFolder->setEnabled(isThere);
-    compare();
-}
-
-void fileBackups::compare()
-{
-    const int chosen = ui->backupList->listIndex();
+    ui->backupOpenFolder->setEnabled(QFileInfo(m_backups.folder()).isDir());
     const qint32 now = m_receptionsNow();
     QStringList lines;
     for (const Backup &backup : m_listed) {
@@ -60,8 +55,9 @@ void fileBackups::compare()
                                         : QString(u"\tcannot be read: "_s + backup.problem));
     }
     ui->backupList->setLines(lines);
-    if (!lines.isEmpty()) {
-        ui->backupList->setListIndex(chosen < 0 ? 0 : std::min(chosen, static_cast<int>(lines.size()) - 1));
+    const auto same = std::ranges::find(m_listed, chosen, &Backup::path);
+    if (!m_listed.empty()) {
+        ui->backupList->setListIndex(same == m_listed.end() ? 0 : static_cast<int>(same - m_listed.begin()));
     }
     showChoice();
 }

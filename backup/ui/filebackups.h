@@ -24,10 +24,8 @@ public:
     fileBackups(const Backups &backups, std::function<qint32()> receptionsNow, QWidget *parent = nullptr);
     ~fileBackups() override;
 
-    /// Lists the backups that are there now.
+    /// Lists the backups that are there now, and compares them with the log.
     void refresh();
-    /// The log has changed: compares the listed backups with it.
-    void compare();
 
 Q_SIGNALS:
     void restoreWanted(const quillon::Backup &backup);

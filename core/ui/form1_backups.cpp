@@ -7,6 +7,7 @@
 #include "platform/files.h"
 #include "ui/busypointer.h"
 #include "ui/desktop.h"
+#include "ui/documentsfolder.h"
 #include "ui/guard.h"
 #include "ui/messages.h"
 #include "ui/openwindow.h"
@@ -15,7 +16,6 @@
 
 #include <QFileDialog>
 #include <QScopeGuard>
-#include <QStandardPaths>
 
 #include <algorithm>
 #include <functional>
@@ -111,8 +111,8 @@ void Form1::restoreBackup(const Backup &backup, QWidget &window)
 void Form1::backUpTo(QWidget &window)
 {
     const DateTime now = UtcNow();
-    const QString offered = filePath(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation),
-        u"quillon "_s + formatted(now, u"yyyy-mm-dd hhnnss", MonthNames()) + u".zip"_s);
+    const QString offered = filePath(
+        documentsFolder(), u"quillon "_s + formatted(now, u"yyyy-mm-dd hhnnss", MonthNames()) + u".zip"_s);
     QFileDialog dialog(&window, u"Back Up Now To"_s);
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setNameFilter(u"Archive (*.zip)"_s);

@@ -5,12 +5,12 @@
 #include "txdb/derivedcells.h"
 #include "ui/busypointer.h"
 #include "ui/desktop.h"
+#include "ui/documentsfolder.h"
 #include "ui/statustext.h"
 #include "ui_form1.h"
 
 #include <QFileDialog>
 #include <QFileInfo>
-#include <QStandardPaths>
 
 namespace quillon {
 
@@ -76,9 +76,8 @@ void Form1::menuExportShown_Click()
         return;
     }
     const QString count = receptionCount(static_cast<qsizetype>(shown.entries.size()));
-    const QString offered = m_shownFile.isEmpty()
-        ? filePath(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation), u"receptions.csv"_s)
-        : m_shownFile;
+    const QString offered =
+        m_shownFile.isEmpty() ? filePath(documentsFolder(), u"receptions.csv"_s) : m_shownFile;
     const auto target =
         askForTarget(this, u"Export %1 (%2)"_s.arg(count, onlyChosen ? u"chosen"_s : u"shown"_s), offered);
     if (!target) {

@@ -3,6 +3,7 @@
 #include "core/ui/results.h"
 #include "stats/ui/logstats.h"
 #include "ui/guard.h"
+#include "ui/shortcutfirst.h"
 #include "ui/statustext.h"
 #include "ui_form1.h"
 
@@ -99,6 +100,8 @@ void Form1::wireMenus()
     on(m_ui->menuSetup, &Form1::menuSetup_Click);
     on(m_ui->menuAbout, &Form1::menuAbout_Click);
     m_ui->menuEditRedo->setShortcuts({QKeySequence(u"Ctrl+Shift+Z"_s), QKeySequence(u"Ctrl+Y"_s)});
+
+    new ShortcutFirst(*this, {m_ui->menuExportShown->shortcut(), QKeySequence(Qt::CTRL | Qt::Key_K)});
 
     const auto shortcut = [this](const QKeySequence &keys, const QString &button) {
         connect(new QShortcut(keys, this), &QShortcut::activated, m_form->button(button),

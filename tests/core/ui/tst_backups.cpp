@@ -140,6 +140,8 @@ void TestBackupsWindow::restoringIsOneStep()
     // The present one is in a backup.
     QCOMPARE(window.names().size(), before + 1);
     QCOMPARE(readZip(window.backups().list().front().path, ZipReading::Whole).members.front().bytes, present);
+    // The list goes on showing the same one.
+    QVERIFY(list->text(list->listIndex()).startsWith(u"01/06/2025"_s));
     window.trigger("menuEditUndo");
     QCOMPARE(window.logbook(), present);
     QCOMPARE(window.transmitterFile(), sites);
