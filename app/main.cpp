@@ -1,3 +1,4 @@
+#include "backup/backups.h"
 #include "commandline.h"
 #include "core/ui/form1.h"
 #include "live/receiversettings.h"
@@ -60,7 +61,7 @@ int main(int argc, char *argv[])
     const FrontDoor door(directory);
     const QString settings = commandLine.settings();
     Form1 form({directory, supplied, regional, &FileCalls::real(),
-        settings.isEmpty() ? receiverFolder() : QDir(settings).absolutePath()});
+        settings.isEmpty() ? receiverFolder() : QDir(settings).absolutePath(), backupRoot()});
     form.Form_Load();
     form.show();
     QObject::connect(&door, &FrontDoor::wanted, &form, [&form] {

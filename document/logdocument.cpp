@@ -49,15 +49,17 @@ void LogDocument::commit(Change change, Saving saving)
     DocumentChange told;
     std::exception_ptr failure;
     const qint32 before = m_log.count();
+    const auto kept = before - static_cast<qint32>(change.log.removed.size());
+    told.kind = change.log.removed.empty() ? DocumentChange::Kind::Made : DocumentChange::Kind::Restored;
     try {
         make(change, told);
     } catch (const RuntimeError &) {
-        if (m_log.count() == before) {
+        if (m_log.count() == before && change.log.removed.empty()) {
             throw;
         }
         // The log could not grow behind the last entry, which is in it.
         failure = std::current_exception();
-        change.log.added.resize(static_cast<std::size_t>(m_log.count() - before));
+        change.log.added.resize(static_cast<std::size_t>(m_log.count() - kept));
     }
     const bool log = saving != Saving::Sites && (!change.log.isEmpty() || change.sites.empty());
     const bool sites = saving == Saving::Sites || !change.sites.empty()
@@ -111,10 +113,11 @@ void LogDocument::make(const Change &change, DocumentChange &told)
             }
         }
         const qint32 after = m_log.count();
-        const auto [fewer, more] = std::minmax(before, after);
+        const qint32 fewer = std::min(after, before - static_cast<qint32>(change.log.removed.size()));
+        const qint32 more = std::max(before, after);
         if (fewer != more) {
             m_lines.changedFrom(fewer);
-            told.added = told.added || m_log.count() > before;
+            told.added = told.added || after > fewer;
             const auto first = static_cast<std::ptrdiff_t>(told.entries.size());
             told.entries.resize(told.entries.size() + static_cast<std::size_t>(more - fewer));
             std::iota(told.entries.begin() + first, told.entries.end(), fewer);
@@ -124,7 +127,7 @@ void LogDocument::make(const Change &change, DocumentChange &told)
     try {
         m_log.apply(change.log);
     } catch (const RuntimeError &) {
-        if (m_log.count() != before) {
+        if (m_log.count() != before || !change.log.removed.empty()) {
             m_sites.apply(change.sites);
         }
         note();
@@ -137,6 +140,7 @@ void LogDocument::make(const Change &change, DocumentChange &told)
 void LogDocument::saveLog()
 {
     m_logUnsaved = true;
+    m_beforeWriting();
     const auto copy = m_logFile.save(
         m_config.path(m_config.settings().logbookFileName), m_config.applicationDir(), m_lines.bytes(m_log));
     m_logUnsaved = false;
@@ -148,6 +152,7 @@ void LogDocument::saveLog()
 void LogDocument::saveSites()
 {
     m_sitesUnsaved = true;
+    m_beforeWriting();
     const auto copy = m_sitesFile.save(m_config.path(u"tx.lst"_s), m_config.applicationDir(),
         transmitterBytes(m_sites, m_regional.codePage));
     m_sitesUnsaved = false;

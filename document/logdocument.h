@@ -12,6 +12,8 @@
 #include <QObject>
 
 #include <exception>
+#include <functional>
+#include <utility>
 #include <vector>
 
 namespace quillon {
@@ -20,8 +22,8 @@ namespace quillon {
 struct DocumentChange
 {
     enum class Kind {
-        Made, ///< by a command
-        Restored, ///< by an undo or a redo
+        Made, ///< by a command that added receptions or changed them
+        Restored, ///< by an undo, a redo, or whatever else took receptions away
     };
     Kind kind = Kind::Made;
     std::vector<qint32> entries; ///< their numbers; one that is gone is not below count() any more
@@ -46,6 +48,9 @@ public:
     LogbookLoading loadLogbook();
     /// Reads tx.lst, if there is one; false when there is none. Throws what readTransmitters throws.
     bool loadSites();
+
+    /// Does this before a file is written, each time. It must not throw.
+    void beforeWriting(std::function<void()> work) { m_beforeWriting = std::move(work); }
 
     enum class Saving {
         Changed, ///< the files of what has changed; the logbook when nothing has
@@ -112,6 +117,7 @@ private:
     KeptFile m_logFile;
     KeptFile m_sitesFile;
     History m_history;
+    std::function<void()> m_beforeWriting = [] {};
     std::optional<Step> m_group;
     bool m_logUnsaved = false;
     bool m_sitesUnsaved = false;

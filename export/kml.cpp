@@ -1,5 +1,6 @@
 #include "export/kml.h"
 
+#include "export/kmldocument.h"
 #include "net/textencoding.h"
 
 namespace quillon {
@@ -8,70 +9,13 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Red and orange, as alpha, blue, green, red.
-constexpr QByteArrayView transmitterColor = "ff0000ff";
-constexpr QByteArrayView heardColor = "ff00aaff";
+constexpr QByteArrayView transmitterColor = "ff0000ff"; // red
 
-// A document that grows line by line.
-class Document
+KmlDocument documentOf(const QString &folder, const CodePage &codePage)
 {
-public:
-    Document(const QString &folder, const CodePage &codePage)
-        : m_codePage(codePage)
-    {
-        add("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\r\n"
-            "<kml xmlns=\"http://earth.google.com/kml/2.1\">\r\n"
-            "<Folder>\r\n"
-            "<name>");
-        addText(folder);
-        add("</name>\r\n");
-    }
-
-    void reserve(qsizetype size) { m_bytes.reserve(size); }
-
-    void beginPlacemark(const QString &site, const QString &country)
-    {
-        add("<Placemark><name>");
-        addText(site);
-        add(" (");
-        addText(country);
-        add(")</name>\r\n");
-    }
-
-    void beginList() { add("<description><![CDATA[ <ol>\r\n"); }
-
-    void addToList(QByteArrayView line) { add(line); }
-
-    void endList() { add("</ol>]]> </description>\r\n"); }
-
-    void endPlacemark(QByteArrayView color, const Transmitter &transmitter)
-    {
-        add("<Style><IconStyle><color>");
-        add(color);
-        add("</color></IconStyle></Style>\r\n"
-            "<Point><extrude>1</extrude><altitudeMode>relativeToGround</altitudeMode>\r\n"
-            "<coordinates>");
-        addText(transmitter.longitude);
-        add(",");
-        addText(transmitter.latitude);
-        add(",200</coordinates>\r\n"
-            "</Point></Placemark>\r\n");
-    }
-
-    [[nodiscard]] QByteArray finished()
-    {
-        add("</Folder>\r\n"
-            "</kml> \r\n");
-        return std::move(m_bytes);
-    }
-
-private:
-    void add(QByteArrayView bytes) { m_bytes.append(bytes); }
-    void addText(const QString &text) { m_codePage.appendEncoded(m_bytes, text); }
-
-    const CodePage &m_codePage;
-    QByteArray m_bytes;
-};
+    return {
+        folder, [&codePage](QByteArray &bytes, QStringView text) { codePage.appendEncoded(bytes, text); }};
+}
 
 // About what a placemark and a list line take, so that a large document grows without being copied.
 constexpr qsizetype placemarkSize = 320;
@@ -81,11 +25,11 @@ constexpr qsizetype listLineSize = 64;
 
 QByteArray transmitterKml(const TransmitterList &transmitters, const CodePage &codePage)
 {
-    Document document(u"Quillon - Export TX"_s, codePage);
+    KmlDocument document = documentOf(u"Quillon - Export TX"_s, codePage);
     document.reserve((transmitters.count() + 1) * placemarkSize);
     for (const Transmitter &transmitter : transmitters) {
         document.beginPlacemark(transmitter.name, transmitter.country);
-        document.endPlacemark(transmitterColor, transmitter);
+        document.endPlacemark(transmitterColor, transmitter.longitude, transmitter.latitude);
     }
     return document.finished();
 }
@@ -94,7 +38,7 @@ QByteArray logbookKml(const Logbook &log, const TransmitterList &transmitters, c
 {
     const std::vector<Reception> receptions = findReceptions(log, transmitters);
     const ReceptionLines lines(log, codePage);
-    Document document(u"Quillon - Export LogBook"_s, codePage);
+    KmlDocument document = documentOf(u"Quillon - Export LogBook"_s, codePage);
     document.reserve((transmitters.count() + 1) * placemarkSize + log.count() * listLineSize);
     auto next = receptions.begin();
     int row = 0;
@@ -105,7 +49,7 @@ QByteArray logbookKml(const Logbook &log, const TransmitterList &transmitters, c
             document.addToList(lines.of(next->entry));
         }
         document.endList();
-        document.endPlacemark(heardColor, transmitter);
+        document.endPlacemark(heardColor, transmitter.longitude, transmitter.latitude);
         ++row;
     }
     return document.finished();
@@ -140,7 +84,7 @@ std::optional<QByteArray> HeardKml::month(DateTime month) const
 
 QByteArray HeardKml::document(const QString &folder, const std::vector<Reception> &receptions) const
 {
-    Document document(folder, m_codePage);
+    KmlDocument document = documentOf(folder, m_codePage);
     for (auto next = receptions.begin(); next != receptions.end();) {
         const int row = next->transmitter;
         const Transmitter &transmitter = m_transmitters.row(row);
@@ -150,7 +94,7 @@ QByteArray HeardKml::document(const QString &folder, const std::vector<Reception
             document.addToList(m_lines.of(next->entry));
         }
         document.endList();
-        document.endPlacemark(heardColor, transmitter);
+        document.endPlacemark(heardColor, transmitter.longitude, transmitter.latitude);
     }
     return document.finished();
 }

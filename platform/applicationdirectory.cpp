@@ -1,6 +1,7 @@
 #include "platform/applicationdirectory.h"
 
 #include "platform/files.h"
+#include "platform/folder.h"
 #include "platform/runtimeerror.h"
 
 #include <QCoreApplication>
@@ -20,21 +21,6 @@ namespace {
 
 constexpr mode_t usualMode = 0777;
 
-// The directories on the way to a path, and itself.
-void makePath(const QString &path, FileCalls &calls, const QString &doing)
-{
-    if (QFileInfo(path).isDir()) {
-        return;
-    }
-    if (const QString above = QFileInfo(path).path(); above != path) {
-        makePath(above, calls, doing);
-    }
-    // Another program may have been quicker.
-    if (calls.makeDirectory(QFile::encodeName(path), usualMode) < 0 && errno != EEXIST) {
-        throw systemError(errno, doing);
-    }
-}
-
 // A directory that is filled before it gets its name; gone with all that is in it unless it was renamed.
 class NewDirectory
 {
@@ -45,7 +31,7 @@ public:
         , m_target(QFile::encodeName(target))
     {
         const QString above = QFileInfo(target).path();
-        makePath(above, calls, m_doing);
+        makeFolders(above, calls, m_doing);
         QByteArray name = QFile::encodeName(above + u"/.quillon-XXXXXX"_s);
         check(calls.makeDirectoryOfNewName(name));
         m_shelter = QFile::decodeName(name);

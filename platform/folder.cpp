@@ -3,6 +3,7 @@
 #include "platform/runtimeerror.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QStringDecoder>
 
 #include <algorithm>
@@ -88,6 +89,21 @@ std::optional<QByteArray> listedFile(const QString &directory, const QString &na
         }
     });
     return found ? std::optional(QFile::encodeName(directory) + '/' + *found) : std::nullopt;
+}
+
+void makeFolders(const QString &path, FileCalls &calls, const QString &doing)
+{
+    constexpr mode_t usualMode = 0777;
+    if (QFileInfo(path).isDir()) {
+        return;
+    }
+    if (const QString above = QFileInfo(path).path(); above != path) {
+        makeFolders(above, calls, doing);
+    }
+    // Another program may have been quicker.
+    if (calls.makeDirectory(QFile::encodeName(path), usualMode) < 0 && errno != EEXIST) {
+        throw systemError(errno, doing);
+    }
 }
 
 } // namespace quillon

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/codepage.h"
+#include "platform/filecalls.h"
 
 #include <QByteArray>
 #include <QString>
@@ -22,5 +23,9 @@ namespace quillon {
 /// come first. Nothing when there is none; throws the run-time error of a folder that cannot be read.
 [[nodiscard]] std::optional<QByteArray> listedFile(
     const QString &directory, const QString &name, const CodePage &codePage);
+
+/// Makes the folder of this path and those on the way to it that are not there. Throws the run-time error of
+/// what failed, with `doing`.
+void makeFolders(const QString &path, FileCalls &calls, const QString &doing);
 
 } // namespace quillon

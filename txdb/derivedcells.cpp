@@ -11,9 +11,12 @@
 
 namespace quillon {
 
-namespace {
+std::optional<GeoPosition> homePosition(const Settings &settings)
+{
+    return homeIsSet(settings) ? positionFrom(settings.homeLatitude, settings.homeLongitude) : std::nullopt;
+}
 
-std::optional<GeoPosition> siteOf(const LogEntry &entry, const TransmitterList &sites)
+std::optional<GeoPosition> placeOf(const LogEntry &entry, const TransmitterList &sites)
 {
     const auto row = sites.find(entry.transmitter, entry.country);
     if (!row) {
@@ -23,17 +26,10 @@ std::optional<GeoPosition> siteOf(const LogEntry &entry, const TransmitterList &
     return positionFrom(site.latitude, site.longitude);
 }
 
-} // namespace
-
-std::optional<GeoPosition> homePosition(const Settings &settings)
-{
-    return homeIsSet(settings) ? positionFrom(settings.homeLatitude, settings.homeLongitude) : std::nullopt;
-}
-
 QString azimuthCell(
     const LogEntry &entry, const TransmitterList &sites, const std::optional<GeoPosition> &home)
 {
-    const auto site = siteOf(entry, sites);
+    const auto site = placeOf(entry, sites);
     // From home to home there is no direction.
     if (!home || !site || *home == *site) {
         return {};
@@ -43,7 +39,7 @@ QString azimuthCell(
 
 QString locatorCell(const LogEntry &entry, const TransmitterList &sites)
 {
-    const auto site = siteOf(entry, sites);
+    const auto site = placeOf(entry, sites);
     return site ? locatorOf(*site) : QString();
 }
 
@@ -53,7 +49,7 @@ QString mufCell(const LogEntry &entry, const TransmitterList &sites, const std::
     if (!home || entry.prop != propagationModes.front()) {
         return {};
     }
-    const auto site = siteOf(entry, sites);
+    const auto site = placeOf(entry, sites);
     const double kilometres = site ? legBetween(*home, *site).kilometres : 0;
     const auto muf = esMuf(kilometres, numeric(entry.freq).value_or(0));
     return muf && kilometres <= longest ? QString::number(*muf, 'f', 1) : QString();

@@ -14,6 +14,9 @@ namespace quillon {
 /// The home of the settings; nothing while it is not set or cannot be read.
 [[nodiscard]] std::optional<GeoPosition> homePosition(const Settings &settings);
 
+/// The place of the site of an entry; nothing for a site that the list does not know or has no place for.
+[[nodiscard]] std::optional<GeoPosition> placeOf(const LogEntry &entry, const TransmitterList &sites);
+
 // Cells that follow from a reception, the place of its site and home. Empty where one of them is missing.
 
 /// The direction from home to the site in whole degrees, "0" to "359".

@@ -29,6 +29,7 @@ Form1::Form1(const Form1Options &options)
     : m_ui(std::make_unique<Ui::Form1>())
     , m_options(options)
     , m_config(options.applicationDir, options.regional.codePage, *options.fileCalls)
+    , m_backups(options.backupFolder, m_config, *options.fileCalls)
     , m_document(m_config, options.regional, *options.fileCalls)
     , m_rows(m_document.log(), options.regional.months)
     , m_inet(new Inet1(options.regional.codePage, this))
@@ -58,6 +59,7 @@ Form1::Form1(const Form1Options &options)
     wireFilter();
     wireView();
     wireFirstSteps();
+    wireBackups();
     giveMenuIcons(*m_ui->menubar);
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "backup/backups.h"
 #include "core/config.h"
 #include "core/logrows.h"
 #include "core/ui/entryform.h"
@@ -50,6 +51,8 @@ struct Form1Options
     FileCalls *fileCalls = &FileCalls::real();
     /// Where the look of the windows and the receiver's settings are kept; nothing is kept without one.
     QString lookFolder = {};
+    /// Where the backups of the logs are; none are made without one.
+    QString backupFolder = {};
 };
 
 /// The main window: owns the settings and the document, and wires everything to them.
@@ -225,6 +228,16 @@ private:
     void menuExportEmail_Click();
     void tellExported(const QString &path);
 
+    // form1_shown.cpp: what the grid shows, as a file
+    void menuExportShown_Click();
+
+    // form1_backups.cpp: the copy of yesterday
+    void wireBackups();
+    [[nodiscard]] qint32 receptionsNow() const;
+    void menuFileBackups_Click();
+    void restoreBackup(const Backup &backup, QWidget &window);
+    void backUpTo(QWidget &window);
+
     // form1_import.cpp: receptions recorded by other programs
     void menuImportRDSSpyLog_Click();
     [[nodiscard]] QString addReception(const RdsSpyReception &reception);
@@ -247,6 +260,7 @@ private:
     std::unique_ptr<Ui::Form1> m_ui;
     Form1Options m_options;
     Config m_config;
+    Backups m_backups;
     LogDocument m_document;
     LogRows m_rows;
     EntryForm *m_form = nullptr;
@@ -262,6 +276,7 @@ private:
     Inet1 *m_inet;
     QPointer<ScratchPad> m_scratchPad;
     QString m_found; ///< what Find looked for last
+    QString m_shownFile; ///< where the last export of the shown receptions went
     QTimer m_listsLater;
     WindowMemory *m_memory = nullptr;
     FirstSteps *m_firstSteps = nullptr;

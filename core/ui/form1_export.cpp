@@ -13,8 +13,6 @@
 
 #include <QProgressBar>
 
-#include <algorithm>
-#include <functional>
 #include <optional>
 
 namespace quillon {
@@ -105,7 +103,7 @@ void Form1::menuExportEmail_Click()
 
 void Form1::tellExported(const QString &path)
 {
-    tell(exported(static_cast<int>(std::ranges::count_if(log(), std::not_fn(isDeleted))), path));
+    tell(exported(receptionsNow(), path));
 }
 
 } // namespace quillon

@@ -3,6 +3,7 @@
 #include "core/ui/results.h"
 #include "stats/ui/logstats.h"
 #include "ui/guard.h"
+#include "ui/shortcutfirst.h"
 #include "ui/statustext.h"
 #include "ui_form1.h"
 
@@ -74,6 +75,7 @@ void Form1::wireEntryForm()
 
 void Form1::wireMenus()
 {
+    on(m_ui->menuFileBackups, &Form1::menuFileBackups_Click);
     on(m_ui->MenuFileExit, &Form1::MenuFileExit_Click);
     on(m_ui->menuEditUndo, &Form1::menuEditUndo_Click);
     on(m_ui->menuEditRedo, &Form1::menuEditRedo_Click);
@@ -95,11 +97,14 @@ void Form1::wireMenus()
     on(m_ui->menuExportGoogleLog, &Form1::menuExportGoogleLog_Click);
     on(m_ui->menuExportWebPage, &Form1::menuExportWebPage_Click);
     on(m_ui->menuExportEmail, &Form1::menuExportEmail_Click);
+    on(m_ui->menuExportShown, &Form1::menuExportShown_Click);
     on(m_ui->menuToolsConverter, &Form1::menuToolsConverter_Click);
     on(m_ui->menuStats, &Form1::menuStats_Click);
     on(m_ui->menuSetup, &Form1::menuSetup_Click);
     on(m_ui->menuAbout, &Form1::menuAbout_Click);
     m_ui->menuEditRedo->setShortcuts({QKeySequence(u"Ctrl+Shift+Z"_s), QKeySequence(u"Ctrl+Y"_s)});
+
+    new ShortcutFirst(*this, {m_ui->menuExportShown->shortcut(), QKeySequence(Qt::CTRL | Qt::Key_K)});
 
     const auto shortcut = [this](const QKeySequence &keys, const QString &button) {
         connect(new QShortcut(keys, this), &QShortcut::activated, m_form->button(button),

@@ -25,6 +25,7 @@ public:
         environment.remove(u"QUILLON_DIR"_s);
         environment.insert(u"HOME"_s, home.path());
         environment.insert(u"XDG_DATA_HOME"_s, home.file(u"data"_s));
+        environment.insert(u"XDG_STATE_HOME"_s, home.file(u"state"_s));
         environment.insert(u"QT_QPA_PLATFORM"_s, u"offscreen"_s);
         process.setProcessEnvironment(environment);
         process.setWorkingDirectory(home.path());

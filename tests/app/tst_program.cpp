@@ -15,6 +15,91 @@ using namespace quillon::test;
 namespace {
 
 const QByteArray defaultConfiguration = "LOG_BOOK_CALLSIGN=NOCALL\r\n";
+<<<<<<< HEAD
+=======
+constexpr int patience = 30'000; // milliseconds
+
+// The program running on its own.
+class Program
+{
+public:
+    QProcess process;
+    TestDirectory home;
+
+    Program()
+    {
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.remove(u"QUILLON_DIR"_s);
+        environment.insert(u"HOME"_s, home.path());
+        environment.insert(u"XDG_DATA_HOME"_s, home.file(u"data"_s));
+        environment.insert(u"XDG_STATE_HOME"_s, home.file(u"state"_s));
+        environment.insert(u"QT_QPA_PLATFORM"_s, u"offscreen"_s);
+        process.setProcessEnvironment(environment);
+        process.setWorkingDirectory(home.path());
+    }
+    ~Program()
+    {
+        process.kill();
+        process.waitForFinished(patience);
+    }
+    void set(const QString &name, const QString &value)
+    {
+        QProcessEnvironment environment = process.processEnvironment();
+        environment.insert(name, value);
+        process.setProcessEnvironment(environment);
+    }
+    [[nodiscard]] bool start(
+        const QStringList &arguments = {}, const QString &program = QStringLiteral(QUILLON_PROGRAM))
+    {
+        process.start(program, arguments);
+        return process.waitForStarted(patience);
+    }
+    // What the ended program said, and how it ended.
+    [[nodiscard]] bool ended() { return process.waitForFinished(patience); }
+};
+
+// A display of its own.
+class OwnScreen
+{
+public:
+    OwnScreen() = default;
+    OwnScreen(const OwnScreen &) = delete;
+    OwnScreen &operator=(const OwnScreen &) = delete;
+    ~OwnScreen()
+    {
+        m_server.terminate();
+        m_server.waitForFinished(patience);
+    }
+    [[nodiscard]] bool start()
+    {
+        m_server.start(u"Xvfb"_s, {u"-displayfd"_s, u"1"_s, u"-screen"_s, u"0"_s, u"1280x800x24"_s});
+        return m_server.waitForStarted(patience) && m_server.waitForReadyRead(patience);
+    }
+    void give(Program &program)
+    {
+        if (m_name.isEmpty()) {
+            m_name = u':' + QString::fromLatin1(m_server.readLine().trimmed());
+        }
+        program.set(u"QT_QPA_PLATFORM"_s, u"xcb"_s);
+        program.set(u"DISPLAY"_s, m_name);
+    }
+
+private:
+    QProcess m_server;
+    QString m_name;
+};
+
+// Presses a key in the window with this title as soon as it is there.
+bool typed(QProcess &keys, const Program &program, const QString &title, const QString &key)
+{
+    keys.setProcessEnvironment(program.process.processEnvironment());
+    keys.start(u"xdotool"_s,
+        {u"search"_s, u"--sync"_s, u"--onlyvisible"_s, u"--name"_s, title, u"windowfocus"_s, u"--sync"_s,
+            u"key"_s, key});
+    return keys.waitForFinished(patience);
+}
+
+>>>>>>> 8e845ce (The log is backed up before the first change of a day, and a backup can be brought back; the shown receptions are exported from the menu)
 QByteArray bytesOf(const QString &path)
 {
     QFile file(path);

@@ -4,7 +4,7 @@ build=$1
 source=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
-export HOME=$work/home XDG_DATA_HOME=$work/data XDG_CACHE_HOME=$work/cache XDG_RUNTIME_DIR=$work/run
+export HOME=$work/home XDG_DATA_HOME=$work/data XDG_STATE_HOME=$work/state XDG_CACHE_HOME=$work/cache XDG_RUNTIME_DIR=$work/run
 export LANG=en_GB.UTF-8 LC_ALL= QUILLON_DIR= TZ=UTC
 unset DISPLAY WAYLAND_DISPLAY QT_QPA_PLATFORM
 mkdir -p -m 700 "$HOME" "$XDG_RUNTIME_DIR"

@@ -54,8 +54,9 @@ private Q_SLOTS:
         const QDir root(QStringLiteral(QUILLON_TEST_DATA "/../.."));
         QStringList found;
         int sources = 0;
-        for (const QString &folder : {u"app"_s, u"core"_s, u"export"_s, u"fmlist"_s, u"geo"_s, u"import"_s,
-                 u"net"_s, u"platform"_s, u"stats"_s, u"txdb"_s, u"ui"_s}) {
+        for (const QString &folder :
+            {u"app"_s, u"backup"_s, u"core"_s, u"document"_s, u"export"_s, u"fmlist"_s, u"geo"_s, u"import"_s,
+                u"net"_s, u"platform"_s, u"stats"_s, u"txdb"_s, u"ui"_s}) {
             QDirIterator files(
                 root.filePath(folder), {u"*.cpp"_s, u"*.h"_s}, QDir::Files, QDirIterator::Subdirectories);
             while (files.hasNext()) {

@@ -67,7 +67,7 @@ void MainWindow::start()
     stop();
     installLooks();
     m_form = std::make_unique<Form1>(Form1Options {directory.path(), QStringLiteral(QUILLON_SUPPLIED),
-        Regional::fromEnvironment(), &calls, look.path()});
+        Regional::fromEnvironment(), &calls, look.path(), backupFolder});
     m_form->Form_Load();
     m_form->show();
     if (!QTest::qWaitForWindowActive(m_form.get())) {

@@ -38,6 +38,7 @@ class MainWindow
 public:
     TestDirectory directory;
     TestDirectory look; ///< where the look of the windows is kept
+    QString backupFolder; ///< where backups go; none are made without one
     DialogAnswers answers;
     FailingCalls calls;
 

@@ -1,3 +1,4 @@
+#include "backup/backups.h"
 #include "core/config.h"
 #include "core/ui/form1.h"
 #include "platform/applicationdirectory.h"
@@ -65,12 +66,13 @@ int main(int argc, char **argv)
         return 1;
     }
     quillon::tour::setLook();
-    quillon::Form1 form(
-        {QDir(directory).absolutePath(), quillon::suppliedDirectory(), quillon::Regional::fromEnvironment()});
+    quillon::Form1 form({QDir(directory).absolutePath(), quillon::suppliedDirectory(),
+        quillon::Regional::fromEnvironment(), &quillon::FileCalls::real(), {}, quillon::backupRoot()});
+    quillon::Config config(QDir(directory).absolutePath());
+    config.readConfig();
+    quillon::tour::makeBackups(config);
     form.Form_Load();
     form.show();
-    quillon::Config config(directory);
-    config.readConfig();
     quillon::tour::Walk walk(form, pictures, config.settings().fmlistUrl, options.value(u"receiver"_s));
     const int failed = visitAll(walk);
     std::printf("%lld pictures\n", static_cast<long long>(walk.written().size()));

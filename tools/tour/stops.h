@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/config.h"
 #include "tour/walk.h"
 
 #include <QList>
@@ -18,6 +19,8 @@ struct Stop
 [[nodiscard]] QList<Stop> mainStops();
 /// Quick Add, Find, converter, setup, scratch pad, about, statistics.
 [[nodiscard]] QList<Stop> windowStops();
+/// Backups as a log of some months has them, of a log that grows.
+void makeBackups(const Config &config);
 /// FMList: the search and the questions of the automatic one.
 [[nodiscard]] QList<Stop> fmlistStops();
 /// RDS Spy and RDSDX. They change the log, so they come late.

@@ -1,3 +1,5 @@
+#include "backup/backups.h"
+#include "platform/files.h"
 #include "support/opened.h"
 #include "tour/stops.h"
 
@@ -82,6 +84,14 @@ void showStatistics(Walk &walk)
     leave(window);
 }
 
+void showBackups(Walk &walk)
+{
+    walk.menu(u"menuFileBackups"_s);
+    QWidget &window = walk.window(u"fileBackups"_s);
+    walk.picture(u"backups"_s, window);
+    leave(window);
+}
+
 // The pages are pictured in a browser, from the folder that the tour leaves.
 void writeWebPages(Walk &walk)
 {
@@ -94,11 +104,29 @@ void writeWebPages(Walk &walk)
 
 } // namespace
 
+void makeBackups(const Config &config)
+{
+    constexpr int receptionsADay = 3;
+    const QString path = config.path(config.settings().logbookFileName);
+    const QByteArray log = readFile(path);
+    Backups backups(backupRoot(), config);
+    qsizetype end = log.size();
+    for (int day = 30; day > 18; --day) {
+        writeFile(path, log.first(end));
+        backups.make(*fromCivil({2025, 6, day, 17, day, day / 2}));
+        for (int line = 0; line < receptionsADay; ++line) {
+            end = log.lastIndexOf('\n', end - 2) + 1;
+        }
+    }
+    writeFile(path, log);
+}
+
 QList<Stop> windowStops()
 {
     return {{u"Quick Add"_s, showQuickAdd}, {u"the converter"_s, showConverter}, {u"the setup"_s, showSetup},
         {u"the scratch pad"_s, showScratchPad}, {u"about"_s, showAbout},
-        {u"the statistics"_s, showStatistics}, {u"the web pages"_s, writeWebPages}};
+        {u"the statistics"_s, showStatistics}, {u"the backups"_s, showBackups},
+        {u"the web pages"_s, writeWebPages}};
 }
 
 } // namespace quillon::tour

@@ -1,0 +1,66 @@
+#pragma once
+
+#include "core/config.h"
+#include "platform/datetime.h"
+#include "platform/filecalls.h"
+
+#include <QString>
+
+#include <optional>
+#include <vector>
+
+namespace quillon {
+
+/// `$XDG_STATE_HOME/quillon/backups`, or its usual place: under it each application directory has a folder.
+[[nodiscard]] QString backupRoot();
+
+/// A backup that is there.
+struct Backup
+{
+    QString path;
+    DateTime made; ///< UTC, by its name
+    std::optional<qint32> receptions; ///< nothing when the archive does not say it
+    QString problem; ///< why it cannot be read; empty when it can
+};
+
+/// The days of which a backup is kept in any case.
+inline constexpr int daysKept = 30;
+
+/// Those of the moments whose backups go: older than the last 30 days (UTC) and not the last of their month.
+[[nodiscard]] std::vector<DateTime> outdated(std::vector<DateTime> made, DateTime now);
+
+/// The copies of the files of a log: logbook, tx.lst, country.lst, stations.lst and LOGBOOK.INI, each time as
+/// one dated .zip.
+class Backups
+{
+public:
+    /// Without a root none is made by itself. `config` says where the files are, and must outlive the object.
+    Backups(const QString &root, const Config &config, FileCalls &calls = FileCalls::real());
+
+    /// The folder of this application directory: its name and a hash of its path. Empty without a root.
+    [[nodiscard]] const QString &folder() const { return m_folder; }
+
+    /// The backups that are there, the last one first.
+    [[nodiscard]] std::vector<Backup> list() const;
+
+    /// Backs the files up as they are now, into the folder; the result is the path. Throws the run-time error
+    /// of what failed; nothing is left behind then.
+    QString make(DateTime now);
+    /// The same, into a file of any other name and place, which is replaced whole.
+    void makeAs(const QString &path, DateTime now);
+
+    /// To be called before a file of the log is written: makes the first backup of the day, if there is none
+    /// and there is a logbook or a tx.lst, and removes what is outdated. The text of the run-time error of
+    /// what failed; it is tried once a day.
+    [[nodiscard]] std::optional<QString> makeDaily(DateTime now);
+
+private:
+    void removeOutdated(DateTime now);
+
+    const Config &m_config;
+    FileCalls &m_calls;
+    QString m_folder;
+    std::optional<qint64> m_dayDone;
+};
+
+} // namespace quillon

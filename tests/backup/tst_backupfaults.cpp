@@ -1,0 +1,118 @@
+#include "backuphome.h"
+#include "support/child.h"
+
+#include <QRandomGenerator>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+using namespace quillon;
+using namespace quillon::test;
+
+namespace {
+
+const DateTime noon = at(u"22/11/2026 12:00:00"_s);
+
+} // namespace
+
+class TestBackupFaults : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void whicheverCallFailsTheLogIsUntouched_data()
+    {
+        QTest::addColumn<int>("code");
+        QTest::newRow("full disk") << ENOSPC;
+        QTest::newRow("read-only") << EROFS;
+        QTest::newRow("broken disk") << EIO;
+    }
+    void whicheverCallFailsTheLogIsUntouched()
+    {
+        QFETCH(int, code);
+        const QString yesterday = u"2026-11-21 120000.zip"_s;
+        const QString outdatedOne = u"2026-02-03 120000.zip"_s;
+        const QString lastOfFebruary = u"2026-02-04 120000.zip"_s;
+        for (int failing = 1;; ++failing) {
+            const BackupHome home;
+            home.put(yesterday, "kept");
+            home.put(outdatedOne, "old");
+            home.put(lastOfFebruary, "last");
+            const QStringList before = home.files();
+            FaultyCalls calls(failing, code);
+            Backups backups = home.backups(calls);
+            const auto failure = backups.makeDaily(noon);
+            QCOMPARE(home.files(), before);
+            QCOMPARE(calls.open(), 0);
+            QStringList names = home.names();
+            QCOMPARE(names.removeAll(yesterday), 1);
+            QCOMPARE(names.removeAll(lastOfFebruary), 1);
+            names.removeAll(outdatedOne);
+            // The new one is there whole, or not at all; nothing else is left.
+            QVERIFY(names.isEmpty() || names == QStringList(u"2026-11-22 120000.zip"_s));
+            if (!names.isEmpty()) {
+                const ZipContent content =
+                    readZip(backups.folder() + u'/' + names.front(), ZipReading::Whole);
+                QCOMPARE(content.problem, QString());
+                QCOMPARE(content.members.size(), std::size_t(4));
+            }
+            if (!calls.failed()) {
+                QCOMPARE(failure, std::nullopt);
+                QVERIFY(failing > 6);
+                break;
+            }
+            QVERIFY(failure && failure->startsWith(u"Run-time error: "_s));
+            // It is not tried at every change.
+            QCOMPARE(backups.makeDaily(noon), std::nullopt);
+        }
+    }
+
+    void aStateFolderThatIsAFileIsTold()
+    {
+        const BackupHome home;
+        home.state.write(u"quillon"_s, "a file");
+        const QStringList before = home.files();
+        QVERIFY(home.backups().makeDaily(noon).has_value());
+        QCOMPARE(home.files(), before);
+    }
+
+    void aDirectoryThatIsNotThereIsMade()
+    {
+        const BackupHome home;
+        FaultyCalls calls(0);
+        home.backups(calls).make(noon);
+        QCOMPARE(home.names().size(), 1);
+    }
+
+    void aBackupThatIsKilledLeavesNothingForLong()
+    {
+        constexpr int kills = 60;
+        constexpr quint32 longestLifeUs = 40'000;
+        const BackupHome home;
+        QByteArray log;
+        for (int i = 0; i < 4000; ++i) {
+            log += twoReceptions;
+        }
+        home.directory.write(u"RDSLog.log"_s, log);
+        const QStringList before = home.files();
+        const QString path = home.backups().make(noon);
+        QRandomGenerator random(19480512);
+        for (int i = 0; i < kills; ++i) {
+            Child child([&] {
+                Backups backups = home.backups();
+                for (;;) {
+                    backups.makeAs(path, noon);
+                }
+            });
+            ::usleep(random.bounded(longestLifeUs));
+            QVERIFY(child.kill());
+            QCOMPARE(home.files(), before);
+            QCOMPARE(readZip(path, ZipReading::Whole).problem, QString());
+        }
+        home.backups().make(at(u"23/11/2026 12:00:00"_s));
+        QCOMPARE(home.names(), (QStringList {u"2026-11-22 120000.zip"_s, u"2026-11-23 120000.zip"_s}));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestBackupFaults)
+#include "tst_backupfaults.moc"
