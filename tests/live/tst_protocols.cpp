@@ -6,7 +6,7 @@
 #include "live/linesplitter.h"
 #include "live/rigctlsession.h"
 #include "live/srcp.h"
-#include "live/strangerstext.h"
+#include "platform/strangerstext.h"
 #include "live/xdrdprotocol.h"
 #include "txdb/countrynames.h"
 
