@@ -114,57 +114,58 @@ double decibelWatts(const Candidate &candidate)
     return 10 * std::log10(std::max(kilowatts, leastKilowatts) * 1000);
 }
 
-// What the way takes from a signal, in dB, up to a constant. Over the ground: the square of the distance, and
-// what every km beyond the horizon costs. By Es: almost nothing but how rare that distance is.
-double pathLoss(double kilometres, bool byEs)
+constexpr double decibelsToE = 6;
+
+// How strong it is over the ground: less by the square of the distance, and by what every km beyond the
+// horizon costs. 1 is 100 kW at 400 km.
+double overGround(double power, double kilometres)
 {
     constexpr double nearest = 5;
     constexpr double horizon = 60;
     constexpr double beyondHorizon = 0.08;
-    constexpr double usualSpread = 450;
-    if (byEs) {
-        const double apart = (kilometres - likelyEsDistance) / usualSpread;
-        return 4 * apart * apart;
-    }
-    return 20 * std::log10(std::max(kilometres, nearest))
-        + beyondHorizon * std::max(kilometres - horizon, 0.0);
+    constexpr double faint = -29;
+    const double level = power - 20 * std::log10(std::max(kilometres, nearest))
+        - beyondHorizon * std::max(kilometres - horizon, 0.0);
+    return std::exp((level - faint) / decibelsToE);
 }
 
-// A strong station over the ground is what is heard, whatever the others of the hour are.
-bool hasStrongNeighbour(const std::vector<Weighed> &found)
+// How strong it is by Es: the way costs little, but some distances are rare. 1 is 100 kW at the likeliest.
+double byEsLayer(double power, double kilometres)
 {
-    constexpr double strongKilowatts = 10;
-    constexpr double near = 700;
-    return std::ranges::any_of(found, [](const Weighed &weighed) {
-        const Candidate &candidate = weighed.candidate;
-        return !candidate.regional && candidate.leg && candidate.leg->kilometres < near
-            && candidate.station.kilowatts >= strongKilowatts;
-    });
+    constexpr double usualSpread = 450;
+    constexpr double strong = 50;
+    const double apart = (kilometres - likelyEsDistance) / usualSpread;
+    return std::exp((power - strong) / decibelsToE - 0.7 * apart * apart);
 }
 
-// The weight of a candidate; 10 dB of signal are a factor of about 5, a letter one of 3.
+// While Es is likely, what is strong over the ground is so still, but not beyond all measure.
+double strength(const Candidate &candidate, bool byEs)
+{
+    const double power = decibelWatts(candidate);
+    constexpr double unknownDistance = 300;
+    const double kilometres = candidate.leg ? candidate.leg->kilometres : unknownDistance;
+    constexpr double mostOverGround = 2;
+    const double ground = overGround(power, kilometres);
+    return byEs ? std::min(ground, mostOverGround) + byEsLayer(power, kilometres) : ground;
+}
+
+// The weight of a candidate: a wrong letter is a factor of 3, as 6 to 7 dB of its signal are.
 double weightOf(const Weighed &weighed, bool byEs)
 {
-    constexpr double decibelsToE = 6;
     constexpr double letter = 1.1;
     constexpr double longestName = 8;
     constexpr double heardBefore = 1.3;
     constexpr double ofInactive = 0.1;
     const Candidate &candidate = weighed.candidate;
-    double exponent = decibelWatts(candidate) / decibelsToE;
-    if (candidate.leg) {
-        exponent -= pathLoss(candidate.leg->kilometres, byEs) / decibelsToE;
-    }
     // A list may not know the name: that speaks neither for it nor much against it.
     const double disagreement = candidate.station.names.isEmpty()
         ? std::min(2.0, weighed.name.known / 2.0)
         : std::min(weighed.name.disagreement(), longestName);
-    exponent -= letter * disagreement;
-    return std::exp(exponent) * (candidate.timesHeard > 0 ? heardBefore : 1)
-        * (candidate.station.inactive ? ofInactive : 1);
+    return strength(candidate, byEs) * std::exp(-letter * disagreement)
+        * (candidate.timesHeard > 0 ? heardBefore : 1) * (candidate.station.inactive ? ofInactive : 1);
 }
 
-QString whyText(const Weighed &weighed, const HeardSignal &signal, bool byEs)
+QString whyText(const Weighed &weighed, const HeardSignal &signal)
 {
     const Candidate &candidate = weighed.candidate;
     const bool agree = agrees(weighed.name) && !candidate.station.names.isEmpty();
@@ -180,7 +181,8 @@ QString whyText(const Weighed &weighed, const HeardSignal &signal, bool byEs)
         why += u", other name"_s;
     }
     constexpr double esReach = 800;
-    if (byEs && candidate.leg && std::abs(candidate.leg->kilometres - likelyEsDistance) < esReach) {
+    if (signal.esLikely && candidate.leg
+        && std::abs(candidate.leg->kilometres - likelyEsDistance) < esReach) {
         why += u", Es distance"_s;
     }
     if (candidate.timesHeard > 0) {
@@ -254,16 +256,15 @@ std::vector<Candidate> candidates(
             weighed.candidate.leg = legBetween(*signal.home, weighed.candidate.station.place);
         }
     }
-    const bool byEs = signal.esLikely && !hasStrongNeighbour(found);
     for (Weighed &weighed : found) {
-        weighed.weight = weightOf(weighed, byEs);
+        weighed.weight = weightOf(weighed, signal.esLikely);
     }
     keepRegionalBehind(found);
     rank(found, most);
     std::vector<Candidate> result;
     result.reserve(found.size());
     for (Weighed &weighed : found) {
-        weighed.candidate.why = whyText(weighed, signal, byEs);
+        weighed.candidate.why = whyText(weighed, signal);
         result.push_back(std::move(weighed.candidate));
     }
     return result;

@@ -27,7 +27,7 @@ struct HeardSignal
 [[nodiscard]] std::optional<HeardSignal> heardSignal(
     QStringView frequency, QStringView piCode, const QString &rdsName);
 
-/// What an Es distance is, in km: the likeliest, and the penalty of the others counts from it.
+/// The likeliest distance by Es, in km.
 inline constexpr double likelyEsDistance = 1500;
 
 /// A station that it may have been.
@@ -47,9 +47,8 @@ struct Candidate
 /// stands once.
 ///
 /// Likely is: its name agrees letter by letter; its signal is strong here, by power, distance and the
-/// horizon; an Es distance while Es is likely, unless a station of 10 kW within 700 km is among them. Those
-/// whose weight is over a tenth of the best one's are all there, and the others as long as there are fewer
-/// than `most`.
+/// horizon; an Es distance while Es is likely. Those whose weight is over a tenth of the best one's are all
+/// there, and the others as long as there are fewer than `most`.
 [[nodiscard]] std::vector<Candidate> candidates(
     const HeardSignal &signal, const StationList &list, const HeardStations &heard, std::size_t most = 20);
 
