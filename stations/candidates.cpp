@@ -47,7 +47,7 @@ bool fitsByName(const NameAgreement &name)
     return agrees(name) && name.equal + name.moved >= std::min(enough, name.known);
 }
 
-bool isSameStation(const Station &listed, const Station &logged, bool hasPlace)
+bool isSameStation(const ListedStation &listed, const ListedStation &logged, bool hasPlace)
 {
     if (!logged.id.isEmpty() && !listed.id.isEmpty()) {
         return logged.id == listed.id;
@@ -67,7 +67,7 @@ bool isSameStation(const Station &listed, const Station &logged, bool hasPlace)
 std::vector<Weighed> fitting(const HeardSignal &signal, const StationList &list, const HeardStations &heard)
 {
     std::vector<Weighed> found;
-    const auto consider = [&](Station station, bool hasPlace, int times) {
+    const auto consider = [&](ListedStation station, bool hasPlace, int times) {
         const NameAgreement name = nameAgreement(signal.name, station.names);
         if (!signal.pi && !fitsByName(name)) {
             return;
@@ -83,7 +83,7 @@ std::vector<Weighed> fitting(const HeardSignal &signal, const StationList &list,
             .name = name,
             .weight = 0});
     };
-    for (Station &station : list.on(signal.kilohertz, [&](const StationFields &fields) {
+    for (ListedStation &station : list.on(signal.kilohertz, [&](const StationFields &fields) {
              return fitOf(signal, fields.pi, fields.regionalPi) != Fit::None;
          })) {
         consider(std::move(station), true, 0);

@@ -33,7 +33,7 @@ inline constexpr double likelyEsDistance = 1500;
 /// A station that it may have been.
 struct Candidate
 {
-    Station station;
+    ListedStation station;
     bool hasPlace = true;
     std::optional<Leg> leg; ///< when home and its place are known
     bool regional = false; ///< it fits by a regional variant of the PI code alone

@@ -3,8 +3,9 @@
 #include "core/picode.h"
 #include "platform/numbers.h"
 
+#include <QHash>
+
 #include <algorithm>
-#include <utility>
 
 namespace quillon {
 
@@ -15,7 +16,6 @@ namespace {
 // What tells stations of one frequency apart, as views of the log.
 struct Identity
 {
-    int kilohertz = 0;
     int pi = -1;
     QStringView name; ///< empty with a PI code
     QStringView site;
@@ -24,8 +24,7 @@ struct Identity
     bool operator==(const Identity &) const = default;
     friend std::size_t qHash(const Identity &identity, std::size_t seed) noexcept
     {
-        return qHashMulti(
-            seed, identity.kilohertz, identity.pi, identity.name, identity.site, identity.country);
+        return qHashMulti(seed, identity.pi, identity.name, identity.site, identity.country);
     }
 };
 
@@ -73,44 +72,52 @@ HeardStation heardStation(const LogEntry &entry, int kilohertz, const Transmitte
 } // namespace
 
 HeardStations::HeardStations(const Logbook &log, const TransmitterList &sites)
+    : m_log(&log)
+    , m_sites(&sites)
 {
-    struct Found
-    {
-        qint32 last = -1;
-        int times = 0;
-    };
     Frequencies frequencies;
-    QHash<Identity, Found> found;
     for (qint32 number = 0; number < log.count(); ++number) {
         const LogEntry &entry = log.entry(number);
         const int kilohertz = frequencies.of(entry.freq);
-        if (kilohertz == 0 || isDeleted(entry) || entry.transmitter.isEmpty()) {
-            continue;
-        }
-        const auto pi = codeOf(entry);
-        Found &of = found[{kilohertz, pi ? int {*pi} : -1, pi ? QStringView() : QStringView(entry.rdsName),
-            entry.transmitter, entry.country}];
-        ++of.times;
-        if (of.last < 0 || log.entry(of.last).dateTime <= entry.dateTime) {
-            of.last = number;
+        if (kilohertz > 0 && !isDeleted(entry) && !entry.transmitter.isEmpty()) {
+            m_receptions.push_back({kilohertz, number});
         }
     }
-    for (auto it = found.cbegin(); it != found.cend(); ++it) {
-        HeardStation heard = heardStation(log.entry(it->last), it.key().kilohertz, sites);
-        heard.times = it->times;
-        heard.last = it->last;
-        m_stations[it.key().kilohertz].push_back(std::move(heard));
-    }
-    // A hash has no order of its own.
-    for (auto &stations : m_stations) {
-        std::ranges::sort(stations, {}, &HeardStation::last);
-    }
+    std::ranges::stable_sort(m_receptions, {}, &Reception::kilohertz);
 }
 
-std::span<const HeardStation> HeardStations::on(int kilohertz) const
+std::vector<HeardStation> HeardStations::on(int kilohertz) const
 {
-    const auto found = m_stations.constFind(kilohertz);
-    return found == m_stations.cend() ? std::span<const HeardStation>() : *found;
+    struct Found
+    {
+        const LogEntry *last = nullptr;
+        int times = 0;
+    };
+    std::vector<Found> found;
+    QHash<Identity, std::size_t> index;
+    for (auto one = std::ranges::lower_bound(m_receptions, kilohertz, {}, &Reception::kilohertz);
+         one != m_receptions.end() && one->kilohertz == kilohertz; ++one) {
+        const LogEntry &entry = m_log->entry(one->entry);
+        const auto pi = codeOf(entry);
+        const Identity identity {pi ? int {*pi} : -1, pi ? QStringView() : QStringView(entry.rdsName),
+            entry.transmitter, entry.country};
+        const auto known = index.constFind(identity);
+        if (known == index.cend()) {
+            index.insert(identity, found.size());
+            found.push_back({&entry, 1});
+            continue;
+        }
+        Found &of = found[*known];
+        ++of.times;
+        of.last = of.last->dateTime <= entry.dateTime ? &entry : of.last;
+    }
+    std::vector<HeardStation> stations;
+    stations.reserve(found.size());
+    for (const Found &of : found) {
+        stations.push_back(heardStation(*of.last, kilohertz, *m_sites));
+        stations.back().times = of.times;
+    }
+    return stations;
 }
 
 bool isEsHour(const Logbook &log, DateTime moment, qint32 except)

@@ -100,4 +100,18 @@ NameAgreement nameAgreement(QStringView heard, QStringView names)
     return best;
 }
 
+QString bestName(QStringView heard, QStringView names)
+{
+    QStringView best;
+    double least = 0;
+    for (const QStringView name : names.split(u' ', Qt::SkipEmptyParts)) {
+        const double disagreement = nameAgreement(heard, name).disagreement();
+        if (best.isEmpty() || disagreement < least) {
+            best = name;
+            least = disagreement;
+        }
+    }
+    return best.toString().replace(u'_', u' ').trimmed();
+}
+
 } // namespace quillon

@@ -24,4 +24,7 @@ struct NameAgreement
 /// too.
 [[nodiscard]] NameAgreement nameAgreement(QStringView heard, QStringView names);
 
+/// The one of the station's names that agrees best with what was heard, its blanks as blanks.
+[[nodiscard]] QString bestName(QStringView heard, QStringView names);
+
 } // namespace quillon

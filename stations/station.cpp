@@ -72,7 +72,7 @@ std::optional<int> kilohertzOf(QStringView megahertz)
     return static_cast<int>(std::lround(*number * 1000));
 }
 
-QByteArray stationLine(const Station &station)
+QByteArray stationLine(const ListedStation &station)
 {
     QString line;
     for (const QString &field : {QString::number(station.kilohertz), piField(station.pi),
@@ -85,7 +85,7 @@ QByteArray stationLine(const Station &station)
     return line.toUtf8();
 }
 
-Station StationFields::station() const
+ListedStation StationFields::station() const
 {
     return {.kilohertz = kilohertz,
         .pi = pi,

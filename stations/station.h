@@ -11,7 +11,7 @@
 namespace quillon {
 
 /// One transmitter of a station, as a list of stations knows it.
-struct Station
+struct ListedStation
 {
     int kilohertz = 0;
     std::optional<quint16> pi;
@@ -27,7 +27,7 @@ struct Station
     bool inactive = false;
     QString id; ///< identifier in FMList, or empty
 
-    bool operator==(const Station &) const = default;
+    bool operator==(const ListedStation &) const = default;
 };
 
 /// The frequencies that a list may hold, in kHz.
@@ -45,7 +45,7 @@ inline constexpr qsizetype longestStationLine = 4'096;
 
 /// The line of `stations.lst` of a station, without a line end: its fields in the order of the structure,
 /// latitude before longitude, each followed by "|", in UTF-8. The texts hold no "|" and no line break.
-[[nodiscard]] QByteArray stationLine(const Station &station);
+[[nodiscard]] QByteArray stationLine(const ListedStation &station);
 
 /// What a line of `stations.lst` holds, as views of it.
 struct StationFields
@@ -65,7 +65,7 @@ struct StationFields
     QByteArrayView id;
 
     /// The same as texts of their own.
-    [[nodiscard]] Station station() const;
+    [[nodiscard]] ListedStation station() const;
 };
 
 /// The fields of a line; nothing for one that stationLine cannot have written.

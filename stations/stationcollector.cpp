@@ -101,9 +101,9 @@ bool saysYes(const QString &text)
     return !word.isEmpty() && word != "0"_L1 && word != "false"_L1 && word != "no"_L1 && word != "n"_L1;
 }
 
-Station stationOf(const StationTexts &texts)
+ListedStation stationOf(const StationTexts &texts)
 {
-    Station station {.kilohertz = frequencyOf(texts.frequency),
+    ListedStation station {.kilohertz = frequencyOf(texts.frequency),
         .pi = codeOf(texts.pi, u"the PI code"),
         .regionalPi = codeOf(texts.regionalPi, u"the regional PI code"),
         .names = clean(texts.names),
@@ -134,7 +134,7 @@ void StationCollector::add(const StationTexts &texts, qint64 line)
         return;
     }
     try {
-        const Station station = stationOf(texts);
+        const ListedStation station = stationOf(texts);
         const QByteArray bytes = stationLine(station);
         m_lines.push_back({station.kilohertz, m_bytes.size(), bytes.size()});
         m_bytes += bytes;

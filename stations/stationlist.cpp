@@ -54,12 +54,13 @@ QByteArrayView StationList::lineAt(qint64 begin) const
     return line.endsWith('\r') ? line.chopped(1) : line;
 }
 
-std::vector<Station> StationList::on(
+std::vector<ListedStation> StationList::on(
     int kilohertz, const std::function<bool(const StationFields &)> &wanted) const
 {
-    std::vector<Station> stations;
-    for (const Line &line : std::ranges::equal_range(m_lines, kilohertz, {}, &Line::kilohertz)) {
-        const auto fields = stationFields(lineAt(line.begin));
+    std::vector<ListedStation> stations;
+    for (auto line = std::ranges::lower_bound(m_lines, kilohertz, {}, &Line::kilohertz);
+         line != m_lines.end() && line->kilohertz == kilohertz; ++line) {
+        const auto fields = stationFields(lineAt(line->begin));
         if (fields && wanted(*fields)) {
             stations.push_back(fields->station());
         }

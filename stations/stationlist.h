@@ -43,7 +43,7 @@ public:
     [[nodiscard]] qsizetype firstLeftOut() const { return m_firstLeftOut; }
 
     /// Those on exactly this frequency that `wanted` takes, in the order of the file.
-    [[nodiscard]] std::vector<Station> on(
+    [[nodiscard]] std::vector<ListedStation> on(
         int kilohertz, const std::function<bool(const StationFields &)> &wanted) const;
 
     [[nodiscard]] StationCounts counts() const;

@@ -1,5 +1,6 @@
 #include "core/ui/form1.h"
 
+#include "core/ui/form1_stations.h"
 #include "core/ui/results.h"
 #include "net/inet1.h"
 #include "ui/messages.h"
@@ -56,6 +57,7 @@ Form1::Form1(const Form1Options &options)
     wireDocument();
     wireFilter();
     wireView();
+    m_probably = std::make_unique<Probably>(*this);
 }
 
 Form1::~Form1() = default;

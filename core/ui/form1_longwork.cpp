@@ -26,9 +26,9 @@ Form1::LongWork::LongWork(Form1 &window, const QString &progressFormat)
             disable(child);
         }
     }
-    for (QAction *action :
-        {ui.menuImportRDSSpyLog, ui.menuImportRDSDXLogCnv, ui.menuExportEmail, ui.menuFMListUploadLogs,
-            ui.menuFMListAutoSearch, ui.menuFMLSearchPI, ui.menuToolsFind, ui.menuSetup}) {
+    for (QAction *action : {ui.menuImportRDSSpyLog, ui.menuImportRDSDXLogCnv, ui.menuImportStations,
+             ui.menuExportEmail, ui.menuFMListUploadLogs, ui.menuFMListAutoSearch, ui.menuFMLSearchPI,
+             ui.menuToolsFind, ui.menuSetup}) {
         if (action->isEnabled()) {
             action->setEnabled(false);
             m_actions.emplace_back(action);

@@ -15,7 +15,7 @@ namespace quillon::test {
 struct NoisyReception
 {
     HeardSignal signal;
-    Station station;
+    ListedStation station;
     double kilometres = 0;
     bool byEs = false;
     int lostLetters = 0;
@@ -40,11 +40,11 @@ public:
             const int kilohertz = 87'500 + 100 * below(206);
             const GeoPosition home = homes.at(static_cast<std::size_t>(below(homes.size())));
             const bool byEs = below(2) == 0;
-            const std::vector<Station> stations =
+            const std::vector<ListedStation> stations =
                 m_list.on(kilohertz, [](const StationFields &) { return true; });
-            const Station *strongest = nullptr;
+            const ListedStation *strongest = nullptr;
             double best = weakestAudible;
-            for (const Station &station : stations) {
+            for (const ListedStation &station : stations) {
                 const double level = levelOf(station, legBetween(home, station.place).kilometres, byEs);
                 if (level > best) {
                     best = level;
@@ -76,7 +76,7 @@ private:
 
     // Over the ground: 40 dB a decade, and 0.05 dB a km beyond 100 km. By Es: a window of distances that
     // moves with the cloud.
-    double levelOf(const Station &station, double kilometres, bool byEs)
+    double levelOf(const ListedStation &station, double kilometres, bool byEs)
     {
         const double power = 10 * std::log10(std::max(station.kilowatts, 0.01) * 1000);
         if (byEs) {
@@ -87,7 +87,7 @@ private:
             - 0.05 * std::max(kilometres - 100, 0.0) + fading(8);
     }
 
-    NoisyReception spoilt(const Station &station, const GeoPosition &home, bool byEs)
+    NoisyReception spoilt(const ListedStation &station, const GeoPosition &home, bool byEs)
     {
         NoisyReception made;
         made.station = station;

@@ -59,7 +59,7 @@ private Q_SLOTS:
         QCOMPARE(collector.file(),
             "Quillon stations 1\r\n"
             "98500|D3C2||RADIO_1 R1_NEWS|Radio One|East|Berlin/Scholzplatz|D|52.5061|13.2189|80|H||1234|\r\n"_ba);
-        const std::vector<Station> read = listOf(collector).on(98'500, everything);
+        const std::vector<ListedStation> read = listOf(collector).on(98'500, everything);
         QCOMPARE(read.size(), 1U);
         QCOMPARE(read[0].pi, std::optional<quint16>(0xD3C2));
         QVERIFY(!read[0].regionalPi);
@@ -138,7 +138,7 @@ private Q_SLOTS:
         texts.programme = QString(10'000, u'x');
         StationCollector collector;
         collector.add(texts, 1);
-        const Station station = listOf(collector).on(98'500, everything).at(0);
+        const ListedStation station = listOf(collector).on(98'500, everything).at(0);
         QCOMPARE(station.site, u"A B C");
         QCOMPARE(station.programme, QString(80, u'x'));
     }
