@@ -2,7 +2,7 @@
 """Writes tools/fmlist-standin/stations.csv: made-up stations at true transmitter sites.
 
 One line a station, windows-1252, LF: freq;pi;ps;ITU;region, site;kW;lat;lon;uid
-And data/demo/stations.lst: the strong ones of them, as the program keeps a list of stations.
+And data/demo/stations.lst: those of 1 kW and more, as the program keeps a list of stations.
 The same run always writes the same bytes.
 """
 
@@ -16,7 +16,7 @@ from sites import SITES, Site
 
 OUTPUT = Path(__file__).resolve().parent.parent / "fmlist-standin" / "stations.csv"
 DEMO_LIST = Path(__file__).resolve().parents[2] / "data" / "demo" / "stations.lst"
-DEMO_KW = 20  # weaker stations are not in it
+DEMO_KW = 1  # weaker stations are not in it
 SEED = 875
 STATIONS_A_SITE = 17
 CHANNELS = range(875, 1080)  # tenths of a MHz

@@ -29,7 +29,7 @@ void showSearch(Walk &walk)
 
 void showProbably(Walk &walk)
 {
-    walk.clickRow(u"12/07/2025 15:47:07"_s);
+    walk.clickRow(u"12/07/2025 16:36:00"_s);
     walk.control<QTabBar>(u"resultTabs"_s).setCurrentIndex(2);
     if (walk.control<ResultList>(u"candidates"_s).count() == 0) {
         Walk::fail(u"no station fits"_s);
