@@ -51,7 +51,6 @@ Results::Results(QWidget *parent)
     connect(m_ui->List2, &ResultList::lineActivated, this, &Results::stationActivated);
     m_ui->List2->setEmptyText(stationsHint.toString());
     showReceptions();
-    showTab(Receptions);
 }
 
 Results::~Results() = default;
@@ -66,6 +65,7 @@ void Results::showReceptions()
     m_ui->List1->setEmptyText(
         u"Search PI DB lists earlier receptions here.\nDouble-click one to show it in the log."_s);
     m_ui->resultTabs->setCurrentIndex(Receptions);
+    showTab(Receptions);
 }
 
 void Results::showTab(int tab)
@@ -113,6 +113,7 @@ void Results::showStations()
 {
     m_ui->List2->setEmptyText(stationsHint.toString());
     m_ui->resultTabs->setCurrentIndex(Stations);
+    showTab(Stations);
 }
 
 void Results::clearStations()
