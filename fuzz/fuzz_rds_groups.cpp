@@ -2,7 +2,7 @@
 #include "live/heardtable.h"
 #include "live/linesplitter.h"
 #include "live/listening.h"
-#include "live/strangerstext.h"
+#include "platform/strangerstext.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -2,7 +2,7 @@
 
 #include "live/frequency.h"
 #include "live/knownstations.h"
-#include "live/strangerstext.h"
+#include "platform/strangerstext.h"
 
 #include <QDateTime>
 #include <QJsonDocument>

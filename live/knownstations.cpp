@@ -1,7 +1,6 @@
 #include "live/knownstations.h"
 
 #include "live/frequency.h"
-#include "platform/numbers.h"
 #include "txdb/countrynames.h"
 
 #include <QStringList>
@@ -92,22 +91,6 @@ QString marksText(const NewMarks &marks)
         words += u"perhaps new country"_s;
     }
     return words.join(u", "_s);
-}
-
-std::optional<quint16> piCodeOf(QStringView text)
-{
-    const auto isHexDigit = [](QChar c) {
-        return isDigit(c) || (c >= u'a' && c <= u'f') || (c >= u'A' && c <= u'F');
-    };
-    if (text.size() != 4 || !std::ranges::all_of(text, isHexDigit)) {
-        return {};
-    }
-    return text.toUShort(nullptr, 16);
-}
-
-QString piText(quint16 pi)
-{
-    return u"%1"_s.arg(pi, 4, 16, QChar(u'0')).toUpper();
 }
 
 QString countryOf(quint16 pi, quint8 ecc)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/logbook.h"
+#include "core/picode.h"
 
 #include <QSet>
 #include <QString>
@@ -53,11 +54,6 @@ private:
     QSet<QString> m_countries;
     std::array<bool, 16> m_digits {};
 };
-
-/// The four hexadecimal digits as a number; nothing for any other text.
-[[nodiscard]] std::optional<quint16> piCodeOf(QStringView text);
-/// Four hexadecimal digits, upper case.
-[[nodiscard]] QString piText(quint16 pi);
 
 /// The ITU letter code of the country that a PI code's first digit and an extended country code stand for
 /// (IEC 62106, annex D, European area); empty when it is not known.

@@ -1,7 +1,7 @@
 #include "live/listening.h"
 
 #include "live/frequency.h"
-#include "live/strangerstext.h"
+#include "platform/strangerstext.h"
 
 #include <algorithm>
 #include <cstdlib>

@@ -1,7 +1,7 @@
 #include "live/reception.h"
 
 #include "live/frequency.h"
-#include "live/strangerstext.h"
+#include "platform/strangerstext.h"
 #include "txdb/countrynames.h"
 
 #include <QStringList>

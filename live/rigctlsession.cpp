@@ -1,7 +1,7 @@
 #include "live/rigctlsession.h"
 
 #include "live/grouplines.h"
-#include "live/strangerstext.h"
+#include "platform/strangerstext.h"
 
 #include <QString>
 

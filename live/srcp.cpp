@@ -2,7 +2,7 @@
 
 #include "live/grouplines.h"
 #include "live/rdscharset.h"
-#include "live/strangerstext.h"
+#include "platform/strangerstext.h"
 
 #include <algorithm>
 #include <cmath>

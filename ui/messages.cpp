@@ -58,6 +58,17 @@ void showMessage(QWidget *parent, const QString &text, const QString &title)
     showBox(parent, QMessageBox::NoIcon, title, text, QMessageBox::Ok);
 }
 
+void showMessageWith(QWidget *parent, const QString &text, const QString &details, const QString &title)
+{
+    QMessageBox box(
+        QMessageBox::NoIcon, title.isEmpty() ? u"Quillon"_s : title, text, QMessageBox::Ok, parent);
+    box.setTextFormat(Qt::PlainText);
+    box.setTextInteractionFlags(Qt::TextSelectableByMouse);
+    box.setDetailedText(details);
+    makeRoomForTitle(box);
+    box.exec();
+}
+
 bool showMessageOr(QWidget *parent, const QString &text, const QString &otherButton)
 {
     const NormalPointer normal;

@@ -11,6 +11,9 @@ class RuntimeError;
 /// Shows a message with an OK button. Without a title the program's name stands there.
 void showMessage(QWidget *parent, const QString &text, const QString &title = {});
 
+/// Shows a message with an OK button, and one that unfolds the details.
+void showMessageWith(QWidget *parent, const QString &text, const QString &details, const QString &title = {});
+
 /// Shows a message with an OK button and a second one of that caption. True for OK and for Esc.
 [[nodiscard]] bool showMessageOr(QWidget *parent, const QString &text, const QString &otherButton);
 

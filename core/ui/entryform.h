@@ -128,6 +128,8 @@ public:
 Q_SIGNALS:
     /// The user has changed a field.
     void edited();
+    /// The text of a field is another, whoever changed it.
+    void textChanged();
     /// Enter was pressed in a field; Esc was pressed in the form.
     void enterPressed();
     void escapePressed();

@@ -57,6 +57,7 @@ void EntryForm::watchEdits()
     const QList<QLineEdit *> fields = findChildren<QLineEdit *>();
     for (QLineEdit *field : fields) {
         connect(field, &QLineEdit::textEdited, this, note);
+        connect(field, &QLineEdit::textChanged, this, &EntryForm::textChanged);
     }
     for (QComboBox *combo : {m_ui->Combo1, m_ui->Combo2, m_ui->Combo3}) {
         connect(combo, &QComboBox::activated, this, note);

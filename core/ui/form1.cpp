@@ -1,5 +1,6 @@
 #include "core/ui/form1.h"
 
+#include "core/ui/form1_stations.h"
 #include "core/ui/results.h"
 #include "net/inet1.h"
 #include "ui/menuicons.h"
@@ -60,6 +61,7 @@ Form1::Form1(const Form1Options &options)
     wireView();
     wireFirstSteps();
     wireBackups();
+    m_probably = std::make_unique<Probably>(*this);
     giveMenuIcons(*m_ui->menubar);
 }
 

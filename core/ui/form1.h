@@ -192,6 +192,7 @@ private:
     void searchFmlist(const SearchRequest &request);
     void showLegs(const QList<SearchResult> &results, const QString &frequency);
     void List2_DblClick(int line);
+    void takeOverResult(const SearchResult &result);
     void Command5_Click();
     void menuFMLPropMap_Click();
     void menuFMLYouProp_Click();
@@ -245,6 +246,12 @@ private:
     void importRDSDXLogCnv(const QString &selectedFile);
     [[nodiscard]] qint32 importRdsdxFile(const QByteArray &file, const QString &path);
 
+    // form1_stations.cpp: lists of stations, and what a reception probably was
+    class Probably;
+    void menuImportStations_Click();
+    void importStationList(const QString &path);
+    void candidates_DblClick(int candidate);
+
     // form1_tools.cpp: distances and the other windows
     void Command10_Click();
     void menuToolsConverter_Click();
@@ -283,6 +290,7 @@ private:
     QString m_unreadable; ///< what is said of a logbook that could not be read
     MapDock *m_map = nullptr;
     ReceiverDock *m_receiver = nullptr;
+    std::unique_ptr<Probably> m_probably;
 
     StatusText *m_status = nullptr;
     QLabel *m_proclogs = nullptr;

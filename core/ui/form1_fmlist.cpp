@@ -83,10 +83,15 @@ void Form1::showLegs(const QList<SearchResult> &results, const QString &frequenc
 // A result of Search FMList: copies it into the form and stores it.
 void Form1::List2_DblClick(int line)
 {
+    takeOverResult(m_results->station(line));
+}
+
+void Form1::takeOverResult(const SearchResult &result)
+{
     if (!askYesNo(this, u"Update record with search results?"_s, u"Update Record"_s)) {
         return;
     }
-    m_form->takeOver(m_results->station(line));
+    m_form->takeOver(result);
     if (m_form->state() == EntryForm::State::New) {
         addEntry(u"Add"_s);
     } else if (m_selected >= 0) {

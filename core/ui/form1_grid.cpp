@@ -1,5 +1,5 @@
 #include "core/ui/editmany.h"
-#include "core/ui/form1.h"
+#include "core/ui/form1_stations.h"
 #include "live/ui/receiverdock.h"
 #include "stats/ui/logstats.h"
 #include "ui/guard.h"
@@ -58,6 +58,7 @@ void Form1::documentChanged(const DocumentChange &what)
     }
     listsChanged();
     m_receiver->logChanged();
+    m_probably->logChanged();
     if (auto *statistics = findChild<logStats *>(QString(), Qt::FindDirectChildrenOnly)) {
         guarded(this, [statistics] { statistics->logChanged(); });
     }

@@ -28,6 +28,7 @@ Form1::LongWork::LongWork(Form1 &window, const QString &progressFormat)
         }
     }
     for (QAction *action : {ui.menuFileBackups, ui.menuImportRDSSpyLog, ui.menuImportRDSDXLogCnv,
+             ui.menuImportStations,
              ui.menuExportEmail, ui.menuFMListUploadLogs, ui.menuFMListAutoSearch, ui.menuFMLSearchPI,
              ui.menuToolsFind, ui.menuSetup}) {
         if (action->isEnabled()) {

@@ -71,6 +71,8 @@ void Form1::wireEntryForm()
         [this](int line) { guarded(this, [this, line] { List1_DblClick(line); }); });
     connect(m_results, &Results::stationActivated, this,
         [this](int line) { guarded(this, [this, line] { List2_DblClick(line); }); });
+    connect(m_results, &Results::candidateActivated, this,
+        [this](int candidate) { guarded(this, [this, candidate] { candidates_DblClick(candidate); }); });
 }
 
 void Form1::wireMenus()
@@ -93,6 +95,7 @@ void Form1::wireMenus()
     on(m_ui->menuHelpOnlineHelp, &Form1::menuHelpOnlineHelp_Click);
     on(m_ui->menuImportRDSSpyLog, &Form1::menuImportRDSSpyLog_Click);
     on(m_ui->menuImportRDSDXLogCnv, &Form1::menuImportRDSDXLogCnv_Click);
+    on(m_ui->menuImportStations, &Form1::menuImportStations_Click);
     on(m_ui->menuExportGoogleTX, &Form1::menuExportGoogleTX_Click);
     on(m_ui->menuExportGoogleLog, &Form1::menuExportGoogleLog_Click);
     on(m_ui->menuExportWebPage, &Form1::menuExportWebPage_Click);

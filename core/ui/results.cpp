@@ -4,12 +4,20 @@
 #include "ui_results.h"
 
 #include <QHeaderView>
+#include <QTabBar>
 
 #include <cmath>
 
 namespace quillon {
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr QStringView stationsHint =
+    u"Search FMList lists matching stations here.\nDouble-click one to take it over.";
+
+} // namespace
 
 Results::Results(QWidget *parent)
     : QGroupBox(parent)
@@ -29,8 +37,19 @@ Results::Results(QWidget *parent)
     // Where it is seen without scrolling.
     m_ui->List2->horizontalHeader()->moveSection(9, 2);
     m_ui->List2->horizontalHeader()->moveSection(10, 3);
+    m_ui->candidates->setHeadings(
+        {{u"%"_s, u"100"_s, true}, {u"Transmitter"_s, u"Hohenpeissenberg"_s}, {u"Country"_s, u"TBD"_s, true},
+            {u"Dist"_s, u"1234.5"_s, true}, {u"Why"_s, u"PI and name, Es distance"_s},
+            {u"Azimuth"_s, u"231"_s, true}, {u"Power"_s, u"100"_s, true}, {u"RDS Name"_s, u"RADIO_88"_s}});
+    for (const QString &caption : {u"Log"_s, u"FMList"_s, u"Probably"_s}) {
+        m_ui->resultTabs->addTab(caption);
+    }
+    connect(m_ui->resultTabs, &QTabBar::currentChanged, this, &Results::showTab);
+    connect(m_ui->candidates, &ResultList::lineActivated, this,
+        [this](int line) { Q_EMIT candidateActivated(m_ui->candidates->given(line)); });
     connect(m_ui->List1, &ResultList::lineActivated, this, &Results::receptionActivated);
     connect(m_ui->List2, &ResultList::lineActivated, this, &Results::stationActivated);
+    m_ui->List2->setEmptyText(stationsHint.toString());
     showReceptions();
 }
 
@@ -38,15 +57,44 @@ Results::~Results() = default;
 
 QList<QWidget *> Results::tabStops() const
 {
-    return {m_ui->List1, m_ui->List2};
+    return {m_ui->resultTabs, m_ui->List1, m_ui->List2, m_ui->candidates};
 }
 
 void Results::showReceptions()
 {
     m_ui->List1->setEmptyText(
         u"Search PI DB lists earlier receptions here.\nDouble-click one to show it in the log."_s);
-    m_ui->List2->hide();
-    m_ui->List1->show();
+    m_ui->resultTabs->setCurrentIndex(Receptions);
+    showTab(Receptions);
+}
+
+void Results::showTab(int tab)
+{
+    m_ui->List1->setVisible(tab == Receptions);
+    m_ui->List2->setVisible(tab == Stations);
+    m_ui->candidates->setVisible(tab == Candidates);
+    if (tab == Candidates) {
+        Q_EMIT candidatesWanted();
+    }
+}
+
+void Results::showCandidates()
+{
+    m_ui->resultTabs->setCurrentIndex(Candidates);
+}
+
+bool Results::candidatesShown() const
+{
+    return m_ui->resultTabs->currentIndex() == Candidates;
+}
+
+void Results::setCandidates(const QStringList &lines, const QString &textWhenEmpty)
+{
+    m_ui->candidates->setEmptyText(textWhenEmpty);
+    if (lines != m_candidates) {
+        m_candidates = lines;
+        m_ui->candidates->setLines(lines);
+    }
 }
 
 void Results::setReceptions(const QStringList &lines, const QString &textWhenEmpty)
@@ -63,10 +111,9 @@ QString Results::dateTimeOf(int line) const
 
 void Results::showStations()
 {
-    m_ui->List2->setEmptyText(
-        u"Search FMList lists matching stations here.\nDouble-click one to take it over."_s);
-    m_ui->List1->hide();
-    m_ui->List2->show();
+    m_ui->List2->setEmptyText(stationsHint.toString());
+    m_ui->resultTabs->setCurrentIndex(Stations);
+    showTab(Stations);
 }
 
 void Results::clearStations()

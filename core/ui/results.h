@@ -16,8 +16,8 @@ class Results;
 
 class ResultList;
 
-/// The results of the searches, two lists of which one is shown: the earlier receptions of the log, and the
-/// stations that FMList knows.
+/// The results of the searches, three lists of which a tab shows one: the earlier receptions of the log, the
+/// stations that FMList knows, and those that the reception in the form probably was.
 class Results : public QGroupBox
 {
     Q_OBJECT
@@ -45,13 +45,29 @@ public:
     /// The station of a line, as it is taken over. Throws "Subscript out of range".
     [[nodiscard]] SearchResult station(int line) const;
 
+    /// Shows the list of candidates; tells whether it is shown.
+    void showCandidates();
+    [[nodiscard]] bool candidatesShown() const;
+    /// Fills it, one line a candidate; nothing changes when these lines are there already.
+    void setCandidates(const QStringList &lines, const QString &textWhenEmpty);
+
 Q_SIGNALS:
+    /// The list of candidates has come to the front.
+    void candidatesWanted();
+    /// The user double-clicked a candidate, or pressed Enter on it: its number among the lines as they were
+    /// set.
+    void candidateActivated(int candidate);
     /// The user double-clicked a line, or pressed Enter on it.
     void receptionActivated(int line);
     void stationActivated(int line);
 
 private:
+    enum Tab { Receptions, Stations, Candidates };
+
+    void showTab(int tab);
+
     std::unique_ptr<Ui::Results> m_ui;
+    QStringList m_candidates;
     QList<SearchResult> m_stations; ///< as FMList named them
 };
 

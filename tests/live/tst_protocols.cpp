@@ -6,8 +6,8 @@
 #include "live/linesplitter.h"
 #include "live/rigctlsession.h"
 #include "live/srcp.h"
-#include "live/strangerstext.h"
 #include "live/xdrdprotocol.h"
+#include "platform/strangerstext.h"
 #include "txdb/countrynames.h"
 
 #include <QTest>

@@ -2,6 +2,7 @@
 """Writes tools/fmlist-standin/stations.csv: made-up stations at true transmitter sites.
 
 One line a station, windows-1252, LF: freq;pi;ps;ITU;region, site;kW;lat;lon;uid
+And data/demo/stations.lst: those of 1 kW and more, as the program keeps a list of stations.
 The same run always writes the same bytes.
 """
 
@@ -14,6 +15,8 @@ from networks import COUNTRY_DIGITS, LOCAL_WORDS, networks_of
 from sites import SITES, Site
 
 OUTPUT = Path(__file__).resolve().parent.parent / "fmlist-standin" / "stations.csv"
+DEMO_LIST = Path(__file__).resolve().parents[2] / "data" / "demo" / "stations.lst"
+DEMO_KW = 1  # weaker stations are not in it
 SEED = 875
 STATIONS_A_SITE = 17
 CHANNELS = range(875, 1080)  # tenths of a MHz
@@ -39,6 +42,13 @@ class Station(NamedTuple):
         fields = (self.freq, self.pi, self.ps, site.itu, f"{site.region}, {site.name}", f"{self.kw:g}",
                   f"{site.lat:.4f}", f"{site.lon:.4f}", str(self.uid))
         return ";".join(fields)
+
+    def list_line(self) -> str:
+        site = self.site
+        fields = (f"{float(self.freq) * 1000:.0f}", self.pi, "", self.ps.replace(" ", "_"), "", site.region, site.name,
+                  site.itu, f"{site.lat:.4f}".rstrip("0").rstrip("."), f"{site.lon:.4f}".rstrip("0").rstrip("."),
+                  f"{self.kw:g}", "", "", str(self.uid))
+        return "|".join(fields) + "|"
 
 
 class ChannelPlan:
@@ -121,9 +131,12 @@ def build_stations() -> list[Station]:
 
 
 def main() -> None:
-    text = "".join(station.line() + "\n" for station in build_stations())
+    stations = build_stations()
+    text = "".join(station.line() + "\n" for station in stations)
     OUTPUT.parent.mkdir(parents=True, exist_ok=True)
     OUTPUT.write_bytes(text.encode("cp1252"))
+    lines = ["Quillon stations 1"] + [station.list_line() for station in stations if station.kw >= DEMO_KW]
+    DEMO_LIST.write_bytes("".join(line + "\r\n" for line in lines).encode())
 
 
 if __name__ == "__main__":

@@ -1,7 +1,7 @@
 #include "rds-signal/groupmaker.h"
 
 #include "live/rdscharset.h"
-#include "live/strangerstext.h"
+#include "platform/strangerstext.h"
 
 #include <algorithm>
 

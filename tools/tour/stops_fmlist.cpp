@@ -3,6 +3,7 @@
 #include "ui/resultlist.h"
 
 #include <QProgressBar>
+#include <QTabBar>
 #include <QTest>
 
 namespace quillon::tour {
@@ -24,6 +25,16 @@ void showSearch(Walk &walk)
     const QPoint first = list.visualRect(list.model()->index(0, 0)).center();
     QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, first);
     QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, first);
+}
+
+void showProbably(Walk &walk)
+{
+    walk.clickRow(u"12/07/2025 16:36:00"_s);
+    walk.control<QTabBar>(u"resultTabs"_s).setCurrentIndex(2);
+    if (walk.control<ResultList>(u"candidates"_s).count() == 0) {
+        Walk::fail(u"no station fits"_s);
+    }
+    walk.picture(u"probably"_s);
 }
 
 constexpr QLatin1StringView openingDay("12/07/2025");
@@ -72,7 +83,7 @@ QList<Stop> lastStops()
 
 QList<Stop> fmlistStops()
 {
-    return {{u"a search of FMList"_s, showSearch},
+    return {{u"what a reception probably was"_s, showProbably}, {u"a search of FMList"_s, showSearch},
         {u"the questions of the automatic search"_s, showAutomaticSearch}};
 }
 

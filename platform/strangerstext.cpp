@@ -1,4 +1,4 @@
-#include "live/strangerstext.h"
+#include "platform/strangerstext.h"
 
 namespace quillon {
 
