@@ -84,7 +84,7 @@ bool CsvReader::next(CsvRow &row)
         row.text.chop(1);
     }
     m_line += std::ranges::count(row.text, m_end) + 1;
-    m_at = behind + 1;
+    m_at = std::min(behind + 1, m_text.size());
     return true;
 }
 

@@ -91,7 +91,7 @@ std::optional<KnownHeading> kindOfHeading(std::span<const QString> heading)
     if (auto shown = shownHeading(heading)) {
         return shown;
     }
-    if (hasAll(heading, {u"Propa", u"Date", u"UTC", u"MHz"})) {
+    if (hasAll(heading, {u"Propa", u"MHz"})) {
         return KnownHeading {ImportKind::FMList, guessedColumns(heading), false};
     }
     if (hasAll(heading, {u"Date", u"Time", u"Frequency", u"PI", u"Radiotext"})) {

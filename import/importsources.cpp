@@ -5,6 +5,7 @@
 #include "platform/files.h"
 #include "platform/runtimeerror.h"
 
+#include <QDir>
 #include <QDirIterator>
 #include <QFileInfo>
 
@@ -110,9 +111,9 @@ std::vector<ImportSource> importSources(const QStringList &paths)
             reader.add(path, info.dir().dirName() + u'/' + info.fileName());
             continue;
         }
-        const qsizetype above = QFileInfo(path).absoluteFilePath().size() + 1;
-        for (const QString &file : filesOf(path)) {
-            reader.add(file, QFileInfo(file).absoluteFilePath().sliced(above));
+        const qsizetype above = QDir(path).absolutePath().size() + 1;
+        for (const QString &file : filesOf(QDir(path).absolutePath())) {
+            reader.add(file, file.sliced(above));
         }
     }
     return reader.sources();

@@ -3,6 +3,7 @@
 #include "core/fieldchecks.h"
 #include "core/linebreaks.h"
 #include "core/logfields.h"
+#include "geo/distance.h"
 #include "import/importlimits.h"
 #include "platform/numbers.h"
 
@@ -15,8 +16,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr double kilometresToAMile = 1.6093; // as the distances of the log are calculated
 constexpr qsizetype rdsNameLength = 8;
+constexpr int distPlaces = 1; // as a distance is calculated
+constexpr int powerPlaces = 6;
 
 bool isAscii(const QString &text)
 {
@@ -29,8 +31,11 @@ QString storedText(const QString &text, const CodePage &codePage, int &lost)
     if (isAscii(text)) {
         return text;
     }
+    if (codePage.decode(codePage.encode(text)) == text) {
+        return text;
+    }
     const QString composed = text.normalized(QString::NormalizationForm_C);
-    QString stored = codePage.decode(codePage.encode(composed));
+    const QString stored = codePage.decode(codePage.encode(composed));
     if (stored == composed) {
         return stored;
     }
@@ -43,7 +48,7 @@ QString storedText(const QString &text, const CodePage &codePage, int &lost)
     return stored;
 }
 
-QString textRefusal(const LogColumn &field, const QString &text)
+QString textRefusal(const LogColumn &field, const QString &text, bool own)
 {
     if (text.contains(u'|')) {
         return u"%1 holds \"|\", which separates the fields of the log"_s.arg(field.caption);
@@ -54,7 +59,7 @@ QString textRefusal(const LogColumn &field, const QString &text)
     if (field.field != LogField::Notes && (text.contains(u'\n') || text.contains(u'\r'))) {
         return u"%1 holds a line break"_s.arg(field.caption);
     }
-    if (text.size() > longestImportCell) {
+    if (!own && text.size() > longestImportCell) {
         return u"%1 is longer than %2 characters"_s.arg(field.caption).arg(longestImportCell);
     }
     return {};
@@ -97,7 +102,7 @@ QString makeStorable(ImportRow &row, const CodePage &codePage, bool own)
         if (field.text) {
             QString &text = entry.*field.text;
             text = storedText(text, codePage, row.lettersLost);
-            if (QString refusal = textRefusal(field, text); !refusal.isEmpty()) {
+            if (QString refusal = textRefusal(field, text, own); !refusal.isEmpty()) {
                 return refusal;
             }
         }
@@ -254,13 +259,13 @@ void ReceptionMaker::takeCell(const ImportColumn &column, const QString &cell, I
         entry.transmitter = text;
         break;
     case ColumnUse::Power:
-        entry.power = own ? text : number(text, 1).toUpper();
+        entry.power = own ? text : number(text, 1, powerPlaces).toUpper();
         break;
     case ColumnUse::PowerWatts:
-        entry.power = number(text, 1.0 / 1000).toUpper();
+        entry.power = number(text, 1.0 / 1000, powerPlaces).toUpper();
         break;
     case ColumnUse::Dist:
-        entry.dist = own ? text : number(text, m_surroundings.miles ? 1 / kilometresToAMile : 1);
+        entry.dist = own ? text : number(text, m_surroundings.miles ? 1 / kilometresPerMile : 1, distPlaces);
         break;
     case ColumnUse::Prop:
         entry.prop = text;
@@ -341,7 +346,7 @@ void ReceptionMaker::takeName(const QString &column, const QString &text, Import
 }
 
 // A number as the log writes it, with its unit taken off; a text that is none stays.
-QString ReceptionMaker::number(const QString &cell, double factor) const
+QString ReceptionMaker::number(const QString &cell, double factor, int places) const
 {
     QStringView text = cell;
     double unit = 1;
@@ -360,7 +365,7 @@ QString ReceptionMaker::number(const QString &cell, double factor) const
         return cell;
     }
     const double by = unit * factor;
-    return by == 1 ? *plain : plainText(rounded(*numeric(*plain) * by, 6));
+    return by == 1 ? *plain : plainText(rounded(*numeric(*plain) * by, places));
 }
 
 // Sets the moment of the entry; why there is none otherwise.

@@ -50,7 +50,7 @@ private:
     static void addNote(const QString &name, const QString &text, Parts &parts);
     void takePi(const QString &text, ImportRow &made, Parts &parts) const;
     void takeName(const QString &column, const QString &text, ImportRow &made, Parts &parts) const;
-    [[nodiscard]] QString number(const QString &cell, double factor) const;
+    [[nodiscard]] QString number(const QString &cell, double factor, int places) const;
 
     const ImportFormat &m_format;
     const ImportSurroundings &m_surroundings;

@@ -232,6 +232,9 @@ private:
     void importRDSDXLogCnv(const QString &selectedFile);
     [[nodiscard]] qint32 importRdsdxFile(const QByteArray &file, const QString &path);
 
+    // form1_importfile.cpp: receptions from files
+    void menuImportFile_Click();
+
     // form1_tools.cpp: distances and the other windows
     void Command10_Click();
     void menuToolsConverter_Click();

@@ -1,5 +1,6 @@
 #include "core/ui/editmany.h"
 #include "core/ui/form1.h"
+#include "import/ui/importfile.h"
 #include "live/ui/receiverdock.h"
 #include "stats/ui/logstats.h"
 #include "ui/guard.h"
@@ -52,6 +53,9 @@ void Form1::documentChanged(const DocumentChange &what)
     }
     for (auto *many : findChildren<EditMany *>(QString(), Qt::FindDirectChildrenOnly)) {
         many->logChanged();
+    }
+    for (auto *import : findChildren<importFile *>(QString(), Qt::FindDirectChildrenOnly)) {
+        import->logChanged();
     }
     if (what.sites) {
         m_rows.entriesChanged({});
