@@ -38,4 +38,19 @@ QByteArray rdsdxLog()
     return bytes;
 }
 
+QByteArray webServerFile()
+{
+    QByteArray bytes = "date;time;freq;pi;ps;name;city;itu;pol;erp;dist;az;id\r\n";
+    for (int i = 0; i < static_cast<int>(webServerLines); ++i) {
+        const QString day = u"2025-"_s + number(i / 3000 + 1, 2) + u'-' + number(i / 100 % 28 + 1, 2);
+        const QString clock =
+            number(i / 1200 % 24, 2) + u':' + number(i / 20 % 60, 2) + u':' + number(i % 60, 2);
+        bytes += (day + u';' + clock + u";98.500;"_s + QString::number(0x1000 + i, 16) + u";RADIO "_s
+            + number(i % 100, 2) + u";Radio One;M\u00FCnchen;D;h;100;412;135;"_s
+            + QString::number(100'000 + i) + u"\r\n"_s)
+                     .toUtf8();
+    }
+    return bytes;
+}
+
 } // namespace quillon::bench

@@ -20,4 +20,10 @@ void writeSpyFolder(const QString &folder);
 /// An RDSDX log of rdsdxLineCount receptions of a day.
 [[nodiscard]] QByteArray rdsdxLog();
 
+/// The receptions of webServerFile: as many as nearly fill a log.
+inline constexpr std::size_t webServerLines = 32'000;
+
+/// The CSV of a web server's logger in local time.
+[[nodiscard]] QByteArray webServerFile();
+
 } // namespace quillon::bench

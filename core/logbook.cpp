@@ -2,6 +2,7 @@
 
 #include "platform/runtimeerror.h"
 
+#include <algorithm>
 #include <limits>
 #include <utility>
 
@@ -21,6 +22,14 @@ Logbook::Logbook()
     : m_slots(static_cast<std::size_t>(firstCapacity) + 1)
     , m_capacity(firstCapacity)
 {
+}
+
+qint32 Logbook::room() const
+{
+    constexpr qint32 most = std::numeric_limits<qint16>::max();
+    // What the counter comes to when it has grown as often as it can.
+    const qint32 last = m_capacity + (most - m_capacity) / growth * growth;
+    return std::max(last - slotsKeptFree - m_count, 0);
 }
 
 const LogEntry &Logbook::entry(qint32 index) const

@@ -20,6 +20,9 @@ public:
     /// The size counter: there is room for entries 0 to capacity().
     [[nodiscard]] qint16 capacity() const { return m_capacity; }
 
+    /// How many entries can be added before AddEntry throws.
+    [[nodiscard]] qint32 room() const;
+
     /// The entry of that number. Throws "Subscript out of range".
     [[nodiscard]] const LogEntry &entry(qint32 index) const;
 

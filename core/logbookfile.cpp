@@ -1,6 +1,7 @@
 #include "core/logbookfile.h"
 
 #include "core/linebreaks.h"
+#include "core/logbookline.h"
 #include "core/logfields.h"
 #include "platform/runtimeerror.h"
 
@@ -14,51 +15,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qsizetype olderPieces = 11;
-constexpr qsizetype currentPieces = 13;
-
-qsizetype piecesOf(QByteArrayView line)
+qsizetype logbookPieces(LogbookLayout layout)
 {
-    return std::ranges::count(line, '|') + 1;
-}
-
-qsizetype piecesOf(LogbookLayout layout)
-{
-    return layout == LogbookLayout::Older ? olderPieces : currentPieces;
-}
-
-struct Line
-{
-    QByteArrayView text;
-    qsizetype length = 0; // with the line end
-    bool endsInLineFeedOnly = false;
-};
-
-Line physicalLine(QByteArrayView rest)
-{
-    const qsizetype end = rest.indexOf('\n');
-    if (end < 0) {
-        return {rest, rest.size(), false};
-    }
-    const bool carriageReturn = end > 0 && rest[end - 1] == '\r';
-    return {rest.first(carriageReturn ? end - 1 : end), end + 1, !carriageReturn};
-}
-
-// One line of `pieces` pieces. A line feed inside a field is told from one that ends a line by this: the line
-// it would end is not whole, and together with what follows up to a CR LF it is.
-Line lineOf(QByteArrayView rest, qsizetype pieces)
-{
-    const Line first = physicalLine(rest);
-    Line line = first;
-    qsizetype found = piecesOf(first.text);
-    while (line.endsInLineFeedOnly && found < pieces && line.length < rest.size()) {
-        const Line next = physicalLine(rest.sliced(line.length));
-        found += piecesOf(next.text) - 1;
-        line = {
-            rest.first(line.length + next.text.size()), line.length + next.length, next.endsInLineFeedOnly};
-    }
-    const bool endsInCrLf = line.length == line.text.size() + 2;
-    return found == pieces && endsInCrLf ? line : first;
+    return layout == LogbookLayout::Older ? olderLogbookPieces : currentLogbookPieces;
 }
 
 [[noreturn]] void throwAtLine(const RuntimeError &error, const QString &fileName, qsizetype number)
@@ -75,7 +34,7 @@ QString field(const CodePage &codePage, QByteArrayView bytes)
 LogEntry entryOf(QByteArrayView line, LogbookLayout layout, const Regional &regional)
 {
     std::array<QByteArrayView, logFieldCount> fields;
-    const auto wanted = static_cast<std::size_t>(piecesOf(layout) - 1);
+    const auto wanted = static_cast<std::size_t>(logbookPieces(layout) - 1);
     qsizetype at = 0;
     for (std::size_t i = 0; i < wanted; ++i) {
         const qsizetype end = line.indexOf('|', at);
@@ -110,11 +69,13 @@ LogEntry entryOf(QByteArrayView line, LogbookLayout layout, const Regional &regi
 
 LogbookLayout logbookLayout(QByteArrayView file)
 {
-    const qsizetype pieces = piecesOf(physicalLine(file).text);
-    if (pieces == currentPieces || piecesOf(lineOf(file, currentPieces).text) == currentPieces) {
+    const qsizetype pieces = logbookPieces(logbookPhysicalLine(file).text);
+    if (pieces == currentLogbookPieces
+        || logbookPieces(logbookLine(file, currentLogbookPieces).text) == currentLogbookPieces) {
         return LogbookLayout::Current;
     }
-    if (pieces == olderPieces || piecesOf(lineOf(file, olderPieces).text) == olderPieces) {
+    if (pieces == olderLogbookPieces
+        || logbookPieces(logbookLine(file, olderLogbookPieces).text) == olderLogbookPieces) {
         return LogbookLayout::Older;
     }
     return LogbookLayout::Unknown;
@@ -130,14 +91,14 @@ bool readLogbook(Logbook &log, QByteArrayView file, const Regional &regional, co
     QByteArrayView rest = file;
     qsizetype number = 1;
     while (!rest.isEmpty()) {
-        const Line line = lineOf(rest, piecesOf(layout));
+        const auto line = logbookLine(rest, logbookPieces(layout));
         try {
             log.AddEntry(entryOf(line.text, layout, regional));
         } catch (const RuntimeError &error) {
             throwAtLine(error, fileName, number);
         }
         // What stands behind the last field is not kept in memory, a deleted entry is not written again.
-        whole = whole && piecesOf(line.text) == piecesOf(layout) && line.text.endsWith('|')
+        whole = whole && logbookPieces(line.text) == logbookPieces(layout) && line.text.endsWith('|')
             && !line.text.startsWith("delete|");
         number += std::ranges::count(rest.first(line.length), '\n');
         rest = rest.sliced(line.length);
@@ -169,7 +130,7 @@ LogbookLoading loadLogbook(Logbook &log, const QString &path, const Regional &re
 
 QString unreadableText(QByteArrayView file, const QString &fileName, const CodePage &codePage)
 {
-    const QByteArrayView first = physicalLine(file).text;
+    const QByteArrayView first = logbookPhysicalLine(file).text;
     constexpr qsizetype shown = 120;
     QString line = codePage.decode(first.first(std::min(first.size(), shown)));
     if (first.size() > shown) {
@@ -177,7 +138,7 @@ QString unreadableText(QByteArrayView file, const QString &fileName, const CodeP
     }
     return u"%1 was not loaded.\nIts first line has %2 fields instead of 12 or 10:\n%3\n"
            "It has %4 lines. Before the first save it is kept as a copy, so nothing of it is lost."_s.arg(
-               fileName, QString::number(piecesOf(first) - 1), line,
+               fileName, QString::number(logbookPieces(first) - 1), line,
                QString::number(splitLines(file).size()));
 }
 

@@ -41,6 +41,7 @@ constexpr MenuIcon menuIcons[] {
     {u"menuViewMap", u"mark-location", u"map"},
     {u"menuViewReceiver", u"network-wireless", u"receiver"},
     {u"menuViewReset", u"view-restore", u"reset"},
+    {u"menuImportFile", u"document-import", u"import"},
     {u"menuImportRDSSpyLog", u"document-import", u"import"},
     {u"menuImportRDSDXLogCnv", u"document-import", u"import"},
     {u"menuExportGoogleTX", u"mark-location", u"place"},

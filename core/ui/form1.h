@@ -252,6 +252,9 @@ private:
     void importStationList(const QString &path);
     void candidates_DblClick(int candidate);
 
+    // form1_importfile.cpp: receptions from files
+    void menuImportFile_Click();
+
     // form1_tools.cpp: distances and the other windows
     void Command10_Click();
     void menuToolsConverter_Click();

@@ -1,5 +1,7 @@
 #include "core/ui/editmany.h"
+#include "core/ui/form1.h"
 #include "core/ui/form1_stations.h"
+#include "import/ui/importfile.h"
 #include "live/ui/receiverdock.h"
 #include "stats/ui/logstats.h"
 #include "ui/guard.h"
@@ -52,6 +54,9 @@ void Form1::documentChanged(const DocumentChange &what)
     }
     for (auto *many : findChildren<EditMany *>(QString(), Qt::FindDirectChildrenOnly)) {
         many->logChanged();
+    }
+    for (auto *import : findChildren<importFile *>(QString(), Qt::FindDirectChildrenOnly)) {
+        import->logChanged();
     }
     if (what.sites) {
         m_rows.entriesChanged({});

@@ -1,5 +1,6 @@
 #include "core/fieldchecks.h"
 #include "core/ui/form1.h"
+#include "import/alreadythere.h"
 #include "import/rdsdx.h"
 #include "import/rdsspy.h"
 #include "import/ui/foldertext.h"
@@ -43,6 +44,33 @@ RuntimeError halfImported(const RuntimeError &error, qint32 count)
         count);
 }
 
+// How many receptions of an import the log had already, as they come in.
+class AlreadyThere
+{
+public:
+    explicit AlreadyThere(const Logbook &log)
+        : m_known(usualImportMinutes)
+    {
+        m_known.add(log);
+    }
+
+    void added(const LogEntry &entry)
+    {
+        m_count += m_known.find(entry) ? 1 : 0;
+        m_known.add(entry, 0);
+    }
+    [[nodiscard]] qsizetype count() const { return m_count; }
+
+private:
+    KnownReceptions m_known;
+    qsizetype m_count = 0;
+};
+
+QString withAlreadyThere(const QString &text, qsizetype count)
+{
+    return count > 0 ? text + u", %1 already there"_s.arg(count) : text;
+}
+
 // All of an import is in the log, but not on the disk.
 class NotSaved : public RuntimeError
 {
@@ -64,9 +92,16 @@ void Form1::menuImportRDSSpyLog_Click()
         open->start();
         return;
     }
+    const auto there = std::make_shared<std::optional<AlreadyThere>>();
     auto *window = new importRDSSpy(
         m_config, m_options.regional,
-        [this](const RdsSpyReception &reception) { return addReception(reception); },
+        [this, there](const RdsSpyReception &reception) {
+            QString refusal = addReception(reception);
+            if (refusal.isEmpty() && *there) {
+                (*there)->added(log().entry(log().count() - 1));
+            }
+            return refusal;
+        },
         [this] { m_document.saveUnsaved(); }, this);
     // As long as an import runs: its progress, and one step for all of it.
     struct Running
@@ -75,9 +110,10 @@ void Form1::menuImportRDSSpyLog_Click()
         LogDocument::Group step;
     };
     const auto running = std::make_shared<std::unique_ptr<Running>>();
-    connect(window, &importRDSSpy::importing, this, [this, running](bool runs) {
+    connect(window, &importRDSSpy::importing, this, [this, running, there](bool runs) {
         m_importing = runs;
         if (runs) {
+            there->emplace(log());
             // The form becomes the import's: what was loaded must not be changed through it.
             tellUnstored();
             closeEntry();
@@ -92,7 +128,9 @@ void Form1::menuImportRDSSpyLog_Click()
         m_progress->setRange(0, total);
         m_progress->setValue(done);
     });
-    connect(window, &importRDSSpy::summary, m_status, &QLabel::setText);
+    connect(window, &importRDSSpy::summary, this, [this, there](const QString &text) {
+        m_status->setText(withAlreadyThere(text, *there ? (*there)->count() : 0));
+    });
     window->start();
 }
 
@@ -187,6 +225,7 @@ qint32 Form1::importRdsdxFile(const QByteArray &file, const QString &path)
         throw RuntimeError(*read.failure);
     }
     const qint32 before = log().count();
+    const qsizetype there = countAlreadyThere(log(), read.entries);
     Change change {u"Import of "_s + QFileInfo(path).fileName(), {}, {}};
     change.log.added = std::move(read.entries);
     try {
@@ -199,6 +238,11 @@ qint32 Form1::importRdsdxFile(const QByteArray &file, const QString &path)
             throw atRdsdxLine(error, file, path, line, m_options.regional);
         }
         throw NotSaved(error.name(), error.doing());
+    }
+    if (there > 0) {
+        m_status->setText(withAlreadyThere(u"Import of %1: %2 imported"_s.arg(QFileInfo(path).fileName(),
+                                               QString::number(log().count() - before)),
+            there));
     }
     if (read.failure) {
         throw RuntimeError(*read.failure);

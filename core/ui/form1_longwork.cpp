@@ -21,16 +21,15 @@ Form1::LongWork::LongWork(Form1 &window, const QString &progressFormat)
     disable(ui.Grid1);
     // The other windows that add to the log, or say which log it is.
     for (const QString &name :
-        {u"Dialog1"_s, u"importRDSSpy"_s, u"rdsdxlist"_s, u"Form2"_s, u"fileBackups"_s}) {
+        {u"Dialog1"_s, u"importFile"_s, u"importRDSSpy"_s, u"rdsdxlist"_s, u"Form2"_s, u"fileBackups"_s}) {
         const QList<QWidget *> open = window.findChildren<QWidget *>(name, Qt::FindDirectChildrenOnly);
         for (QWidget *child : open) {
             disable(child);
         }
     }
-    for (QAction *action : {ui.menuFileBackups, ui.menuImportRDSSpyLog, ui.menuImportRDSDXLogCnv,
-             ui.menuImportStations,
-             ui.menuExportEmail, ui.menuFMListUploadLogs, ui.menuFMListAutoSearch, ui.menuFMLSearchPI,
-             ui.menuToolsFind, ui.menuSetup}) {
+    for (QAction *action : {ui.menuFileBackups, ui.menuImportFile, ui.menuImportRDSSpyLog,
+             ui.menuImportRDSDXLogCnv, ui.menuImportStations, ui.menuExportEmail, ui.menuFMListUploadLogs,
+             ui.menuFMListAutoSearch, ui.menuFMLSearchPI, ui.menuToolsFind, ui.menuSetup}) {
         if (action->isEnabled()) {
             action->setEnabled(false);
             m_actions.emplace_back(action);

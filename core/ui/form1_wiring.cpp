@@ -93,6 +93,7 @@ void Form1::wireMenus()
     on(m_ui->menuFMLPropMap, &Form1::menuFMLPropMap_Click);
     on(m_ui->menuFMLYouProp, &Form1::menuFMLYouProp_Click);
     on(m_ui->menuHelpOnlineHelp, &Form1::menuHelpOnlineHelp_Click);
+    on(m_ui->menuImportFile, &Form1::menuImportFile_Click);
     on(m_ui->menuImportRDSSpyLog, &Form1::menuImportRDSSpyLog_Click);
     on(m_ui->menuImportRDSDXLogCnv, &Form1::menuImportRDSDXLogCnv_Click);
     on(m_ui->menuImportStations, &Form1::menuImportStations_Click);

@@ -54,7 +54,7 @@ void TestAutoSearchMeanwhile::nothingElseChangesTheLog()
             enabled += m_window->enabled(name) ? name : QString();
         }
         for (const QString &name :
-            {u"menuImportRDSSpyLog"_s, u"menuImportRDSDXLogCnv"_s, u"menuExportEmail"_s,
+            {u"menuImportFile"_s, u"menuImportRDSSpyLog"_s, u"menuImportRDSDXLogCnv"_s, u"menuExportEmail"_s,
                 u"menuFMListUploadLogs"_s, u"menuFMListAutoSearch"_s, u"menuFMLSearchPI"_s, u"menuSetup"_s,
                 u"menuToolsFind"_s, u"menuEditUndo"_s, u"menuEditRedo"_s}) {
             enabled += m_window->find<QAction>(name)->isEnabled() ? name : QString();

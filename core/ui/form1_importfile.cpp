@@ -1,0 +1,33 @@
+#include "core/ui/form1.h"
+#include "import/ui/importfile.h"
+#include "platform/files.h"
+#include "ui/openwindow.h"
+#include "ui/statustext.h"
+
+namespace quillon {
+
+using namespace Qt::StringLiterals;
+
+// Receptions from a File.
+void Form1::menuImportFile_Click()
+{
+    if (openWindow<importFile>(*this)) {
+        return;
+    }
+    const QString memory =
+        m_options.lookFolder.isEmpty() ? QString() : filePath(m_options.lookFolder, u"import.ini"_s);
+    auto *window = new importFile(
+        log(), {m_options.regional, QTimeZone::utc(), m_config.settings().inMiles()}, memory,
+        [this](const LogChange &change, const QString &name) {
+            // What the form holds of an entry that is completed is not that entry any more.
+            tellUnstored();
+            m_form->clear();
+            closeEntry();
+            m_document.commit({name, change, {}});
+        },
+        this);
+    connect(window, &importFile::summary, this, [this](const QString &text) { tell(text); });
+    window->show();
+}
+
+} // namespace quillon
