@@ -35,7 +35,7 @@ qsizetype wholeDigits(QStringView digits)
 
 } // namespace
 
-QString typedFrequency(const QString &text)
+QString usualFrequency(const QString &text)
 {
     const QString number = text.trimmed().replace(u',', u'.');
     const qsizetype point = number.indexOf(u'.');
@@ -43,7 +43,7 @@ QString typedFrequency(const QString &text)
         const qsizetype whole = areDigits(number) ? wholeDigits(number) : 0;
         return whole == 0 || whole == number.size()
             ? withoutLineBreaks(text)
-            : typedFrequency(number.first(whole) + u'.' + number.sliced(whole));
+            : usualFrequency(number.first(whole) + u'.' + number.sliced(whole));
     }
     if (!areDigits(number.first(point)) || !areDigits(number.sliced(point + 1))) {
         return withoutLineBreaks(text);
@@ -62,8 +62,6 @@ QString typedField(LogField field, const QString &text)
         return withLineEnds(text);
     case LogField::PiCode:
         return withoutLineBreaks(text.trimmed().toUpper());
-    case LogField::Freq:
-        return typedFrequency(text);
     case LogField::RdsName:
         return withoutLineBreaks(QString(text).replace(u' ', u'_'));
     case LogField::Power:

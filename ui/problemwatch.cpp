@@ -1,6 +1,5 @@
 #include "ui/problemwatch.h"
 
-#include "core/typedfields.h"
 #include "ui/problemlabel.h"
 
 #include <QComboBox>
@@ -71,14 +70,6 @@ QString textOf(const QWidget &field)
     return combo ? combo->currentText() : QString();
 }
 
-// What the log keeps of it: a frequency that was typed gets its point.
-QString storedText(const WatchedField &watched)
-{
-    const QString text = textOf(*watched.field);
-    const auto *line = qobject_cast<const QLineEdit *>(watched.field);
-    return watched.kind == FieldKind::Freq && line && line->isModified() ? typedFrequency(text) : text;
-}
-
 class ProblemWatch : public QObject
 {
 public:
@@ -112,7 +103,7 @@ private:
 
     void check(Watched &watched)
     {
-        const QString problem = fieldProblem(watched.field.kind, storedText(watched.field), m_codePage);
+        const QString problem = fieldProblem(watched.field.kind, textOf(*watched.field.field), m_codePage);
         if (problem == watched.problem) {
             return;
         }

@@ -25,8 +25,8 @@ Dialog1::Dialog1(const CodePage &codePage, QWidget *parent)
     m_ui->fromForm->setSizePolicy(keepsItsPlace);
     showFromForm(false);
     connect(m_ui->Text1, &QLineEdit::textChanged, this, [this](const QString &text) {
-        const QString stored = typedFrequency(text.trimmed());
-        m_ui->freqStored->setText(stored == text ? QString() : u"stored as "_s + stored);
+        const QString usual = usualFrequency(text);
+        m_ui->freqStored->setText(usual == text ? QString() : u"stored so; usual is "_s + usual);
     });
     connect(m_ui->Text2, &QLineEdit::textEdited, this, [this] { showFromForm(false); });
     setAttribute(Qt::WA_DeleteOnClose);

@@ -139,13 +139,6 @@ QString EntryForm::frequency() const
     return m_ui->Text9->text();
 }
 
-// What was typed is stored as it is told beneath; what came from elsewhere as it is.
-QString EntryForm::storedFrequency() const
-{
-    const QString text = m_ui->Text9->text();
-    return m_ui->Text9->isModified() ? typedField(LogField::Freq, text) : fieldText(text);
-}
-
 QString EntryForm::piCode() const
 {
     return m_ui->Text1->text();
@@ -187,7 +180,7 @@ LogEntry EntryForm::entry() const
     entry.piCode = fieldText(m_ui->Text1->text());
     entry.dateTime = toDateTime(m_ui->Text2->text(), m_regional.months, u"The field Date / Time"_s);
     entry.prop = fieldText(m_ui->Combo2->currentText());
-    entry.freq = storedFrequency();
+    entry.freq = fieldText(m_ui->Text9->text());
     entry.transmitter = fieldText(m_ui->Text5->text());
     entry.country = fieldText(m_ui->Combo3->currentText());
     entry.notes = notes();

@@ -155,7 +155,6 @@ private:
     void showNotes(const QString &notes);
     void tellStored();
     void offerDelete();
-    [[nodiscard]] QString storedFrequency() const;
     [[nodiscard]] QString notes() const;
     [[nodiscard]] QList<QWidget *> editableFields() const;
     [[nodiscard]] QStringList texts() const;

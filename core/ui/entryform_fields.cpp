@@ -129,12 +129,14 @@ bool EntryForm::isDateWrong() const
     return !dateTime();
 }
 
-// Beneath the fields: how the frequency is stored, where that is not as it was typed.
+// Beneath the fields: that the frequency is stored as it was typed, where its usual spelling is another one.
 void EntryForm::tellStored()
 {
-    const QString stored = storedFrequency();
-    const bool differs = stored != m_ui->Text9->text() && !stored.isEmpty();
-    m_ui->freqStored->setText(differs ? u"Frequency is stored as %1"_s.arg(stored) : QString());
+    const QString typed = m_ui->Text9->text();
+    const QString usual = usualFrequency(typed);
+    const bool differs = m_ui->Text9->isModified() && usual != typed;
+    m_ui->freqStored->setText(
+        differs ? u"Frequency is stored as typed, %1; usual is %2"_s.arg(typed, usual) : QString());
     m_ui->freqStored->setVisible(differs);
 }
 

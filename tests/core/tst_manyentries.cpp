@@ -63,7 +63,7 @@ private Q_SLOTS:
         row("PI code", LogField::PiCode, u" d3c3 "_s, u"D3C3"_s);
         row("RDS name", LogField::RdsName, u"rne clas"_s, u"rne_clas"_s);
         row("power", LogField::Power, u"0.5k "_s, u"0.5K "_s);
-        row("frequency", LogField::Freq, u"87,6"_s, u"87.6"_s);
+        row("frequency", LogField::Freq, u"87,6"_s, u"87,6"_s);
         row("country on one line", LogField::Country, u"a\r\nb\nc"_s, u"a b c"_s);
         row("transmitter", LogField::Transmitter, u" Muxía "_s, u" Muxía "_s);
         row("notes of a file", LogField::Notes, u"a\r\nb"_s, u"a\r\nb"_s);
