@@ -305,6 +305,15 @@ std::optional<MomentSpan> momentSpan(QStringView text, const MonthNames &months)
     return MomentSpan {*first, {first->seconds + length}};
 }
 
+QString filterTerm(LogField field, const QString &value)
+{
+    const auto *key = std::ranges::find(keys, field, &FilterKey::field);
+    const qsizetype quote = value.indexOf(u'"');
+    const QString wanted = quote < 0 ? value : value.first(quote);
+    const bool isOneWord = std::ranges::none_of(wanted, [](QChar c) { return c.isSpace(); });
+    return key->key + (quote < 0 ? u"==" : u":") + (isOneWord ? wanted : QString(u'"' + wanted + u'"'));
+}
+
 FilterReading readFilter(QStringView text, const MonthNames &months)
 {
     FilterReading reading;

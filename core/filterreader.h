@@ -23,6 +23,10 @@ struct FilterReading
 /// with its month.
 [[nodiscard]] FilterReading readFilter(QStringView text, const MonthNames &months);
 
+/// The term that asks for all of a field: itu==E, site=="Bad Marienberg". What no term can say (a double
+/// quote) it asks for as far as it can.
+[[nodiscard]] QString filterTerm(LogField field, const QString &value);
+
 /// The year, month, day, minute or second that a text means; nothing when it means none.
 [[nodiscard]] std::optional<MomentSpan> momentSpan(QStringView text, const MonthNames &months);
 

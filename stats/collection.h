@@ -108,7 +108,7 @@ struct Opening
     qint32 farthest = -1; ///< entry; -1 when no distance is known
     double kilometres = 0; ///< of that one
     QStringList countries; ///< by their letters
-    std::array<int, newMarkCount> news {}; ///< how many of the receptions have that mark
+    std::array<int, noveltyMarkCount> news {}; ///< how many of the receptions have that mark
 };
 /// In the order of time.
 [[nodiscard]] std::vector<Opening> openings(const Logbook &log, std::span<const qint32> entries, bool inMiles,

@@ -14,7 +14,7 @@ std::optional<double> positiveNumber(QStringView text)
 std::optional<double> kilometresOf(const LogEntry &entry, bool inMiles)
 {
     const auto number = positiveNumber(entry.dist);
-    return number ? std::optional(rounded(inMiles ? *number * kilometresPerMile : *number, 1)) : number;
+    return number && inMiles ? std::optional(rounded(*number * kilometresPerMile, 1)) : number;
 }
 
 } // namespace quillon

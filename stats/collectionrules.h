@@ -52,7 +52,7 @@ inline constexpr QStringView unknownCountry = u"TBD";
 /// The number in a Dist or Power above 0; nothing where there is none.
 [[nodiscard]] std::optional<double> positiveNumber(QStringView text);
 
-/// The distance of a reception in km, to one decimal place.
+/// The distance of a reception in km, as the filter of the log compares it: miles to one decimal place.
 [[nodiscard]] std::optional<double> kilometresOf(const LogEntry &entry, bool inMiles);
 
 } // namespace quillon

@@ -16,28 +16,30 @@ constexpr int none = -1;
 // Up to so many entries are moved one by one; more, and all are counted again.
 constexpr std::size_t fewEntries = 64;
 
-constexpr std::array<QStringView, newMarkCount> shortMarks {u"PI", u"Site", u"ITU", u"Mode", u"Far", u"Year"};
-constexpr std::array knownMarks {NewMark::Pi, NewMark::Site, NewMark::Country, NewMark::CountryInMode};
+constexpr std::array<QStringView, noveltyMarkCount> shortMarks {
+    u"PI", u"Site", u"ITU", u"Mode", u"Far", u"Year"};
+constexpr std::array knownMarks {
+    NoveltyMark::Pi, NoveltyMark::Site, NoveltyMark::Country, NoveltyMark::CountryInMode};
 
-constexpr std::size_t at(NewMark mark)
+constexpr std::size_t at(NoveltyMark mark)
 {
     return static_cast<std::size_t>(mark);
 }
 
-QString wordsOf(NewMark mark, const LogEntry &entry)
+QString wordsOf(NoveltyMark mark, const LogEntry &entry)
 {
     switch (mark) {
-    case NewMark::Pi:
+    case NoveltyMark::Pi:
         return u"First of this PI code"_s;
-    case NewMark::Site:
+    case NoveltyMark::Site:
         return u"First of this site"_s;
-    case NewMark::Country:
+    case NoveltyMark::Country:
         return u"First of this country"_s;
-    case NewMark::CountryInMode:
+    case NoveltyMark::CountryInMode:
         return u"First of this country by "_s + entry.prop;
-    case NewMark::Farthest:
+    case NoveltyMark::Farthest:
         return u"Farthest so far by "_s + entry.prop;
-    case NewMark::StationInYear:
+    case NoveltyMark::StationInYear:
         break;
     }
     return u"First of this station in %1"_s.arg(civil(entry.dateTime).year);
@@ -45,10 +47,10 @@ QString wordsOf(NewMark mark, const LogEntry &entry)
 
 } // namespace
 
-QString shortText(NewMarks marks)
+QString shortText(NoveltyMarks marks)
 {
     QString text;
-    for (std::size_t mark = 0; mark < newMarkCount; ++mark) {
+    for (std::size_t mark = 0; mark < noveltyMarkCount; ++mark) {
         if (marks.test(mark)) {
             text += text.isEmpty() ? shortMarks[mark].toString() : u' ' + shortMarks[mark];
         }
@@ -56,15 +58,35 @@ QString shortText(NewMarks marks)
     return text;
 }
 
-QStringList wordsOf(NewMarks marks, const LogEntry &entry)
+QStringList wordsOf(NoveltyMarks marks, const LogEntry &entry)
 {
     QStringList words;
-    for (std::size_t mark = 0; mark < newMarkCount; ++mark) {
+    for (std::size_t mark = 0; mark < noveltyMarkCount; ++mark) {
         if (marks.test(mark)) {
-            words += wordsOf(static_cast<NewMark>(mark), entry);
+            words += wordsOf(static_cast<NoveltyMark>(mark), entry);
         }
     }
     return words;
+}
+
+QString badgeText(NoveltyMarks marks, const LogEntry &entry)
+{
+    const auto has = [marks](NoveltyMark mark) { return marks.test(at(mark)); };
+    QStringList parts;
+    const auto tell = [&parts](bool holds, const QString &text) {
+        if (holds) {
+            parts += text;
+        }
+    };
+    const bool isNewStation = has(NoveltyMark::Site) || has(NoveltyMark::Pi);
+    tell(has(NoveltyMark::Country), u"country"_s);
+    tell(has(NoveltyMark::CountryInMode) && !has(NoveltyMark::Country), u"country by "_s + entry.prop);
+    tell(has(NoveltyMark::Farthest), u"farthest by "_s + entry.prop);
+    tell(has(NoveltyMark::Site), u"site"_s);
+    tell(has(NoveltyMark::Pi), u"PI code"_s);
+    tell(
+        has(NoveltyMark::StationInYear) && !isNewStation, u"station in %1"_s.arg(civil(entry.dateTime).year));
+    return parts.isEmpty() ? QString() : u"New: "_s + parts.join(", "_L1);
 }
 
 QString newThingsText(const NewThings &things)
@@ -94,24 +116,24 @@ Novelty::Counted Novelty::counted(const LogEntry &entry)
     const int label = m_texts.of(byPi ? entry.piCode : entry.rdsName);
     const int country = m_texts.of(entry.country);
     const int site = m_sites.of({m_texts.of(entry.transmitter), country});
-    const auto set = [&](NewMark mark, bool there, auto number) {
+    const auto set = [&](NoveltyMark mark, bool there, auto number) {
         if (there) {
             result.groups[at(mark)] = number();
         }
     };
-    set(NewMark::Pi, byPi, [&] { return label; });
-    set(NewMark::Site, !entry.transmitter.isEmpty(), [&] { return site; });
-    set(NewMark::Country, hasCountry(entry), [&] { return country; });
+    set(NoveltyMark::Pi, byPi, [&] { return label; });
+    set(NoveltyMark::Site, !entry.transmitter.isEmpty(), [&] { return site; });
+    set(NoveltyMark::Country, hasCountry(entry), [&] { return country; });
     const bool hasMode = !entry.prop.isEmpty();
     const int mode = m_texts.of(entry.prop);
-    set(NewMark::CountryInMode, hasMode && hasCountry(entry), [&] {
+    set(NoveltyMark::CountryInMode, hasMode && hasCountry(entry), [&] {
         const int pair = m_countriesInMode.of({country, mode});
         m_countryOfPair.resize(static_cast<std::size_t>(m_countriesInMode.count()), country);
         return pair;
     });
     result.distance = positiveNumber(entry.dist).value_or(0);
-    set(NewMark::Farthest, hasMode && result.distance > 0, [&] { return mode; });
-    set(NewMark::StationInYear, hasStation(entry), [&] {
+    set(NoveltyMark::Farthest, hasMode && result.distance > 0, [&] { return mode; });
+    set(NoveltyMark::StationInYear, hasStation(entry), [&] {
         const int station = m_stations.of({label * 2 + (byPi ? 1 : 0), site});
         return m_stationsInYear.of({station, civil(entry.dateTime).year});
     });
@@ -164,7 +186,7 @@ void Novelty::measureFrom(Group &group, std::size_t place, bool cameIn) const
 void Novelty::put(qint32 entry)
 {
     const Counted &one = m_counted[static_cast<std::size_t>(entry)];
-    for (std::size_t mark = 0; mark < newMarkCount; ++mark) {
+    for (std::size_t mark = 0; mark < noveltyMarkCount; ++mark) {
         if (one.groups[mark] == none) {
             continue;
         }
@@ -172,7 +194,7 @@ void Novelty::put(qint32 entry)
         const std::size_t place = placeIn(group, entry);
         const auto offset = static_cast<std::ptrdiff_t>(place);
         group.entries.insert(group.entries.begin() + offset, entry);
-        if (mark == at(NewMark::Farthest)) {
+        if (mark == at(NoveltyMark::Farthest)) {
             group.farthest.insert(group.farthest.begin() + offset, 0);
             measureFrom(group, place, true);
         }
@@ -182,7 +204,7 @@ void Novelty::put(qint32 entry)
 void Novelty::take(qint32 entry)
 {
     Counted &one = m_counted[static_cast<std::size_t>(entry)];
-    for (std::size_t mark = 0; mark < newMarkCount; ++mark) {
+    for (std::size_t mark = 0; mark < noveltyMarkCount; ++mark) {
         if (one.groups[mark] == none) {
             continue;
         }
@@ -190,7 +212,7 @@ void Novelty::take(qint32 entry)
         const std::size_t place = placeIn(group, entry);
         const auto offset = static_cast<std::ptrdiff_t>(place);
         group.entries.erase(group.entries.begin() + offset);
-        if (mark == at(NewMark::Farthest)) {
+        if (mark == at(NoveltyMark::Farthest)) {
             group.farthest.erase(group.farthest.begin() + offset);
             measureFrom(group, place, false);
         }
@@ -244,20 +266,20 @@ void Novelty::update(const Logbook &log, std::span<const qint32> entries)
     }
 }
 
-NewMarks Novelty::marks(qint32 entry) const
+NoveltyMarks Novelty::marks(qint32 entry) const
 {
-    NewMarks marks;
+    NoveltyMarks marks;
     const auto place = static_cast<std::size_t>(entry);
     if (entry < 0 || place >= m_counted.size() || !m_counted[place].counts) {
         return marks;
     }
     const Counted &one = m_counted[place];
-    for (std::size_t mark = 0; mark < newMarkCount; ++mark) {
+    for (std::size_t mark = 0; mark < noveltyMarkCount; ++mark) {
         if (one.groups[mark] == none) {
             continue;
         }
         const Group &group = m_groups[mark][static_cast<std::size_t>(one.groups[mark])];
-        if (mark == at(NewMark::Farthest)) {
+        if (mark == at(NoveltyMark::Farthest)) {
             const std::size_t standing = placeIn(group, entry);
             marks.set(mark, standing == 0 || one.distance > group.farthest[standing - 1]);
         } else {
@@ -270,7 +292,7 @@ NewMarks Novelty::marks(qint32 entry) const
 Novelty::Known Novelty::known() const
 {
     Known known;
-    for (const NewMark mark : knownMarks) {
+    for (const NoveltyMark mark : knownMarks) {
         std::vector<bool> &there = known[at(mark)];
         there.reserve(m_groups[at(mark)].size());
         for (const Group &group : m_groups[at(mark)]) {
@@ -280,19 +302,19 @@ Novelty::Known Novelty::known() const
     return known;
 }
 
-NewThings Novelty::newSince(const Known &before) const
+NewThings Novelty::newSinceRemembered() const
 {
     const Known now = known();
-    const auto isNew = [&](NewMark mark, std::size_t number) {
-        const std::vector<bool> &there = before[at(mark)];
+    const auto isNew = [&](NoveltyMark mark, std::size_t number) {
+        const std::vector<bool> &there = m_remembered[at(mark)];
         return now[at(mark)][number] && (number >= there.size() || !there[number]);
     };
     std::array<int, std::tuple_size_v<Known>> counts {};
-    for (const NewMark mark : knownMarks) {
+    for (const NoveltyMark mark : knownMarks) {
         for (std::size_t number = 0; number < now[at(mark)].size(); ++number) {
-            const bool inMode = mark == NewMark::CountryInMode;
+            const bool inMode = mark == NoveltyMark::CountryInMode;
             const bool asCountry = inMode && isNew(mark, number)
-                && isNew(NewMark::Country, static_cast<std::size_t>(m_countryOfPair[number]));
+                && isNew(NoveltyMark::Country, static_cast<std::size_t>(m_countryOfPair[number]));
             counts[at(mark)] += isNew(mark, number) && !asCountry ? 1 : 0;
         }
     }

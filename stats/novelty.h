@@ -15,7 +15,7 @@
 namespace quillon {
 
 /// What can be new in a reception, by the rules of stats/collectionrules.h.
-enum class NewMark {
+enum class NoveltyMark {
     Pi,
     Site,
     Country,
@@ -23,13 +23,16 @@ enum class NewMark {
     Farthest,
     StationInYear,
 };
-inline constexpr std::size_t newMarkCount = 6;
-using NewMarks = std::bitset<newMarkCount>;
+inline constexpr std::size_t noveltyMarkCount = 6;
+using NoveltyMarks = std::bitset<noveltyMarkCount>;
 
-/// The marks in short, in the order of NewMark: "PI Site Year". Empty for none.
-[[nodiscard]] QString shortText(NewMarks marks);
+/// The marks in short, in the order of NoveltyMark: "PI Site Year". Empty for none.
+[[nodiscard]] QString shortText(NoveltyMarks marks);
 /// What each of them says: "First of this PI code", "First of this station in 2025" ...
-[[nodiscard]] QStringList wordsOf(NewMarks marks, const LogEntry &entry);
+[[nodiscard]] QStringList wordsOf(NoveltyMarks marks, const LogEntry &entry);
+
+/// The same in few words, what weighs most first, without what follows from it: "New: country, site".
+[[nodiscard]] QString badgeText(NoveltyMarks marks, const LogEntry &entry);
 
 /// How many there are more of than before.
 struct NewThings
@@ -54,12 +57,12 @@ public:
     void update(const Logbook &log, std::span<const qint32> entries);
 
     /// What is new in the entry; nothing for a deleted one and for a number beyond the log.
-    [[nodiscard]] NewMarks marks(qint32 entry) const;
+    [[nodiscard]] NoveltyMarks marks(qint32 entry) const;
 
-    /// The PI codes, sites, countries, and countries in a mode that the log has.
-    using Known = std::array<std::vector<bool>, 4>;
-    [[nodiscard]] Known known() const;
-    [[nodiscard]] NewThings newSince(const Known &before) const;
+    /// Remembers which PI codes, sites, countries, and countries in a mode the log has.
+    void remember() { m_remembered = known(); }
+    /// What it has now and had not when that was remembered.
+    [[nodiscard]] NewThings newSinceRemembered() const;
 
 private:
     // A reception as it was counted.
@@ -68,16 +71,19 @@ private:
         bool counts = false;
         DateTime moment;
         double distance = 0;
-        std::array<int, newMarkCount> groups {-1, -1, -1, -1, -1, -1}; ///< by NewMark; -1 for none
+        std::array<int, noveltyMarkCount> groups {-1, -1, -1, -1, -1, -1}; ///< by NoveltyMark; -1 for none
     };
     // Those that compete for a mark, in the order of time.
     struct Group
     {
         std::vector<qint32> entries;
-        std::vector<double> farthest; ///< up to each of them; for NewMark::Farthest alone
+        std::vector<double> farthest; ///< up to each of them; for NoveltyMark::Farthest alone
     };
+    // Whether there are any, by mark and number.
+    using Known = std::array<std::vector<bool>, 4>;
     using Pairs = Numbering<std::pair<int, int>>;
 
+    [[nodiscard]] Known known() const;
     [[nodiscard]] Counted counted(const LogEntry &entry);
     [[nodiscard]] bool isBefore(qint32 left, qint32 right) const;
     [[nodiscard]] std::size_t placeIn(const Group &group, qint32 entry) const;
@@ -87,7 +93,8 @@ private:
     void measureFrom(Group &group, std::size_t place, bool cameIn) const;
 
     std::vector<Counted> m_counted; ///< by entry
-    std::array<std::vector<Group>, newMarkCount> m_groups;
+    std::array<std::vector<Group>, noveltyMarkCount> m_groups;
+    Known m_remembered;
     // Numbers are never given back, so that what was known before can be compared with what is known now.
     Numbering<QString> m_texts;
     Pairs m_sites;

@@ -53,8 +53,8 @@ private:
         if (hasCountry(entry)) {
             opening.countries += entry.country;
         }
-        const NewMarks marks = m_novelty.marks(number);
-        for (std::size_t mark = 0; mark < newMarkCount; ++mark) {
+        const NoveltyMarks marks = m_novelty.marks(number);
+        for (std::size_t mark = 0; mark < noveltyMarkCount; ++mark) {
             opening.news[mark] += marks.test(mark) ? 1 : 0;
         }
     }

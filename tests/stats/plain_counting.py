@@ -27,7 +27,7 @@ def kilometres(entry, in_miles):
     value = number(entry["dist"])
     if value is None:
         return 0
-    return round(value * 1.6093 if in_miles else value, 1)
+    return round(value * 1.6093, 1) if in_miles else value
 
 
 def mode(entry):

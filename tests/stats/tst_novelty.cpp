@@ -26,12 +26,12 @@ LogEntry entryOf(const QString &pi, const QString &site, const QString &country,
 }
 
 /// The marks of an entry once more, by looking at each other entry.
-NewMarks plainMarks(const Logbook &log, qint32 number)
+NoveltyMarks plainMarks(const Logbook &log, qint32 number)
 {
     const LogEntry &one = log.entry(number);
     const auto distance = [](const LogEntry &entry) { return numeric(entry.dist).value_or(0); };
     const bool hasCountry = !one.country.isEmpty() && one.country != u"TBD";
-    std::array<bool, newMarkCount> holds {!one.piCode.isEmpty(), !one.transmitter.isEmpty(), hasCountry,
+    std::array<bool, noveltyMarkCount> holds {!one.piCode.isEmpty(), !one.transmitter.isEmpty(), hasCountry,
         hasCountry && !one.prop.isEmpty(), !one.prop.isEmpty() && distance(one) > 0,
         !one.piCode.isEmpty() || !one.rdsName.isEmpty()};
     for (qint32 i = 0; i < log.count() && !isDeleted(one); ++i) {
@@ -43,16 +43,16 @@ NewMarks plainMarks(const Logbook &log, qint32 number)
         const bool sameSite = other.transmitter == one.transmitter && other.country == one.country;
         const bool sameLabel =
             other.piCode == one.piCode && (!one.piCode.isEmpty() || other.rdsName == one.rdsName);
-        const std::array<bool, newMarkCount> spoils {other.piCode == one.piCode, sameSite,
+        const std::array<bool, noveltyMarkCount> spoils {other.piCode == one.piCode, sameSite,
             other.country == one.country, other.country == one.country && other.prop == one.prop,
             other.prop == one.prop && distance(other) >= distance(one),
             sameSite && sameLabel && civil(other.dateTime).year == civil(one.dateTime).year};
-        for (std::size_t mark = 0; mark < newMarkCount; ++mark) {
+        for (std::size_t mark = 0; mark < noveltyMarkCount; ++mark) {
             holds[mark] = holds[mark] && !spoils[mark];
         }
     }
-    NewMarks marks;
-    for (std::size_t mark = 0; mark < newMarkCount; ++mark) {
+    NoveltyMarks marks;
+    for (std::size_t mark = 0; mark < noveltyMarkCount; ++mark) {
         marks.set(mark, holds[mark] && !isDeleted(one));
     }
     return marks;
@@ -132,11 +132,15 @@ private Q_SLOTS:
         QCOMPARE(textOf(novelty, log),
             u"0: PI Site ITU Mode Far Year\n1: \n2: Mode Far Year\n3: PI Site Far Year\n4: Site Year\n5: \n"
             "6: \n"_s);
-        QCOMPARE(novelty.marks(7), NewMarks());
-        QCOMPARE(novelty.marks(-1), NewMarks());
+        QCOMPARE(novelty.marks(7), NoveltyMarks());
+        QCOMPARE(novelty.marks(-1), NoveltyMarks());
         QCOMPARE(wordsOf(novelty.marks(2), log.entry(2)),
             QStringList({u"First of this country by Tropo"_s, u"Farthest so far by Tropo"_s,
                 u"First of this station in 2025"_s}));
+        QCOMPARE(badgeText(novelty.marks(0), log.entry(0)), u"New: country, farthest by Es, site, PI code"_s);
+        QCOMPARE(badgeText(novelty.marks(1), log.entry(1)), QString());
+        QCOMPARE(badgeText(novelty.marks(2), log.entry(2)),
+            u"New: country by Tropo, farthest by Tropo, station in 2025"_s);
     }
 
     void anOlderReceptionTakesTheMarksOfTheLaterOnes()
@@ -206,14 +210,14 @@ private Q_SLOTS:
         log.AddEntry(entryOf(u"E211"_s, u"Granada"_s, u"E"_s, u"Es"_s, {}, {2024, 6, 1}));
         log.AddEntry(entryOf(u"E211"_s, u"Granada"_s, u"E"_s, u"Tropo"_s, {}, {2024, 6, 1}));
         novelty.count(log);
-        const Novelty::Known before = novelty.known();
-        QCOMPARE(newThingsText(novelty.newSince(before)), QString());
+        novelty.remember();
+        QCOMPARE(newThingsText(novelty.newSinceRemembered()), QString());
         // Older ones are as new to the log as later ones.
         log.AddEntry(entryOf(u"D3C3"_s, u"Brocken"_s, u"D"_s, u"Es"_s, {}, {1999, 6, 1}));
         log.AddEntry(entryOf(u"D3C3"_s, u"Brocken"_s, u"D"_s, u"MS"_s, {}, {2024, 6, 1}));
         log.AddEntry(entryOf(u"E211"_s, u"Málaga"_s, u"E"_s, u"MS"_s, {}, {2024, 6, 1}));
         novelty.update(log, std::array {2, 3, 4});
-        QVERIFY((novelty.newSince(before) == NewThings {1, 2, 1, 1}));
+        QVERIFY((novelty.newSinceRemembered() == NewThings {1, 2, 1, 1}));
         QCOMPARE(newThingsText({1, 2, 1, 1}),
             u"1 new PI code, 2 new sites, 1 new country, 1 country new in its mode"_s);
         QCOMPARE(newThingsText({0, 3, 2, 0}), u"3 new sites, 2 new countries"_s);
@@ -221,7 +225,7 @@ private Q_SLOTS:
         log.apply(LogChange::between(
             0, log.entry(0), entryOf(u"E211"_s, u"Parapanda"_s, u"E"_s, u"Es"_s, {}, {2024, 6, 1})));
         novelty.update(log, std::array {0});
-        QVERIFY((novelty.newSince(before) == NewThings {1, 3, 1, 1}));
+        QVERIFY((novelty.newSinceRemembered() == NewThings {1, 3, 1, 1}));
     }
 };
 

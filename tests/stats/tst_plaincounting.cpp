@@ -74,7 +74,7 @@ struct Dump
         QJsonArray marks;
         for (qint32 i = 0; i < log.count(); ++i) {
             QJsonArray one;
-            for (std::size_t mark = 0; mark < newMarkCount; ++mark) {
+            for (std::size_t mark = 0; mark < noveltyMarkCount; ++mark) {
                 one.append(novelty.marks(i).test(mark));
             }
             marks.append(one);

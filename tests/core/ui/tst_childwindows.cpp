@@ -42,6 +42,7 @@ void TestChildWindows::windows()
     QTest::newRow("About") << u"frmSplash"_s << u"menuAbout"_s;
     QTest::newRow("Statistics") << u"logStats"_s << u"menuStats"_s;
     QTest::newRow("Backups") << u"fileBackups"_s << u"menuFileBackups"_s;
+    QTest::newRow("Collection") << u"collection"_s << u"menuStatsCollection"_s;
     QTest::newRow("RDS Spy") << u"importRDSSpy"_s << u"menuImportRDSSpyLog"_s;
     QTest::newRow("RDSDX") << u"rdsdxlist"_s << u"menuImportRDSDXLogCnv"_s;
 }

@@ -96,6 +96,7 @@ void TestRoom::eachOtherWindowFits_data()
     QTest::newRow("Setup") << u"Form2"_s << u"menuSetup"_s;
     QTest::newRow("About") << u"frmSplash"_s << u"menuAbout"_s;
     QTest::newRow("Statistics") << u"logStats"_s << u"menuStats"_s;
+    QTest::newRow("Collection") << u"collection"_s << u"menuStatsCollection"_s;
     QTest::newRow("RDS Spy") << u"importRDSSpy"_s << u"menuImportRDSSpyLog"_s;
     QTest::newRow("RDSDX") << u"rdsdxlist"_s << u"menuImportRDSDXLogCnv"_s;
 }
