@@ -130,26 +130,32 @@ CollectionView directionsView(const CollectionSource &source, std::shared_ptr<co
 {
     FigureTable table;
     table.columns = {{u"From °"_s, Kind::Number}, {u"To °"_s, Kind::Number}, {u"All"_s, Kind::Number}};
+    std::vector<std::size_t> modes;
     for (std::size_t mode = 0; mode < mapModeCount; ++mode) {
-        table.columns.push_back({mapModeName(mode), Kind::Number});
+        if (std::ranges::any_of(figures->counts, [mode](const auto &counts) { return counts[mode] > 0; })) {
+            modes.push_back(mode);
+            table.columns.push_back({mapModeName(mode), Kind::Number});
+        }
     }
     constexpr int firstMode = 3;
     table.rows = static_cast<int>(directionCount);
-    table.figure = [figures](int row, int column) -> Figure {
+    table.figure = [figures, modes](int row, int column) -> Figure {
         const auto &counts = figures->counts[static_cast<std::size_t>(row)];
-        if (column >= firstMode) {
-            const qint32 count = counts[static_cast<std::size_t>(column - firstMode)];
-            return count > 0 ? Figure(static_cast<double>(count)) : Figure();
-        }
         const int from = row * directionStep;
-        return column == 0 ? from
-            : column == 1  ? from + directionStep - 1.0
-                           : static_cast<double>(std::accumulate(counts.begin(), counts.end(), 0));
+        if (column == 0) {
+            return from + 0.0;
+        }
+        if (column == 1) {
+            return from + directionStep - 1.0;
+        }
+        const qint32 count = column < firstMode ? std::accumulate(counts.begin(), counts.end(), 0)
+                                                : counts[modes[static_cast<std::size_t>(column - firstMode)]];
+        return count > 0 ? Figure(static_cast<double>(count)) : Figure();
     };
     const auto kept = std::make_shared<const CollectionSource>(source);
-    table.receptions = [kept](int row, int column) {
+    table.receptions = [kept, modes](int row, int column) {
         return directionReceptions(*kept, static_cast<std::size_t>(row),
-            column < firstMode ? allModes : static_cast<std::size_t>(column - firstMode));
+            column < firstMode ? allModes : modes[static_cast<std::size_t>(column - firstMode)]);
     };
     return {std::move(table), {}};
 }

@@ -42,7 +42,7 @@ ChartControl::ChartControl(QWidget *parent)
 void ChartControl::setTable(const ChartTable &table)
 {
     m_table = table;
-    m_scale = axisScale(table.largest());
+    m_scale = axisScale(table.largest(), m_mostSteps);
     setHovered(std::nullopt);
     chart()->removeAllSeries();
     const auto axes = chart()->axes();

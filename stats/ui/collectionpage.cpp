@@ -99,7 +99,13 @@ void CollectionPage::showGroup()
     }
     // What the user made of the widths stays.
     if (!m_isFitted || m_groups) {
+        constexpr int padding = 12;
         m_view->resizeColumnsToContents();
+        for (int column = 0; column < static_cast<int>(columns.size()); ++column) {
+            if (!m_view->isColumnHidden(column)) {
+                m_view->setColumnWidth(column, m_view->columnWidth(column) + padding);
+            }
+        }
         m_isFitted = table().rows > 0;
     }
 }

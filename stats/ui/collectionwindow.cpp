@@ -30,11 +30,13 @@ namespace {
 ChartControl *barChart(const QString &name, const QString &caption, const QString &category)
 {
     constexpr int least = 150;
+    constexpr int mostSteps = 4;
     auto *chart = new ChartControl;
     chart->setObjectName(name);
     chart->setAccessibleName(caption);
     chart->setMinimumHeight(least);
     chart->setWords(category, caption);
+    chart->setMostSteps(mostSteps);
     chart->setEmptyText(u"Nothing to count yet."_s);
     return chart;
 }
@@ -86,7 +88,7 @@ void CollectionWindow::addTabs()
         {m_ui->directions, u"directions"_s, m_rose, &CollectionWindow::countDirections},
         {m_ui->openings, u"openings"_s, m_openingsChart, &CollectionWindow::countOpenings},
     };
-    constexpr int low = 200;
+    constexpr int low = 220;
     constexpr int high = 420;
     for (const Tab &tab : m_tabs) {
         tab.page->prepare(tab.name, m_ui->tabs->tabText(m_ui->tabs->indexOf(tab.page)).remove(u'&'));

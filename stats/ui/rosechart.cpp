@@ -18,6 +18,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+constexpr int mostRings = 5;
+
 qint32 sumOf(const std::array<qint32, mapModeCount> &counts)
 {
     return std::accumulate(counts.begin(), counts.end(), 0);
@@ -52,7 +54,11 @@ QPainterPath sector(QPointF centre, std::size_t direction, qreal inner, qreal ou
     QPainterPath path;
     path.arcMoveTo(square(outer), start);
     path.arcTo(square(outer), start, sweep);
-    path.arcTo(square(inner), start + sweep, -sweep);
+    if (inner > 0) {
+        path.arcTo(square(inner), start + sweep, -sweep);
+    } else {
+        path.lineTo(centre);
+    }
     path.closeSubpath();
     return path;
 }
@@ -104,7 +110,7 @@ void RoseChart::paintChart(QPainter &painter, QSize size, const ChartStyle &styl
         return;
     }
     paintRings(painter, centre, radius, style);
-    const qreal perReception = radius / axisScale(m_most).maximum;
+    const qreal perReception = radius / axisScale(m_most, mostRings).maximum;
     painter.setPen(Qt::NoPen);
     for (std::size_t direction = 0; direction < directionCount; ++direction) {
         qreal inner = 0;
@@ -117,23 +123,24 @@ void RoseChart::paintChart(QPainter &painter, QSize size, const ChartStyle &styl
             inner = outer;
         }
     }
+    const AxisScale scale = axisScale(m_most, mostRings);
+    painter.setPen(style.text);
+    for (int count = scale.step; count < scale.maximum; count += scale.step) {
+        painter.drawText(pointAt(centre, 0, count * perReception) + QPointF(3, -2), QString::number(count));
+    }
     const qreal line = QFontMetricsF(painter.font()).height();
     paintLegend(painter, {line, line}, style);
 }
 
 void RoseChart::paintRings(QPainter &painter, QPointF centre, qreal radius, const ChartStyle &style) const
 {
-    const AxisScale scale = axisScale(m_most);
+    const AxisScale scale = axisScale(m_most, mostRings);
     const QFontMetricsF font(painter.font());
     painter.setBrush(Qt::NoBrush);
     for (int count = scale.step; count <= scale.maximum; count += scale.step) {
         const qreal ring = radius * count / scale.maximum;
         painter.setPen(style.grid);
         painter.drawEllipse(centre, ring, ring);
-        if (count == scale.maximum || count == scale.maximum / scale.step / 2 * scale.step) {
-            painter.setPen(style.quiet);
-            painter.drawText(pointAt(centre, 5, ring) + QPointF(2, -2), QString::number(count));
-        }
     }
     painter.setPen(style.text);
     for (const auto &[degrees, name] : {std::pair(0, u"N"_s), {45, u"NE"_s}, {90, u"E"_s}, {135, u"SE"_s},
