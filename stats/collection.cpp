@@ -144,8 +144,9 @@ std::vector<Record> records(const Logbook &log, std::span<const qint32> entries,
             const double figure = record.list == leastPower ? record.powerPer1000 : -record.kilometres;
             return std::tuple(figure, log.entry(record.entry).dateTime, record.entry);
         };
-        std::ranges::sort(list, {}, key);
-        list.resize(std::min<std::size_t>(list.size(), recordsOfMode));
+        const std::size_t ranked = std::min<std::size_t>(list.size(), recordsOfMode);
+        std::ranges::partial_sort(list, list.begin() + static_cast<std::ptrdiff_t>(ranked), {}, key);
+        list.resize(ranked);
         for (int rank = 1; Record record : list) {
             record.rank = rank++;
             result.push_back(record);
