@@ -254,6 +254,7 @@ void Evening::windows()
     opening("open the scratch pad", button(u"Command12"_s), u"ScratchPad"_s);
     opening("open the converter", command(u"menuToolsConverter"_s), u"Dialog"_s);
     opening("open the statistics", command(u"menuStats"_s), u"logStats"_s);
+    opening("open the collection", command(u"menuStatsCollection"_s), u"collection"_s);
     opening("open About", command(u"menuAbout"_s), u"frmSplash"_s);
     opening("open RDS Spy Logs", command(u"menuImportRDSSpyLog"_s), u"importRDSSpy"_s);
     opening("open RDSDX Log", command(u"menuImportRDSDXLogCnv"_s), u"rdsdxlist"_s);

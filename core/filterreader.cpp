@@ -35,15 +35,25 @@ struct RawTerm
 {
     bool excludes = false;
     QStringView key; ///< empty for a word
-    QChar sign; ///< ":", "<" or ">" behind the key
+    QStringView sign; ///< ":", "==", "<" or ">" behind the key
     QStringView value;
     bool isQuoted = false;
     QStringView whole;
 };
 
-bool isSign(QChar c)
+const FilterKey *keyOf(QStringView text)
 {
-    return c == u':' || c == u'<' || c == u'>';
+    const auto *key = std::ranges::find_if(
+        keys, [text](const FilterKey &known) { return !text.compare(known.key, Qt::CaseInsensitive); });
+    return key == keys.end() ? nullptr : key;
+}
+
+// The sign that a text begins with; empty for none.
+QStringView signOf(QStringView text)
+{
+    constexpr std::array<QStringView, 4> signs {u":", u"<", u">", u"=="};
+    const auto *sign = std::ranges::find_if(signs, [text](QStringView one) { return text.startsWith(one); });
+    return sign == signs.end() ? QStringView() : *sign;
 }
 
 // Takes the terms of a text one by one.
@@ -80,10 +90,11 @@ private:
         while (end < m_text.size() && m_text[end].isLetter()) {
             ++end;
         }
-        if (end > m_at && end < m_text.size() && isSign(m_text[end])) {
+        const QStringView sign = signOf(m_text.sliced(end));
+        if (end > m_at && !sign.isEmpty()) {
             term.key = m_text.sliced(m_at, end - m_at);
-            term.sign = m_text[end];
-            m_at = end + 1;
+            term.sign = sign;
+            m_at = end + sign.size();
         }
     }
 
@@ -178,15 +189,14 @@ private:
 
     void readKey()
     {
-        const auto key = std::ranges::find_if(keys,
-            [this](const FilterKey &known) { return !m_raw.key.compare(known.key, Qt::CaseInsensitive); });
-        if (key == keys.end()) {
+        const FilterKey *key = keyOf(m_raw.key);
+        if (!key) {
             tell(u"there is no key \"%1\" (a word with \"%2\" in it goes between quotes)"_s.arg(
                 shortened(m_raw.key), m_raw.sign));
             return;
         }
         m_term.field = key->field;
-        if (m_raw.sign != u':') {
+        if (m_raw.sign == u"<" || m_raw.sign == u">") {
             readOrder(*key);
         } else if (m_raw.value.trimmed().isEmpty()) {
             m_term.test = FilterTest::IsEmpty;
@@ -196,14 +206,14 @@ private:
             m_term.test = FilterTest::IsNumber;
             readNumber();
         } else {
-            m_term.test = key->withColon;
+            m_term.test = m_raw.sign == u"==" ? FilterTest::Is : key->withColon;
             m_term.text = folded(m_raw.value);
         }
     }
 
     void readOrder(const FilterKey &key)
     {
-        m_term.test = m_raw.sign == u'<' ? FilterTest::Below : FilterTest::Above;
+        m_term.test = m_raw.sign == u"<" ? FilterTest::Below : FilterTest::Above;
         if (!key.hasOrder) {
             tell(u"\"<\" and \">\" are for %1"_s.arg(
                 listed([](const FilterKey &one) { return one.hasOrder; })));
@@ -293,6 +303,15 @@ std::optional<MomentSpan> momentSpan(QStringView text, const MonthNames &months)
     const qsizetype colons = value.count(u':');
     const qint64 length = colons == 0 ? secondsPerDay : colons == 1 ? 60 : 1;
     return MomentSpan {*first, {first->seconds + length}};
+}
+
+QString filterTerm(LogField field, const QString &value)
+{
+    const auto *key = std::ranges::find(keys, field, &FilterKey::field);
+    const qsizetype quote = value.indexOf(u'"');
+    const QString wanted = quote < 0 ? value : value.first(quote);
+    const bool isOneWord = std::ranges::none_of(wanted, [](QChar c) { return c.isSpace(); });
+    return key->key + (quote < 0 ? u"==" : u":") + (isOneWord ? wanted : QString(u'"' + wanted + u'"'));
 }
 
 FilterReading readFilter(QStringView text, const MonthNames &months)

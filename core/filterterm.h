@@ -14,6 +14,7 @@ namespace quillon {
 enum class FilterTest {
     Contains,
     Begins,
+    Is,
     IsEmpty,
     IsNumber,
     Below, ///< as a number or a moment
@@ -36,7 +37,7 @@ struct FilterTerm
     bool excludes = false;
     std::optional<LogField> field; ///< nothing: any of the twelve columns
     FilterTest test = FilterTest::Contains;
-    QString text; ///< folded; for Contains and Begins
+    QString text; ///< folded; for Contains, Begins and Is
     /// What to compare with. A word that is a number with a decimal sign has it too: it is also found as the
     /// frequency, in any writing.
     std::optional<double> number;
@@ -50,7 +51,7 @@ struct FilterKey
 {
     QStringView key;
     LogField field;
-    FilterTest withColon; ///< what ":" asks
+    FilterTest withColon; ///< what ":" asks; "==" asks for all of a text
     bool hasOrder; ///< true when "<" and ">" are for it
 };
 

@@ -30,6 +30,7 @@ constexpr std::array<LogColumn, allColumnCount - gridColumnCount> derived {{
     {GridColumn::Azimuth, {}, nullptr, u"Azimuth", 600, true, u"359", false},
     {GridColumn::Locator, {}, nullptr, u"Locator", 800, true, u"JO50VA", false},
     {GridColumn::Muf, {}, nullptr, u"MUF", 600, true, u"136.9", false},
+    {GridColumn::New, {}, nullptr, u"New", 1600, false, u"PI Site ITU Year", false},
 }};
 
 // The place in `fields` of each column.

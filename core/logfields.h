@@ -46,12 +46,13 @@ enum class GridColumn {
     Azimuth,
     Locator,
     Muf,
+    New,
 };
 
 /// The columns that show a field.
 inline constexpr int gridColumnCount = 12;
 /// Those and the derived ones behind them.
-inline constexpr int allColumnCount = 15;
+inline constexpr int allColumnCount = 16;
 
 /// All that the program knows of a field or a derived column, but its texts: the file's readers and writers,
 /// the grid, searches and exports go by it.

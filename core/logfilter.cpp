@@ -120,6 +120,7 @@ bool LogFilterMatcher::holds(const FilterTerm &term, const LogEntry &entry)
         m_cell.clear();
         appendFolded(m_cell, shownText(entry, column));
         return term.test == FilterTest::Begins ? view(m_cell).startsWith(term.text)
+            : term.test == FilterTest::Is      ? view(m_cell) == term.text
                                                : view(m_cell).contains(term.text);
     }
 }

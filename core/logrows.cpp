@@ -53,6 +53,12 @@ QString LogRows::text(qint32 entry, GridColumn column) const
     return cellText(m_log.entry(entry), column);
 }
 
+QString LogRows::tip(qint32 entry, GridColumn column) const
+{
+    const QString told = m_tips && !logColumn(column).field ? m_tips(m_log.entry(entry), column) : QString();
+    return told.isEmpty() ? text(entry, column) : told;
+}
+
 DateTime LogRows::moment(qint32 entry, const QString &doing) const
 {
     const auto typed = m_typed.constFind(cell(entry, GridColumn::DateTime));

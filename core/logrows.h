@@ -47,6 +47,8 @@ public:
     /// sorted.
     using Derived = std::function<QString(const LogEntry &, GridColumn)>;
     void setDerived(Derived derived) { m_derived = std::move(derived); }
+    /// What is told of a derived cell that is pointed at; where this says nothing, it is the cell's text.
+    void setTips(Derived tips) { m_tips = std::move(tips); }
 
     /// A row for each entry, deleted ones included, sorted by Date/Time; rows of one Date/Time stay in log
     /// order. Forgets what was typed and the sorting by a column.
@@ -64,6 +66,8 @@ public:
     [[nodiscard]] const Logbook &log() const { return m_log; }
     /// The cell of an entry's row.
     [[nodiscard]] QString text(qint32 entry, GridColumn column) const;
+    /// What is told of the cell when it is pointed at.
+    [[nodiscard]] QString tip(qint32 entry, GridColumn column) const;
     /// Its Date/Time cell as a moment. Throws "Type mismatch" with `doing` and the text for a typed one that
     /// is none.
     [[nodiscard]] DateTime moment(qint32 entry, const QString &doing) const;
@@ -116,6 +120,7 @@ private:
     const Logbook &m_log;
     LogRowsWatcher *m_watcher = nullptr;
     Derived m_derived;
+    Derived m_tips;
     std::vector<qint32> m_all;
     std::vector<qint32> m_sorted;
     std::vector<qint32> m_base; ///< m_sorted before the last sorting by a column

@@ -174,9 +174,8 @@ ChartTable testTable()
     return table;
 }
 
-AxisScale axisScale(int largest)
+AxisScale axisScale(int largest, int mostSteps)
 {
-    constexpr int mostSteps = 10;
     // Room for a number above the largest bar: a sixteenth of its height, at least a part of a step.
     const auto maximumFor = [highest = qint64 {largest}](
                                 qint64 step) { return (highest + highest / 16 + step) / step * step; };

@@ -79,8 +79,8 @@ struct AxisScale
     bool operator==(const AxisScale &) const = default;
 };
 
-/// A scale of whole numbers from 0 with at most 10 steps, which leaves room for a number above the largest
-/// bar. `largest` is 0 to a thousand million.
-[[nodiscard]] AxisScale axisScale(int largest);
+/// A scale of whole numbers from 0 with at most `mostSteps` steps, 2 or more, which leaves room for a number
+/// above the largest bar. `largest` is 0 to a thousand million.
+[[nodiscard]] AxisScale axisScale(int largest, int mostSteps = 10);
 
 } // namespace quillon

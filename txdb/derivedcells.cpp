@@ -26,15 +26,33 @@ std::optional<GeoPosition> placeOf(const LogEntry &entry, const TransmitterList 
     return positionFrom(site.latitude, site.longitude);
 }
 
-QString azimuthCell(
+std::optional<Leg> legOf(
     const LogEntry &entry, const TransmitterList &sites, const std::optional<GeoPosition> &home)
 {
     const auto site = placeOf(entry, sites);
     // From home to home there is no direction.
-    if (!home || !site || *home == *site) {
-        return {};
+    return home && site && *home != *site ? std::optional(legBetween(*home, *site)) : std::nullopt;
+}
+
+int azimuthOf(const Leg &leg)
+{
+    return static_cast<int>(std::lround(leg.azimuth) % 360);
+}
+
+std::optional<double> mufOf(const LogEntry &entry, double kilometres)
+{
+    constexpr double longest = 2350;
+    if (entry.prop != propagationModes.front() || kilometres > longest) {
+        return std::nullopt;
     }
-    return QString::number(std::lround(legBetween(*home, *site).azimuth) % 360);
+    return esMuf(kilometres, numeric(entry.freq).value_or(0));
+}
+
+QString azimuthCell(
+    const LogEntry &entry, const TransmitterList &sites, const std::optional<GeoPosition> &home)
+{
+    const auto leg = legOf(entry, sites, home);
+    return leg ? QString::number(azimuthOf(*leg)) : QString();
 }
 
 QString locatorCell(const LogEntry &entry, const TransmitterList &sites)
@@ -45,14 +63,12 @@ QString locatorCell(const LogEntry &entry, const TransmitterList &sites)
 
 QString mufCell(const LogEntry &entry, const TransmitterList &sites, const std::optional<GeoPosition> &home)
 {
-    constexpr double longest = 2350;
-    if (!home || entry.prop != propagationModes.front()) {
+    if (entry.prop != propagationModes.front()) {
         return {};
     }
-    const auto site = placeOf(entry, sites);
-    const double kilometres = site ? legBetween(*home, *site).kilometres : 0;
-    const auto muf = esMuf(kilometres, numeric(entry.freq).value_or(0));
-    return muf && kilometres <= longest ? QString::number(*muf, 'f', 1) : QString();
+    const auto leg = legOf(entry, sites, home);
+    const auto muf = leg ? mufOf(entry, leg->kilometres) : std::nullopt;
+    return muf ? QString::number(*muf, 'f', 1) : QString();
 }
 
 } // namespace quillon

@@ -2,6 +2,7 @@
 
 #include "core/config.h"
 #include "core/logentry.h"
+#include "geo/leg.h"
 #include "geo/position.h"
 #include "txdb/transmitters.h"
 
@@ -25,6 +26,16 @@ namespace quillon {
 
 /// The Maidenhead locator of the site: "IM67XX".
 [[nodiscard]] QString locatorCell(const LogEntry &entry, const TransmitterList &sites);
+
+/// The leg from home to the reception's site; nothing where one of them has no place, and from home to home.
+[[nodiscard]] std::optional<Leg> legOf(
+    const LogEntry &entry, const TransmitterList &sites, const std::optional<GeoPosition> &home);
+
+/// Its direction as azimuthCell shows it.
+[[nodiscard]] int azimuthOf(const Leg &leg);
+
+/// What mufCell shows, in MHz, for a leg of that length in km.
+[[nodiscard]] std::optional<double> mufOf(const LogEntry &entry, double kilometres);
 
 /// The highest frequency in MHz, one decimal place, that the cloud of an Es reception mirrors at its middle;
 /// for 500 to 2,350 km alone, the ways that one hop explains.

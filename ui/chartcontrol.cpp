@@ -22,6 +22,8 @@ using namespace Qt::StringLiterals;
 ChartControl::ChartControl(QWidget *parent)
     : QChartView(parent)
     , m_style(ChartStyle::of(palette()))
+    , m_categoryWord(u"Period"_s)
+    , m_countWord(u"Receptions"_s)
     , m_legendFont(font())
 {
     setRenderHint(QPainter::Antialiasing);
@@ -40,7 +42,7 @@ ChartControl::ChartControl(QWidget *parent)
 void ChartControl::setTable(const ChartTable &table)
 {
     m_table = table;
-    m_scale = axisScale(table.largest());
+    m_scale = axisScale(table.largest(), m_mostSteps);
     setHovered(std::nullopt);
     chart()->removeAllSeries();
     const auto axes = chart()->axes();
@@ -91,7 +93,7 @@ void ChartControl::addAxes(QBarSeries *series)
     counts->setRange(0, m_scale.maximum);
     counts->setTickCount(m_scale.maximum / m_scale.step + 1);
     counts->setLabelFormat(u"%d"_s);
-    counts->setTitleText(u"Receptions"_s);
+    counts->setTitleText(m_countWord);
 
     QAbstractAxis *periodAxis = periods.release();
     QAbstractAxis *countAxis = counts.release();
@@ -136,6 +138,12 @@ void ChartControl::setBackdrop(QPalette::ColorRole colour, Qt::BrushStyle style)
     applyStyle();
 }
 
+void ChartControl::setWords(const QString &category, const QString &count)
+{
+    m_categoryWord = category;
+    m_countWord = count;
+}
+
 void ChartControl::setAutomaticLayout()
 {
     chart()->setPlotArea({});
@@ -160,6 +168,7 @@ QImage ChartControl::picture() const
     copy.setGridPenStyle(m_gridPenStyle);
     copy.setBackdrop(m_backdropRole, m_backdropStyle);
     copy.setEmptyText(m_emptyText);
+    copy.setWords(m_categoryWord, m_countWord);
     copy.setTable(m_table);
     copy.chart()->resize(size);
 

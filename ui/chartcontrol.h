@@ -45,6 +45,10 @@ public:
     void setBackdrop(QPalette::ColorRole colour, Qt::BrushStyle style);
     /// The layout of the plot, axes and legend is automatic again.
     void setAutomaticLayout();
+    /// What a category and a count are called, in place of "Period" and "Receptions".
+    void setWords(const QString &category, const QString &count);
+    /// How many steps the counts are divided into at most: fewer for a low chart.
+    void setMostSteps(int steps) { m_mostSteps = steps; }
     /// What is said before there is a table.
     void setEmptyText(const QString &text);
 
@@ -84,6 +88,9 @@ private:
     AxisScale m_scale;
     ChartStyle m_style;
     QString m_emptyText;
+    int m_mostSteps = 10;
+    QString m_categoryWord;
+    QString m_countWord;
     bool m_legend = false;
     QFont m_legendFont;
     Qt::PenStyle m_gridPenStyle = Qt::SolidLine;

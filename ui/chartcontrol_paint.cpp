@@ -75,8 +75,8 @@ std::optional<ChartControl::Bar> ChartControl::barAt(QPointF place) const
 
 QString ChartControl::barText(Bar bar) const
 {
-    const QString period =
-        u"Period: "_s + m_table.categories().at(bar.category).trimmed() + u" ("_s + m_table.title() + u")"_s;
+    const QString period = m_categoryWord + u": "_s + m_table.categories().at(bar.category).trimmed()
+        + u" ("_s + m_table.title() + u")"_s;
     const QString hours =
         m_table.series().size() == 1 ? QString() : u"\nHours: "_s + m_table.series().at(bar.series);
     return period + hours + u"\nCount: "_s + QString::number(m_table.count(bar.category, bar.series));

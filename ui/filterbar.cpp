@@ -165,6 +165,11 @@ void FilterBar::clear()
     setTexts({});
 }
 
+QString FilterBar::text() const
+{
+    return m_ui->filterText->text();
+}
+
 void FilterBar::setText(const QString &text)
 {
     m_ui->filterText->setText(text);

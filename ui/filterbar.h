@@ -41,6 +41,8 @@ public:
     [[nodiscard]] const LogFilter &filter() const { return m_filter; }
     /// Empties all fields.
     void clear();
+    /// What stands in the box.
+    [[nodiscard]] QString text() const;
     /// Puts a text into the box; the combos stay.
     void setText(const QString &text);
 

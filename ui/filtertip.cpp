@@ -28,8 +28,7 @@ QString filterTip()
     }
     return tip
         + "</table>For instance <b>km&gt;1500 -itu:E date:2025-06</b>. A key with nothing after its colon: "
-          "the "
-          "field is empty.<br>Esc clears the filter.</qt>"_L1;
+          "the field is empty. With <b>==</b> in place of the colon the field is just that: <b>itu==E</b>.<br>Esc clears the filter.</qt>"_L1;
 }
 
 } // namespace quillon

@@ -128,7 +128,7 @@ QVariant LogModel::data(const QModelIndex &index, int role) const
         return text();
     case Qt::ToolTipRole: {
         // As markup, so that the signs of markup within read as they stand, and long notes wrap.
-        const QString tip = text();
+        const QString tip = m_rows.tip(entry, static_cast<GridColumn>(index.column()));
         return tip.isEmpty() ? QVariant() : QVariant(QString("<qt>"_L1 + tip.toHtmlEscaped() + "</qt>"_L1));
     }
     case Qt::TextAlignmentRole:

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QLabel>
+#include "ui/elidedlabel.h"
 
 #include <functional>
 
@@ -8,9 +8,8 @@ class QToolButton;
 
 namespace quillon {
 
-/// One line of text, as in a status bar: cut off with "..." where the window is narrower. The whole text is
-/// the tooltip then. It never asks the window for more room.
-class StatusText : public QLabel
+/// The text of a status bar, with what can be done about it.
+class StatusText : public ElidedLabel
 {
     Q_OBJECT
 
@@ -23,19 +22,12 @@ public:
     /// The link, `statusLink` unless it is given another name.
     [[nodiscard]] QToolButton &link() { return *m_link; }
 
-    /// What stands in the window: the first line, as much of it as there is room for.
-    [[nodiscard]] QString shownText() const;
-
-    [[nodiscard]] QSize sizeHint() const override;
-    [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
-
 protected:
-    bool event(QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
+    [[nodiscard]] int roomBehind() const override;
 
 private:
-    [[nodiscard]] QString toldLine() const;
     void placeLink();
 
     QToolButton *m_link;

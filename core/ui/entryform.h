@@ -116,6 +116,9 @@ public:
     [[nodiscard]] Draft draft() const;
     void restore(const Draft &draft);
 
+    /// Says what is new in the reception that was added last, until the next one is in the form.
+    void showBadge(const QString &text);
+
     /// Puts the cursor into Freq Mhz, chosen whole.
     void focusFrequency();
     /// A button pressed by a key leaves the focus in the field, whose check is due all the same. False when

@@ -38,6 +38,9 @@ void EntryForm::setState(State state)
 {
     m_state = state;
     const bool open = state != State::AtRest;
+    if (open) {
+        showBadge({});
+    }
     for (QWidget *widget : std::initializer_list<QWidget *> {m_ui->Text2, m_ui->Text3, m_ui->Text6,
              m_ui->Text7, m_ui->Text10, m_ui->Combo1, m_ui->Combo2, m_ui->Command5, m_ui->Command11}) {
         widget->setEnabled(open);
@@ -62,6 +65,12 @@ void EntryForm::setChosenCount(int count)
 void EntryForm::offerDelete()
 {
     m_ui->Command15->setEnabled(m_state == State::Editing || m_chosenCount > 1);
+}
+
+void EntryForm::showBadge(const QString &text)
+{
+    m_ui->newBadge->setText(text);
+    m_ui->newBadge->setVisible(!text.isEmpty());
 }
 
 void EntryForm::setYellow(bool yellow)

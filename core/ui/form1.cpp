@@ -3,6 +3,7 @@
 #include "core/ui/form1_stations.h"
 #include "core/ui/results.h"
 #include "net/inet1.h"
+#include "stats/novelty.h"
 #include "ui/menuicons.h"
 #include "ui/messages.h"
 #include "ui/statustext.h"
@@ -33,6 +34,7 @@ Form1::Form1(const Form1Options &options)
     , m_backups(options.backupFolder, m_config, *options.fileCalls)
     , m_document(m_config, options.regional, *options.fileCalls)
     , m_rows(m_document.log(), options.regional.months)
+    , m_novelty(std::make_unique<Novelty>())
     , m_inet(new Inet1(options.regional.codePage, this))
 {
     m_config.whenRead([this] {
@@ -56,6 +58,7 @@ Form1::Form1(const Form1Options &options)
     m_ui->mainSplitter->setStretchFactor(1, 1);
     wireEntryForm();
     wireMenus();
+    wireNovelty();
     wireDocument();
     wireFilter();
     wireView();
@@ -92,15 +95,17 @@ void Form1::addStatusBar()
     m_autoStop->setAutoDefault(false);
     // The text begins below the grid's edge.
     m_status->setContentsMargins(4, 0, 4, 0);
-    m_ui->statusbar->addWidget(m_status, 1);
+    m_ui->statusbar->addWidget(m_status, 3);
+    m_news = named(new ElidedLabel(this), u"news"_s, u"What the log had not before"_s);
+    m_ui->statusbar->addWidget(m_news, 2);
     for (QWidget *part : std::initializer_list<QWidget *> {
              m_proclogs, m_progress, m_autoStop, new UtcClock(this), m_version}) {
         m_ui->statusbar->addPermanentWidget(part);
     }
     m_applicationDir = label(u"applicationDir"_s, u"Application directory"_s);
     m_mapDir = label(u"mapDir"_s, u"Map directory"_s);
-    for (QWidget *hidden :
-        std::initializer_list<QWidget *> {m_proclogs, m_progress, m_autoStop, m_applicationDir, m_mapDir}) {
+    for (QWidget *hidden : std::initializer_list<QWidget *> {
+             m_news, m_proclogs, m_progress, m_autoStop, m_applicationDir, m_mapDir}) {
         hidden->hide();
     }
 }

@@ -34,6 +34,8 @@ class Form1;
 class Inet1;
 class FirstSteps;
 class MapDock;
+class Novelty;
+struct CellReceptions;
 class ReceiverDock;
 class WindowMemory;
 struct RdsSpyReception;
@@ -93,6 +95,15 @@ private:
     void loadCountryList();
     void tellUnreadable(const QString &path);
 
+    // form1_collection.cpp: what is new, what the log adds up to
+    void wireNovelty();
+    [[nodiscard]] QString newCell(const LogEntry &entry) const;
+    void showNewBadge(qint32 entry);
+    void rememberKnown();
+    void tellNews();
+    void menuStatsCollection_Click();
+    void showReceptions(const CellReceptions &receptions, bool withinShown);
+
     // form1_wiring.cpp: which event calls which handler
     void wireEntryForm();
     void wireMenus();
@@ -132,6 +143,7 @@ private:
     void clearFilter();
     void tellStatistics();
     void showCounts();
+    void showEntries(const QList<qint32> &entries, const QString &words);
     void listsChanged();
     void refreshLists();
     void makeShown(qint32 entry);
@@ -276,6 +288,7 @@ private:
     EntryForm *m_form = nullptr;
     Results *m_results = nullptr;
     qint32 m_selected = -1;
+    std::unique_ptr<Novelty> m_novelty;
     std::optional<EntryForm::Draft> m_unstored; ///< what was typed when another row was chosen
     qint32 m_unstoredEntry = -1;
     bool m_longWork = false; ///< an automatic search or an upload runs
@@ -296,6 +309,7 @@ private:
     std::unique_ptr<Probably> m_probably;
 
     StatusText *m_status = nullptr;
+    QLabel *m_news = nullptr;
     QLabel *m_proclogs = nullptr;
     QProgressBar *m_progress = nullptr;
     QPushButton *m_autoStop = nullptr;

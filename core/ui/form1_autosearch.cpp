@@ -59,6 +59,7 @@ void Form1::autoSearch(SearchMode mode)
         return;
     }
     AutoSearchTally tally;
+    rememberKnown();
     try {
         const LogDocument::Group group(
             m_document, u"Auto Search of "_s + dateText({window.after.seconds + secondsPerDay}));
@@ -71,6 +72,7 @@ void Form1::autoSearch(SearchMode mode)
         throw;
     }
     saveLogbook();
+    tellNews();
     if (tally.failed > 0) {
         m_status->setText(
             u"%1 of the requests to FMList failed; the last: %2"_s.arg(tally.failed).arg(tally.failure));

@@ -58,6 +58,7 @@ void Form1::addEntry(const QString &verb)
             m_form->setFrequency(entry.freq);
             m_ui->Grid1->setTopRow(m_ui->Grid1->rows() - 1);
             tellHidden(changeName(u"Added"_s, entry), before);
+            showNewBadge(before);
         }
     });
     m_document.commit({changeName(verb, entry), LogChange::addition(entry), std::move(sites)},

@@ -7,6 +7,7 @@
 #include "ui/statustext.h"
 #include "ui_form1.h"
 
+#include <QSet>
 #include <QShortcut>
 
 namespace quillon {
@@ -54,6 +55,20 @@ void Form1::showCounts()
     m_ui->filterBar->setCounts(
         static_cast<qsizetype>(m_rows.shown().size()), static_cast<qsizetype>(m_rows.all().size()));
     tellEmpty();
+}
+
+// Shows these rows alone, which no filter's text can tell.
+void Form1::showEntries(const QList<qint32> &entries, const QString &words)
+{
+    m_ui->Grid1->setFilter([wanted = QSet<qint32>(entries.begin(), entries.end())](const LogEntry & /*entry*/,
+                               qint32 number) { return wanted.contains(number); });
+    showCounts();
+    refreshMap();
+    tellStatistics();
+    m_status->tell(words, u"Show All"_s, [this] {
+        m_status->clear();
+        applyFilter();
+    });
 }
 
 // What the filter's lists and the map show follows the log; a large log is walked through when there is time.

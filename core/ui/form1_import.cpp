@@ -18,6 +18,7 @@
 
 #include <QFileInfo>
 #include <QProgressBar>
+#include <QScopeGuard>
 
 #include <memory>
 #include <optional>
@@ -114,6 +115,7 @@ void Form1::menuImportRDSSpyLog_Click()
         m_importing = runs;
         if (runs) {
             there->emplace(log());
+            rememberKnown();
             // The form becomes the import's: what was loaded must not be changed through it.
             tellUnstored();
             closeEntry();
@@ -121,6 +123,9 @@ void Form1::menuImportRDSSpyLog_Click()
         running->reset(runs
                 ? new Running {{*m_progress, u"Importing %v of %m"_s}, {m_document, u"Import of RDS Spy"_s}}
                 : nullptr);
+        if (!runs) {
+            tellNews();
+        }
     });
     connect(window, &importRDSSpy::progress, this, [this](int done, int total) {
         // Drawn with the next events, not after each reception together with the grid.
@@ -197,6 +202,8 @@ void Form1::importRDSDXLogCnv(const QString &selectedFile)
             backupFile(logbook, m_config.applicationDir(), localNow(), *m_options.fileCalls);
         }
         const qint32 before = log().count();
+        rememberKnown();
+        const auto told = qScopeGuard([this] { tellNews(); });
         try {
             imported = importRdsdxFile(readFile(*file, path), path);
         } catch (const NotSaved &error) {

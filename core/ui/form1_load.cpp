@@ -2,6 +2,7 @@
 
 #include "live/ui/receiverdock.h"
 #include "platform/numbers.h"
+#include "stats/novelty.h"
 #include "txdb/countries.h"
 #include "ui/frmsplash.h"
 #include "ui/guard.h"
@@ -38,6 +39,7 @@ void Form1::Form_Load()
     m_ui->Grid1->writeGridHeader();
     m_form->setState(EntryForm::State::AtRest);
     guarded(messageParent, [this] { loadLogbookFile(); });
+    m_novelty->count(log());
     populateGrid();
     guarded(messageParent, [this] { loadTransmitterList(); });
     guarded(messageParent, [this] { loadCountryList(); });

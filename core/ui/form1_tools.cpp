@@ -1,6 +1,7 @@
 #include "core/ui/form1.h"
 
 #include "geo/ui/dialog.h"
+#include "stats/ui/collectionwindow.h"
 #include "stats/ui/logstats.h"
 #include "txdb/derivedcells.h"
 #include "txdb/distances.h"
@@ -105,6 +106,9 @@ void Form1::settingsSaved()
 {
     populateGrid();
     refreshMap();
+    if (auto *collection = findChild<CollectionWindow *>(QString(), Qt::FindDirectChildrenOnly)) {
+        collection->logChanged();
+    }
 }
 
 // Scratch Pad.

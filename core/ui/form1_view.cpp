@@ -20,7 +20,6 @@
 #include <QMenu>
 #include <QScopeGuard>
 #include <QScreen>
-#include <QSet>
 #include <QShortcut>
 
 #include <algorithm>
@@ -39,6 +38,8 @@ void Form1::wireView()
             return azimuthCell(entry, transmitters(), home);
         case GridColumn::Locator:
             return locatorCell(entry, transmitters());
+        case GridColumn::New:
+            return newCell(entry);
         default:
             return mufCell(entry, transmitters(), home);
         }
@@ -194,16 +195,7 @@ void Form1::wireMap()
             filterTextOf(GridColumn::Transmitter, name) + u' ' + filterTextOf(GridColumn::Country, country));
     });
     connect(m_map, &MapDock::unplacedWanted, this, [this](const QList<qint32> &entries) {
-        m_ui->Grid1->setFilter(
-            [wanted = QSet<qint32>(entries.begin(), entries.end())](
-                const LogEntry & /*entry*/, qint32 number) { return wanted.contains(number); });
-        showCounts();
-        refreshMap();
-        tellStatistics();
-        m_status->tell(u"Receptions without a place on the map"_s, u"Show All"_s, [this] {
-            m_status->clear();
-            applyFilter();
-        });
+        showEntries(entries, u"Receptions without a place on the map"_s);
     });
     connect(m_map, &MapDock::setupWanted, this, [this] { menuSetup_Click(); });
     connect(m_map, &MapDock::pictureSaved, this,
@@ -301,6 +293,7 @@ bool Form1::logReception(const HeardReception &reception)
     const auto told = qScopeGuard([&] {
         if (log().count() > number) {
             tellHidden(changeName(u"Added"_s, entry), number);
+            showNewBadge(number);
         }
     });
     m_document.commit({changeName(u"Log"_s, entry), LogChange::addition(entry), std::move(sites)},

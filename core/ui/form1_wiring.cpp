@@ -104,6 +104,7 @@ void Form1::wireMenus()
     on(m_ui->menuExportShown, &Form1::menuExportShown_Click);
     on(m_ui->menuToolsConverter, &Form1::menuToolsConverter_Click);
     on(m_ui->menuStats, &Form1::menuStats_Click);
+    on(m_ui->menuStatsCollection, &Form1::menuStatsCollection_Click);
     on(m_ui->menuSetup, &Form1::menuSetup_Click);
     on(m_ui->menuAbout, &Form1::menuAbout_Click);
     m_ui->menuEditRedo->setShortcuts({QKeySequence(u"Ctrl+Shift+Z"_s), QKeySequence(u"Ctrl+Y"_s)});

@@ -30,7 +30,7 @@ private Q_SLOTS:
             QCOMPARE(cellText(LogEntry(), place), QString());
             captions += logColumn(place).caption.toString();
         }
-        QCOMPARE(captions, QStringList({u"Azimuth"_s, u"Locator"_s, u"MUF"_s}));
+        QCOMPARE(captions, QStringList({u"Azimuth"_s, u"Locator"_s, u"MUF"_s, u"New"_s}));
     }
 
     void theColumnsAreCaptionedSizedAndAligned()

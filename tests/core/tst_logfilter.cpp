@@ -119,7 +119,8 @@ public:
         static const QStringList dates {u"2025"_s, u"2025-0"_s, u"2025-06"_s, u"1/6/2025"_s, u"20"_s,
             u"12-Jun-2025"_s, u"\"2025-06-12 10\""_s, u"\"1.6.2025 10:00\""_s};
         const FilterKey key = filterKeys()[static_cast<std::size_t>(m_random.bounded(logFieldCount))];
-        const QString sign = m_random.bounded(2) ? u":"_s : m_random.bounded(2) ? u"<"_s : u">"_s;
+        static const QStringList signs {u":"_s, u":"_s, u":"_s, u"<"_s, u">"_s, u"=="_s};
+        const QString sign = signs[m_random.bounded(signs.size())];
         const QString minus = m_random.bounded(3) ? QString() : u"-"_s;
         const QString value =
             key.field == LogField::DateTime ? dates[m_random.bounded(dates.size())] : text();
@@ -249,6 +250,15 @@ void TestLogFilter::termsShowTheirReceptions_data()
     add(u"itu:E", u"ad");
     add(u"-itu:E", u"bce");
     add(u"itu:", u"e");
+    // All of the field.
+    add(u"itu==e", u"a");
+    add(u"-itu==E", u"bcde");
+    add(u"itu==", u"e");
+    add(u"itu==\"\"", u"e");
+    add(u"ps==rne", u"");
+    add(u"pi==D3C", u"");
+    add(u"site==malaga prop==es", u"a");
+    add(u"kw==100", u"b");
     add(u"prop:es", u"ac");
     add(u"prop:", u"de");
     add(u"fml:sent", u"a");

@@ -73,6 +73,7 @@ private:
                     || (*number == *term.number && term.test == FilterTest::IsNumber));
         }
         return term.test == FilterTest::Begins ? folded(cell).startsWith(term.text)
+            : term.test == FilterTest::Is      ? folded(cell) == term.text
                                                : folded(cell).contains(term.text);
     }
 

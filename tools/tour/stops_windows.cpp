@@ -4,6 +4,7 @@
 #include "tour/stops.h"
 
 #include <QComboBox>
+#include <QTabWidget>
 #include <QTest>
 
 #include <stdexcept>
@@ -92,6 +93,20 @@ void showBackups(Walk &walk)
     leave(window);
 }
 
+// What the log adds up to, tab by tab.
+void showCollection(Walk &walk)
+{
+    constexpr QSize size(980, 640);
+    walk.menu(u"menuStatsCollection"_s);
+    QWidget &window = walk.window(u"collection"_s);
+    auto &tabs = walk.control<QTabWidget>(u"tabs"_s, &window);
+    for (int tab = 0; tab < tabs.count(); ++tab) {
+        tabs.setCurrentIndex(tab);
+        walk.picture(u"collection-"_s + tabs.widget(tab)->objectName(), window, size);
+    }
+    leave(window);
+}
+
 // The pages are pictured in a browser, from the folder that the tour leaves.
 void writeWebPages(Walk &walk)
 {
@@ -125,8 +140,8 @@ QList<Stop> windowStops()
 {
     return {{u"Quick Add"_s, showQuickAdd}, {u"the converter"_s, showConverter}, {u"the setup"_s, showSetup},
         {u"the scratch pad"_s, showScratchPad}, {u"about"_s, showAbout},
-        {u"the statistics"_s, showStatistics}, {u"the backups"_s, showBackups},
-        {u"the web pages"_s, writeWebPages}};
+        {u"the statistics"_s, showStatistics}, {u"the collection"_s, showCollection},
+        {u"the backups"_s, showBackups}, {u"the web pages"_s, writeWebPages}};
 }
 
 } // namespace quillon::tour

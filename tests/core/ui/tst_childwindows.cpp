@@ -43,6 +43,7 @@ void TestChildWindows::windows()
     QTest::newRow("Statistics") << u"logStats"_s << u"menuStats"_s;
     QTest::newRow("Backups") << u"fileBackups"_s << u"menuFileBackups"_s;
     QTest::newRow("Import") << u"importFile"_s << u"menuImportFile"_s;
+    QTest::newRow("Collection") << u"collection"_s << u"menuStatsCollection"_s;
     QTest::newRow("RDS Spy") << u"importRDSSpy"_s << u"menuImportRDSSpyLog"_s;
     QTest::newRow("RDSDX") << u"rdsdxlist"_s << u"menuImportRDSDXLogCnv"_s;
 }

@@ -164,6 +164,9 @@ void TestRdsdxImports::rdsdxReceptionsAreAppended()
         (QStringList {u"Imported 2 logs"_s, u"Perform FMList Auto Search?"_s}));
     QCOMPARE(window.text("status"),
         u"No Frequency for        5202 RAI R2   1612 47 I   RAI R2,Martina Franca|fading"_s);
+    // Beside it, what the log had not before.
+    QVERIFY2(window.text("news").startsWith(u"2 new PI codes, "_s), qPrintable(window.text("news")));
+    QVERIFY(window.find<QLabel>("news")->isVisible());
     QCOMPARE(window.logbook(), oldEntry + rdsdxEntries);
     QCOMPARE(window.piCodes(), (QStringList {u"C2A2"_s, u"5279"_s, u"D3C3"_s}));
     QCOMPARE(window.copies().size(), 1);

@@ -97,6 +97,7 @@ void TestRoom::eachOtherWindowFits_data()
     QTest::newRow("About") << u"frmSplash"_s << u"menuAbout"_s;
     QTest::newRow("Statistics") << u"logStats"_s << u"menuStats"_s;
     QTest::newRow("Import") << u"importFile"_s << u"menuImportFile"_s;
+    QTest::newRow("Collection") << u"collection"_s << u"menuStatsCollection"_s;
     QTest::newRow("RDS Spy") << u"importRDSSpy"_s << u"menuImportRDSSpyLog"_s;
     QTest::newRow("RDSDX") << u"rdsdxlist"_s << u"menuImportRDSDXLogCnv"_s;
 }

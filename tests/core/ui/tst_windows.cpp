@@ -68,6 +68,7 @@ void TestWindows::aCommandOpensItsWindowOnce_data()
     QTest::addColumn<QString>("window");
     QTest::newRow("converter") << u"menuToolsConverter"_s << u"Dialog"_s;
     QTest::newRow("statistics") << u"menuStats"_s << u"logStats"_s;
+    QTest::newRow("collection") << u"menuStatsCollection"_s << u"collection"_s;
     QTest::newRow("setup") << u"menuSetup"_s << u"Form2"_s;
     QTest::newRow("scratch pad") << u"Command12"_s << u"ScratchPad"_s;
     QTest::newRow("about") << u"menuAbout"_s << u"frmSplash"_s;

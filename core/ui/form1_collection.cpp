@@ -1,0 +1,91 @@
+#include "core/ui/form1.h"
+#include "stats/novelty.h"
+#include "stats/ui/collectionwindow.h"
+#include "ui/openwindow.h"
+#include "ui/statustext.h"
+#include "ui_form1.h"
+
+namespace quillon {
+
+using namespace Qt::StringLiterals;
+
+// What is new is known before the views ask for it: this hears of a change before they do.
+void Form1::wireNovelty()
+{
+    connect(&m_document, &LogDocument::changed, this, [this](const DocumentChange &what) {
+        m_novelty->update(log(), what.entries);
+        m_news->hide();
+        // Others than those that changed may be new no more.
+        m_ui->Grid1->viewport()->update();
+    });
+    m_rows.setTips([this](const LogEntry &entry, GridColumn column) {
+        const auto number = static_cast<qint32>(&entry - &*log().begin());
+        return column == GridColumn::New ? wordsOf(m_novelty->marks(number), entry).join("; "_L1) : QString();
+    });
+}
+
+QString Form1::newCell(const LogEntry &entry) const
+{
+    return shortText(m_novelty->marks(static_cast<qint32>(&entry - &*log().begin())));
+}
+
+// What is new in the reception that was just added.
+void Form1::showNewBadge(qint32 entry)
+{
+    if (!m_importing) {
+        m_form->showBadge(badgeText(m_novelty->marks(entry), log().entry(entry)));
+    }
+}
+
+void Form1::rememberKnown()
+{
+    m_novelty->remember();
+}
+
+// Beside what the status line says: what the log had not when that was remembered. Until the next change.
+void Form1::tellNews()
+{
+    const QString news = newThingsText(m_novelty->newSinceRemembered());
+    m_news->setText(news);
+    m_news->setVisible(!news.isEmpty());
+}
+
+// Collection.
+void Form1::menuStatsCollection_Click()
+{
+    if (openWindow<CollectionWindow>(*this)) {
+        return;
+    }
+    const auto shown = [this] {
+        const std::span<const qint32> rows = m_rows.shown();
+        return std::vector<qint32>(rows.begin(), rows.end());
+    };
+    auto *window = new CollectionWindow(
+        {log(), transmitters(), m_config, *m_novelty, shown}, this, *m_options.fileCalls);
+    connect(&m_document, &LogDocument::changed, window, &CollectionWindow::logChanged);
+    connect(m_ui->filterBar, &FilterBar::changed, window, &CollectionWindow::shownChanged);
+    connect(
+        window, &CollectionWindow::receptionsWanted, this, [this, window](const CellReceptions &receptions) {
+            showReceptions(receptions, window->isShownOnly());
+        });
+    window->show();
+}
+
+// The log shows what a cell of the collection was counted from: within what it shows already, when that was
+// counted.
+void Form1::showReceptions(const CellReceptions &receptions, bool withinShown)
+{
+    if (!receptions.entries.empty() || receptions.filter.isEmpty()) {
+        showEntries(
+            {receptions.entries.begin(), receptions.entries.end()}, u"Receptions "_s + receptions.words);
+        return;
+    }
+    FilterBar &bar = *m_ui->filterBar;
+    const QString before = withinShown ? bar.text() : QString();
+    if (!withinShown) {
+        clearFilter();
+    }
+    bar.setText(before.isEmpty() ? receptions.filter : before + u' ' + receptions.filter);
+}
+
+} // namespace quillon
