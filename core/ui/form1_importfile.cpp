@@ -23,7 +23,9 @@ void Form1::menuImportFile_Click()
             tellUnstored();
             m_form->clear();
             closeEntry();
+            rememberKnown();
             m_document.commit({name, change, {}});
+            tellNews();
         },
         this);
     connect(window, &importFile::summary, this, [this](const QString &text) { tell(text); });
