@@ -63,7 +63,6 @@ void Form1::menuStatsCollection_Click()
     auto *window = new CollectionWindow(
         {log(), transmitters(), m_config, *m_novelty, shown}, this, *m_options.fileCalls);
     connect(&m_document, &LogDocument::changed, window, &CollectionWindow::logChanged);
-    connect(m_ui->filterBar, &FilterBar::changed, window, &CollectionWindow::shownChanged);
     connect(
         window, &CollectionWindow::receptionsWanted, this, [this, window](const CellReceptions &receptions) {
             showReceptions(receptions, window->isShownOnly());

@@ -2,6 +2,7 @@
 
 #include "core/logfilter.h"
 #include "platform/files.h"
+#include "stats/ui/collectionwindow.h"
 #include "stats/ui/logstats.h"
 #include "ui/keptfilters.h"
 #include "ui/statustext.h"
@@ -47,6 +48,9 @@ void Form1::tellStatistics()
 {
     if (auto *statistics = findChild<logStats *>(QString(), Qt::FindDirectChildrenOnly)) {
         statistics->shownChanged();
+    }
+    if (auto *collection = findChild<CollectionWindow *>(QString(), Qt::FindDirectChildrenOnly)) {
+        collection->shownChanged();
     }
 }
 
