@@ -76,7 +76,7 @@ private Q_SLOTS:
     void theCsvHasTheColumnsAndRowsOfTheGrid()
     {
         ShownFixture fixture;
-        fixture.rows().setFilter([](const LogEntry &entry) { return entry.freq == u"89"_s; });
+        fixture.rows().setFilter([](const LogEntry &entry, qint32) { return entry.freq == u"89"_s; });
         fixture.rows().sortBy(LogRows::Sorting {GridColumn::DateTime, true});
         ShownLog shown = fixture.shown();
         shown.columns = {GridColumn::Freq, GridColumn::DateTime, GridColumn::Power};
