@@ -400,7 +400,7 @@ void TestComforts::everyMenuEntryHasItsIconAndItsKey()
             }
             ++entries;
             QVERIFY2(action->isCheckable() || !action->icon().isNull(), qPrintable(action->text()));
-            QVERIFY2(action->menu() || action->isCheckable() || !action->shortcut().isEmpty(),
+            QVERIFY2(action->menu() || action->isCheckable() || !action->shortcuts().isEmpty(),
                 qPrintable(action->text()));
         }
     }

@@ -179,7 +179,7 @@ void TestFmlistSearch::nineValuesInColumns()
     }
     QCOMPARE(headings,
         QStringList({u"Freq"_s, u"PI Code"_s, u"RDS Name"_s, u"Country"_s, u"Transmitter"_s, u"Power"_s,
-            u"Latitude"_s, u"Longitude"_s, u"UID"_s}));
+            u"Latitude"_s, u"Longitude"_s, u"UID"_s, u"Dist"_s, u"Azimuth"_s}));
     QCOMPARE(model.index(0, 4).data().toString(), u"Rimberg"_s);
 }
 
