@@ -20,7 +20,7 @@ void Form1::wireFilter()
     FilterBar &bar = *m_ui->filterBar;
     bar.setMonths(m_options.regional.months);
     if (!m_options.lookFolder.isEmpty()) {
-        bar.setKeptFilters(KeptFilters(filePath(m_options.lookFolder, u"windows.ini"_s)));
+        bar.setKeptFilters(KeptFilters(filePath(m_options.lookFolder, u"filters.ini"_s)));
     }
     connect(&bar, &FilterBar::changed, this, [this] { applyFilter(); });
     connect(new QShortcut(Qt::CTRL | Qt::Key_K, this), &QShortcut::activated, &bar,
