@@ -144,7 +144,9 @@ QString tabSeparated(
 {
     QString text;
     const auto addCell = [&](const QString &cell, bool last) {
-        text += onOneLine(cell);
+        // Where it is pasted, a quotation mark at the beginning would begin a cell of several lines.
+        const QString line = onOneLine(cell);
+        text += line.startsWith(u'"') ? u'"' + QString(line).replace(u'"', u"\"\""_s) + u'"' : line;
         text += last ? u'\n' : u'\t';
     };
     for (std::size_t i = 0; i < columns.size(); ++i) {

@@ -163,6 +163,17 @@ void FilterBar::setCounts(qsizetype shown, qsizetype all)
 void FilterBar::clear()
 {
     setTexts({});
+    // Whoever heard of a change has ended it already.
+    if (m_isOverruled) {
+        setOverruled(false);
+        Q_EMIT changed(m_filter);
+    }
+}
+
+void FilterBar::setOverruled(bool overruled)
+{
+    m_isOverruled = overruled;
+    mark();
 }
 
 QString FilterBar::text() const
@@ -282,9 +293,10 @@ void FilterBar::mark()
     set(*m_ui->filterCountry, m_filter.country.has_value());
     set(*m_ui->filterYear, m_filter.year.has_value());
     set(*m_ui->filterFmlist, m_filter.fmlist.has_value());
-    set(*m_ui->filterCount, !m_filter.isEmpty());
-    m_ui->filterCount->setAutoFillBackground(!m_filter.isEmpty());
-    m_ui->filterClear->setEnabled(!m_filter.isEmpty() || !m_ui->filterText->text().isEmpty());
+    const bool someAreHidden = m_isOverruled || !m_filter.isEmpty();
+    set(*m_ui->filterCount, someAreHidden);
+    m_ui->filterCount->setAutoFillBackground(someAreHidden);
+    m_ui->filterClear->setEnabled(someAreHidden || !m_ui->filterText->text().isEmpty());
 }
 
 void FilterBar::fillKeptMenu()

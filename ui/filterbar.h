@@ -39,7 +39,11 @@ public:
 
     /// What the bar says; while its text cannot be read, what it said last.
     [[nodiscard]] const LogFilter &filter() const { return m_filter; }
-    /// Empties all fields.
+    /// Rows are shown that something else than the bar chose: the bar is marked, and clear() ends that, too.
+    void setOverruled(bool overruled);
+    [[nodiscard]] bool isOverruled() const { return m_isOverruled; }
+
+    /// Empties all fields. Says so, even when they are empty, when the bar was overruled.
     void clear();
     /// What stands in the box.
     [[nodiscard]] QString text() const;
@@ -74,6 +78,7 @@ private:
     KeptFilters m_kept;
     LogFilter m_filter;
     bool m_isReading = true;
+    bool m_isOverruled = false;
 };
 
 } // namespace quillon

@@ -14,6 +14,7 @@
 #include <QScrollBar>
 
 #include <algorithm>
+#include <span>
 #include <utility>
 
 namespace quillon {
@@ -193,10 +194,50 @@ void Grid::sortByNext(int column)
 void Grid::setFilter(LogRows::Filter filter)
 {
     const QScopedValueRollback byProgram(m_byProgram, true);
+    const qint32 current = row() > 0 ? entryOfRow(row()) : -1;
+    const std::vector<qint32> chosen = chosenEntries();
     logRows().setFilter(std::move(filter));
+    choose(chosen, current);
     if (row() > 0) {
         showRow(row());
     }
+    // A model that is filled anew says nothing of what it had selected.
+    Q_EMIT chosenChanged();
+}
+
+// Those of the entries that are shown, and only them; the current one stays when it is shown.
+void Grid::choose(const std::vector<qint32> &entries, qint32 current)
+{
+    std::vector<char> isChosen(static_cast<std::size_t>(logRows().log().count()));
+    for (const qint32 entry : entries) {
+        isChosen[static_cast<std::size_t>(entry)] = 1;
+    }
+    const std::span<const qint32> shown = logRows().shown();
+    const auto isChosenRow = [&](std::size_t at) {
+        return isChosen[static_cast<std::size_t>(shown[at])] != 0;
+    };
+    QItemSelection rows;
+    for (std::size_t at = 0; at < shown.size(); ++at) {
+        if (isChosenRow(at)) {
+            const std::size_t first = at;
+            while (at + 1 < shown.size() && isChosenRow(at + 1)) {
+                ++at;
+            }
+            rows.emplace_back(m_model->index(static_cast<int>(first), 0),
+                m_model->index(static_cast<int>(at), allColumnCount - 1));
+        }
+    }
+    const int position = horizontalScrollBar()->value();
+    const int column = std::max(currentIndex().column(), 0);
+    const int currentRow = current < 0 ? 0 : rowOfEntry(current);
+    if (currentRow > 0) {
+        selectionModel()->setCurrentIndex(
+            m_model->index(currentRow - 1, column), QItemSelectionModel::NoUpdate);
+    } else {
+        selectionModel()->clearCurrentIndex();
+    }
+    selectionModel()->select(rows, QItemSelectionModel::ClearAndSelect);
+    horizontalScrollBar()->setValue(position);
 }
 
 void Grid::showSorting()

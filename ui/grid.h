@@ -65,7 +65,8 @@ public:
     /// What a click on the heading does: ascending, descending, the order of time.
     void sortByNext(int column);
 
-    /// Shows only the rows of entries for which `filter` is true; all without one.
+    /// Shows only the rows of entries for which `filter` is true; all without one. What is chosen and current
+    /// stays so as far as it is shown.
     void setFilter(LogRows::Filter filter);
 
     /// The entries of the selected rows, in the order of the rows.
@@ -101,6 +102,7 @@ protected:
     void resizeEvent(QResizeEvent *event) override;
 
 private:
+    void choose(const std::vector<qint32> &entries, qint32 current);
     void fitNotes();
     void showPage();
     void showSorting();

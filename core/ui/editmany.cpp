@@ -42,7 +42,7 @@ EditMany::EditMany(const Logbook &log, std::vector<qint32> entries, const QStrin
 {
     m_ui->setupUi(this);
     setAttribute(Qt::WA_DeleteOnClose);
-    setWindowTitle(u"Edit "_s + receptionCount(static_cast<qsizetype>(m_entries.size())));
+    tellTitle();
     keepFieldsOnOneLine(*this);
     keepCombosCalm(*this);
     for (const QStringView mode : propagationModes) {
@@ -74,6 +74,11 @@ EditMany::EditMany(const Logbook &log, std::vector<qint32> entries, const QStrin
 }
 
 EditMany::~EditMany() = default;
+
+void EditMany::tellTitle()
+{
+    setWindowTitle(u"Edit "_s + receptionCount(static_cast<qsizetype>(m_entries.size())));
+}
 
 void EditMany::watch(const CodePage &codePage)
 {
@@ -113,6 +118,13 @@ void EditMany::wire(std::size_t index)
 
 void EditMany::logChanged()
 {
+    // A number that is given again is another reception.
+    std::erase_if(m_entries, [this](qint32 number) { return number >= m_log.count(); });
+    if (m_entries.empty()) {
+        close();
+        return;
+    }
+    tellTitle();
     std::ranges::for_each(m_rows, [this](Row &row) { update(row); });
     tellEffect();
 }

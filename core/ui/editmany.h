@@ -31,7 +31,8 @@ public:
         const CodePage &codePage, QWidget *parent);
     ~EditMany() override;
 
-    /// Entries have changed: tells anew what would change.
+    /// Entries have changed: tells anew what would change. Those that are gone are the window's no more,
+    /// whoever gets their numbers; it closes when none is left.
     void logChanged();
 
 Q_SIGNALS:
@@ -49,6 +50,7 @@ private:
         QString effect; ///< what would change of this field
     };
 
+    void tellTitle();
     void OKButton_Click();
     void wire(std::size_t index);
     void watch(const CodePage &codePage);

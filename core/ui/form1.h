@@ -133,6 +133,7 @@ private:
     bool loadRow(qint32 entry);
     void closeEntry();
     void documentChanged(const DocumentChange &what);
+    [[nodiscard]] bool mayTell();
     void tell(const QString &text);
     void tellUnstored();
     void restoreUnstored();

@@ -20,7 +20,7 @@ void Form1::wireFilter()
     FilterBar &bar = *m_ui->filterBar;
     bar.setMonths(m_options.regional.months);
     if (!m_options.lookFolder.isEmpty()) {
-        bar.setKeptFilters(KeptFilters(filePath(m_options.lookFolder, u"windows.ini"_s)));
+        bar.setKeptFilters(KeptFilters(filePath(m_options.lookFolder, u"filters.ini"_s)));
     }
     connect(&bar, &FilterBar::changed, this, [this] { applyFilter(); });
     connect(new QShortcut(Qt::CTRL | Qt::Key_K, this), &QShortcut::activated, &bar,
@@ -31,6 +31,7 @@ void Form1::wireFilter()
 
 void Form1::applyFilter()
 {
+    m_ui->filterBar->setOverruled(false);
     const LogFilter &filter = m_ui->filterBar->filter();
     LogRows::Filter lets;
     if (!filter.isEmpty()) {
@@ -64,6 +65,7 @@ void Form1::showCounts()
 // Shows these rows alone, which no filter's text can tell.
 void Form1::showEntries(const QList<qint32> &entries, const QString &words)
 {
+    m_ui->filterBar->setOverruled(true);
     m_ui->Grid1->setFilter([wanted = QSet<qint32>(entries.begin(), entries.end())](const LogEntry & /*entry*/,
                                qint32 number) { return wanted.contains(number); });
     showCounts();
@@ -99,9 +101,6 @@ void Form1::refreshLists()
 void Form1::clearFilter()
 {
     m_ui->filterBar->clear();
-    if (m_rows.isFiltered()) {
-        applyFilter();
-    }
 }
 
 // A filter that hides the entry is cleared.
@@ -118,6 +117,9 @@ void Form1::tellHidden(const QString &done, qint32 entry)
 {
     if (!m_rows.isFiltered() || m_rows.rowOf(entry) >= 0) {
         tell(done);
+        return;
+    }
+    if (!mayTell()) {
         return;
     }
     m_status->tell(done + u", which the filter hides"_s, u"Show"_s, [this, entry] {

@@ -127,10 +127,16 @@ void Form1::makeCurrent(int row)
     Grid1_RowSelect(row);
 }
 
-// Says in the status line what was done, unless it says already where a file was kept.
+// False when the status line says already where a file was kept, or how far a work has come.
+bool Form1::mayTell()
+{
+    return !std::exchange(m_copyTold, false) && !m_longWork;
+}
+
+// Says in the status line what was done.
 void Form1::tell(const QString &text)
 {
-    if (!std::exchange(m_copyTold, false) && !m_longWork) {
+    if (mayTell()) {
         m_status->setText(text);
     }
 }

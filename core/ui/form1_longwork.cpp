@@ -20,14 +20,14 @@ Form1::LongWork::LongWork(Form1 &window, const QString &progressFormat)
     disable(ui.formPane);
     disable(ui.Grid1);
     // The other windows that add to the log, or say which log it is.
-    for (const QString &name :
-        {u"Dialog1"_s, u"importFile"_s, u"importRDSSpy"_s, u"rdsdxlist"_s, u"Form2"_s, u"fileBackups"_s}) {
+    for (const QString &name : {u"Dialog1"_s, u"editMany"_s, u"importFile"_s, u"importRDSSpy"_s,
+             u"rdsdxlist"_s, u"Form2"_s, u"fileBackups"_s}) {
         const QList<QWidget *> open = window.findChildren<QWidget *>(name, Qt::FindDirectChildrenOnly);
         for (QWidget *child : open) {
             disable(child);
         }
     }
-    for (QAction *action : {ui.menuFileBackups, ui.menuImportFile, ui.menuImportRDSSpyLog,
+    for (QAction *action : {ui.menuFileBackups, ui.menuEditMany, ui.menuImportFile, ui.menuImportRDSSpyLog,
              ui.menuImportRDSDXLogCnv, ui.menuImportStations, ui.menuExportEmail, ui.menuFMListUploadLogs,
              ui.menuFMListAutoSearch, ui.menuFMLSearchPI, ui.menuToolsFind, ui.menuSetup}) {
         if (action->isEnabled()) {

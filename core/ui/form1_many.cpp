@@ -4,6 +4,7 @@
 #include "live/ui/receiverdock.h"
 #include "ui/guard.h"
 #include "ui/messages.h"
+#include "ui/openwindow.h"
 #include "ui_form1.h"
 
 #include <QAbstractButton>
@@ -12,6 +13,8 @@
 #include <QMenu>
 #include <QScopeGuard>
 
+#include <algorithm>
+
 namespace quillon {
 
 using namespace Qt::StringLiterals;
@@ -19,6 +22,9 @@ using namespace Qt::StringLiterals;
 // Edit Chosen Receptions.
 void Form1::menuEditMany_Click()
 {
+    if (openWindow<EditMany>(*this)) {
+        return;
+    }
     const std::vector<qint32> chosen = m_ui->Grid1->chosenEntries();
     if (chosen.empty()) {
         tell(u"Choose receptions in the log first: Shift, Ctrl or Ctrl+A with a click"_s);
@@ -27,7 +33,9 @@ void Form1::menuEditMany_Click()
     auto *window = new EditMany(log(), chosen, m_form->countries(), m_options.regional.codePage, this);
     window->setAttribute(Qt::WA_DeleteOnClose);
     connect(window, &EditMany::editChosen, this, [this](const LogChange &change, const QString &name) {
-        guarded(this, [&] { commitMany({name, change, {}}); });
+        if (!m_longWork) {
+            guarded(this, [&] { commitMany({name, change, {}}); });
+        }
     });
     window->show();
 }
@@ -35,9 +43,16 @@ void Form1::menuEditMany_Click()
 // A change of many; what the form holds of them is not theirs any more.
 void Form1::commitMany(const Change &change)
 {
+    // That what was typed is not stored matters more than what is seen in the grid.
+    const bool unstored = m_form->hasChanges();
+    tellUnstored();
     m_form->clear();
     closeEntry();
-    const auto told = qScopeGuard([&] { tell(u"Done: "_s + change.name); });
+    const auto told = qScopeGuard([&] {
+        if (!unstored) {
+            tell(u"Done: "_s + change.name);
+        }
+    });
     m_document.commit(change);
 }
 
@@ -147,7 +162,8 @@ QString Form1::filterTextOf(GridColumn column, const QString &text)
     if (value.isEmpty() && !text.isEmpty()) {
         return {};
     }
-    return key + u':' + (value.contains(u' ') ? u'"' + value + u'"' : value);
+    const bool hasBlanks = std::ranges::any_of(value, [](QChar sign) { return sign.isSpace(); });
+    return key + u':' + (hasBlanks ? u'"' + value + u'"' : value);
 }
 
 } // namespace quillon

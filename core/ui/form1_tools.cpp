@@ -105,7 +105,12 @@ void Form1::menuSetup_Click()
 void Form1::settingsSaved()
 {
     populateGrid();
-    refreshMap();
+    // The filter's distances are in the unit that is set.
+    if (m_ui->filterBar->isOverruled()) {
+        refreshMap();
+    } else {
+        applyFilter();
+    }
     if (auto *collection = findChild<CollectionWindow *>(QString(), Qt::FindDirectChildrenOnly)) {
         collection->logChanged();
     }

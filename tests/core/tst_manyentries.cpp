@@ -214,6 +214,11 @@ private Q_SLOTS:
             "a tab and  more\t01/01/1970 00:00:01\t87.6\n"
             "two lines\t01/01/1970 00:00:00\t87,6 \n"_s);
         QCOMPARE(tabSeparated(rows, {}, columns), u"Notes\tDate/Time\tFreq\n"_s);
+        // What begins with a quotation mark is in quotation marks, so that a paste gives it back as it is.
+        rows.setTyped(0, GridColumn::Freq, u"\"a\" b"_s);
+        rows.setTyped(0, GridColumn::Notes, u"a \"b\""_s);
+        QCOMPARE(tabSeparated(rows, std::vector<qint32> {0}, columns),
+            u"Notes\tDate/Time\tFreq\na \"b\"\t01/01/1970 00:00:00\t\"\"\"a\"\" b\"\n"_s);
     }
 };
 

@@ -46,6 +46,8 @@ void TestAutoSearchMeanwhile::nothingElseChangesTheLog()
     }
     m_window->key(Qt::Key_F5);
     auto *quickAdd = m_window->find<QDialog>("Dialog1");
+    m_window->trigger("menuEditMany");
+    auto *editMany = m_window->find<QDialog>("editMany");
     m_window->answerSlowly();
     QStringList enabled;
     m_window->duringRequest(1, [&] {
@@ -54,12 +56,14 @@ void TestAutoSearchMeanwhile::nothingElseChangesTheLog()
             enabled += m_window->enabled(name) ? name : QString();
         }
         for (const QString &name :
-            {u"menuImportFile"_s, u"menuImportRDSSpyLog"_s, u"menuImportRDSDXLogCnv"_s, u"menuExportEmail"_s,
+            {u"menuFileBackups"_s, u"menuEditMany"_s, u"menuImportStations"_s, u"menuImportFile"_s,
+                u"menuImportRDSSpyLog"_s, u"menuImportRDSDXLogCnv"_s, u"menuExportEmail"_s,
                 u"menuFMListUploadLogs"_s, u"menuFMListAutoSearch"_s, u"menuFMLSearchPI"_s, u"menuSetup"_s,
                 u"menuToolsFind"_s, u"menuEditUndo"_s, u"menuEditRedo"_s}) {
             enabled += m_window->find<QAction>(name)->isEnabled() ? name : QString();
         }
         enabled += quickAdd->isEnabled() ? u"Dialog1"_s : QString();
+        enabled += editMany->isEnabled() ? u"editMany"_s : QString();
         enabled.removeAll(QString());
         m_window->clickHeading(static_cast<int>(GridColumn::Freq));
         QVERIFY(m_window->find<QWidget>("autoStop")->isVisible());
@@ -69,6 +73,7 @@ void TestAutoSearchMeanwhile::nothingElseChangesTheLog()
     QCOMPARE(m_window->logbook(), unknownAfter + severalAfter);
     QCOMPARE(m_window->piCodes(), (QStringList {u"AAAA"_s, u"F201"_s}));
     QVERIFY(quickAdd->isEnabled());
+    QVERIFY(editMany->isEnabled());
 }
 
 void TestAutoSearchMeanwhile::aKeyPressedMeanwhileIsNotKept()

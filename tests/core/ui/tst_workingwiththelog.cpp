@@ -49,6 +49,7 @@ private Q_SLOTS:
     void chosenRowsAreCopied();
     void columnsAreShownAndHidden();
     void theLookIsKept();
+    void aResetLeavesTheKeptFilters();
     void theReceiverLogsThroughTheSameDoor();
     void theMapFollowsTheLog();
 };
@@ -213,6 +214,34 @@ void TestWorkingWithTheLog::theLookIsKept()
     window.trigger("menuViewReset");
     QVERIFY(!window.grid().isColumnHidden(1));
     QCOMPARE(window.grid().text(1, GridColumn::Freq), u"90.3"_s);
+}
+
+void TestWorkingWithTheLog::aResetLeavesTheKeptFilters()
+{
+    MainWindow window;
+    const auto keptFilters = [&] {
+        window.start(spain + france);
+        QMenu *menu = window.find<QToolButton>("filterKept")->menu();
+        Q_EMIT menu->aboutToShow();
+        QStringList names;
+        const QList<QAction *> actions = menu->actions();
+        for (const QAction *action : actions) {
+            names += action->text();
+        }
+        return names.contains(u"Spain"_s);
+    };
+    window.start(spain + france);
+    window.type("filterText", u"itu:E"_s);
+    window.answers.type(u"Spain"_s);
+    window.trigger("filterSave");
+    window.trigger("menuViewReset");
+    window.form().close();
+    QVERIFY(keptFilters());
+    // A file of the look that cannot be understood takes no filter along.
+    window.form().close();
+    window.look.write(u"windows.ini"_s, "[General]\nversion=7\n");
+    QVERIFY(keptFilters());
+    QVERIFY(keptFilters());
 }
 
 void TestWorkingWithTheLog::theReceiverLogsThroughTheSameDoor()
