@@ -1,14 +1,20 @@
 #include "live/heardtable.h"
 
+#include "core/picode.h"
 #include "live/frequency.h"
 
 #include <algorithm>
 
 namespace quillon {
 
+quint64 HeardTable::key(qint64 hertz, quint16 pi)
+{
+    return (static_cast<quint64>(logStep(hertz)) << 16U) | pi;
+}
+
 quint64 HeardTable::key(const Station &station)
 {
-    return (static_cast<quint64>(logStep(station.hertz)) << 16U) | station.pi;
+    return key(station.hertz, station.pi);
 }
 
 void HeardTable::note(const Station &station)
@@ -56,6 +62,40 @@ void HeardTable::setLogged(const Station &station)
         m_rows[*place].logged = true;
         m_rows[*place].revision = ++m_revision;
     }
+}
+
+bool HeardTable::findLogged(const Logbook &log)
+{
+    if (m_rows.empty()) {
+        return false;
+    }
+    const auto firstHeard = [](const HeardRow &row) { return row.station.first / 1000; };
+    const qint64 since = firstHeard(*std::ranges::min_element(m_rows, {}, firstHeard));
+    QHash<quint64, QList<qint64>> logged;
+    for (const LogEntry &entry : log) {
+        // Few are of this evening: only those are read.
+        if (entry.dateTime.seconds < since || isDeleted(entry)) {
+            continue;
+        }
+        const auto hertz = hertzOf(entry.freq);
+        const auto pi = piCodeOf(entry.piCode);
+        if (hertz && pi) {
+            logged[key(*hertz, *pi)].append(entry.dateTime.seconds);
+        }
+    }
+    bool changed = false;
+    for (HeardRow &row : m_rows) {
+        const auto moments = logged.constFind(key(row.station));
+        const bool found = moments != logged.cend() && std::ranges::any_of(*moments, [&](qint64 moment) {
+            return moment >= row.station.first / 1000 && moment <= row.station.last / 1000;
+        });
+        if (found != row.logged) {
+            row.logged = found;
+            row.revision = ++m_revision;
+            changed = true;
+        }
+    }
+    return changed;
 }
 
 void HeardTable::clear()

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/logbook.h"
 #include "live/station.h"
 
 #include <QHash>
@@ -34,6 +35,9 @@ public:
     void note(const Station &station);
     /// Marks the row of the station as logged.
     void setLogged(const Station &station);
+    /// Marks those rows as logged of which the log has an entry: of the same frequency (to 10 kHz) and PI
+    /// code, between first and last. True when a mark has changed.
+    bool findLogged(const Logbook &log);
     void clear();
 
     [[nodiscard]] const std::vector<HeardRow> &rows() const { return m_rows; }
@@ -43,6 +47,7 @@ public:
     [[nodiscard]] quint64 revision() const { return m_revision; }
 
 private:
+    [[nodiscard]] static quint64 key(qint64 hertz, quint16 pi);
     [[nodiscard]] static quint64 key(const Station &station);
     void makeRoom();
 

@@ -38,12 +38,22 @@ void Listening::on(const Tuned &tuned, qint64 when)
     clear();
     m_hertz = hertz;
     m_tunedAt = when;
+    m_together = tuned.together;
     m_before = std::move(before);
+}
+
+void Listening::nameFrequency(qint64 hertz)
+{
+    m_hertz = hertz;
+    if (m_station) {
+        settle(m_station->last);
+    }
 }
 
 bool Listening::isLate(qint64 when) const
 {
-    return m_before && when >= m_tunedAt && when - m_tunedAt < lateFor;
+    const bool together = m_together && when == m_tunedAt;
+    return m_before && !together && when >= m_tunedAt && when - m_tunedAt < lateFor;
 }
 
 void Listening::on(const GroupHeard &heard, qint64 when)

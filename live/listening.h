@@ -32,6 +32,8 @@ public:
 
     /// Takes one thing that the source told at that moment (milliseconds since 1970, UTC).
     void take(const ReceiverEvent &event, qint64 when);
+    /// What is heard already is on this frequency, which was not known before.
+    void nameFrequency(qint64 hertz);
     /// Forgets everything, frequency included.
     void clear();
 
@@ -88,6 +90,7 @@ private:
     const KnownStations *m_known;
     qint64 m_hertz = 0;
     qint64 m_tunedAt = 0;
+    bool m_together = false;
     std::optional<Before> m_before;
     PiVote m_votes;
     std::vector<Candidate> m_candidates;

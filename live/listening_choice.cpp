@@ -110,7 +110,7 @@ void Listening::show(Candidate &candidate, qint64 when)
         station.ps = m_psWithoutPi;
     }
     const bool changed = !m_station || m_station->pi != station.pi || m_station->ecc != station.ecc
-        || m_station->certain != station.certain;
+        || m_station->certain != station.certain || m_station->hertz != station.hertz;
     if (changed) {
         mark(station);
     }

@@ -211,6 +211,15 @@ bool RadiotextReader::take(int segment, int width, bool flag, std::array<quint8,
         clear();
         m_flag = flag;
     }
+    const auto isOther = [&](int i) {
+        const auto at = static_cast<std::size_t>(segment * width + i);
+        return (good & (1U << static_cast<unsigned>(i))) != 0 && m_known[at]
+            && m_characters[at] != characters[static_cast<std::size_t>(i)];
+    };
+    // Not every station turns the flag for a new text.
+    if (isOther(0) || isOther(1) || (width > 2 && (isOther(2) || isOther(3)))) {
+        clear();
+    }
     bool changed = false;
     if (segment < m_lastSegment) {
         changed = m_end == m_endOfRound && tell();

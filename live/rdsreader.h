@@ -44,7 +44,7 @@ private:
 ///
 /// The text is told when it is whole: up to its end mark or the last place there is, or, from stations that
 /// send neither, when two rounds brought the same length and nothing is missing. A turned A/B flag begins a
-/// new text.
+/// new text, and so does a character other than the one that stood in its place.
 class RadiotextReader
 {
 public:

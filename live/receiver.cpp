@@ -22,8 +22,8 @@ QString Receiver::connectTo(const SourceSettings &settings)
 
 void Receiver::listenTo(std::unique_ptr<ReceiverSource> source)
 {
-    disconnectFrom();
     const qint64 typed = source->tellsFrequency() ? 0 : m_listening.hertz();
+    disconnectFrom();
     m_listening.clear();
     m_source = std::move(source);
     if (typed > 0) {
@@ -38,6 +38,7 @@ void Receiver::listenTo(std::unique_ptr<ReceiverSource> source)
     });
     connect(m_source.get(), &ReceiverSource::told, this, &Receiver::take);
     m_source->start();
+    Q_EMIT changed();
 }
 
 void Receiver::disconnectFrom()
@@ -47,7 +48,10 @@ void Receiver::disconnectFrom()
         m_source->stop();
         // It may be the one that is speaking.
         m_source.release()->deleteLater();
+        // The frequency stays, as one that was typed has to.
+        m_listening.take(Tuned {}, nowMilliseconds());
         Q_EMIT stateChanged();
+        Q_EMIT changed();
     }
 }
 
@@ -80,7 +84,16 @@ bool Receiver::wantsFrequency() const
 
 void Receiver::setFrequency(qint64 hertz)
 {
-    if (hertz > 0) {
+    if (hertz <= 0) {
+        return;
+    }
+    if (m_listening.hertz() == 0) {
+        m_listening.nameFrequency(hertz);
+        if (const auto &station = m_listening.station()) {
+            m_heard.note(*station);
+        }
+        Q_EMIT changed();
+    } else {
         take(Tuned {hertz}, nowMilliseconds());
     }
 }
@@ -89,6 +102,13 @@ void Receiver::setLogged(const Station &station)
 {
     m_heard.setLogged(station);
     Q_EMIT changed();
+}
+
+void Receiver::findLogged(const Logbook &log)
+{
+    if (m_heard.findLogged(log)) {
+        Q_EMIT changed();
+    }
 }
 
 void Receiver::take(const ReceiverEvent &event, qint64 when)

@@ -26,6 +26,7 @@ public:
     [[nodiscard]] QString connectTo(const SourceSettings &settings);
     /// Listens to this source.
     void listenTo(std::unique_ptr<ReceiverSource> source);
+    /// Ends the source, and with it what was heard now.
     void disconnectFrom();
 
     [[nodiscard]] ReceiverState state() const;
@@ -34,7 +35,8 @@ public:
     void tune(qint64 hertz);
     /// True when the frequency has to be typed.
     [[nodiscard]] bool wantsFrequency() const;
-    /// The frequency of a source that does not tell it. It ends the station before.
+    /// The frequency of a source that does not tell it. It ends the station before, unless none was known:
+    /// then it is that of the station heard now.
     void setFrequency(qint64 hertz);
 
     /// What the log knows.
@@ -45,6 +47,8 @@ public:
     [[nodiscard]] const HeardTable &heard() const { return m_heard; }
     /// The row of the station is logged.
     void setLogged(const Station &station);
+    /// The log has changed: the rows that it has now are the logged ones.
+    void findLogged(const Logbook &log);
 
 Q_SIGNALS:
     void stateChanged();

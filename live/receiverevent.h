@@ -13,6 +13,7 @@ namespace quillon {
 struct Tuned
 {
     qint64 hertz = 0; ///< 0: it was tuned, the source does not say where to
+    bool together = false; ///< what is told in the same moment is of this frequency, not late from before
 };
 
 /// A group was received.

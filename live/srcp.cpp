@@ -124,7 +124,7 @@ private:
         bool ok = false;
         const qint64 hertz = value.toLongLong(&ok);
         if (ok && hertz > 0 && hertz <= highest) {
-            m_tuned = Tuned {hertz};
+            m_tuned = Tuned {hertz, true};
         }
     }
     void takeLevel(QByteArrayView value)

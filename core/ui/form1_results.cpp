@@ -5,6 +5,8 @@
 #include "geo/position.h"
 #include "geo/ui/mapdock.h"
 #include "geo/ui/mapscene.h"
+#include "live/frequency.h"
+#include "live/ui/receiverdock.h"
 #include "ui/desktop.h"
 #include "ui/guard.h"
 #include "ui/resultlist.h"
@@ -83,6 +85,12 @@ void Form1::showResultsMenu(ResultList &list, const QPoint &position)
             m_map->setPath(MapPath {station.transmitter, *place});
         }
     })->setEnabled(isReception || place.has_value());
+    if (m_receiver && m_receiver->mayTune()) {
+        const auto hertz = hertzOf(station.frequency);
+        add(u"&Tune"_s, [this, hertz] {
+            m_receiver->tune(hertz.value_or(0));
+        })->setEnabled(hertz.has_value());
+    }
     menu.exec(list.viewport()->mapToGlobal(position));
 }
 

@@ -4,7 +4,6 @@
 
 #include <QDialogButtonBox>
 #include <QFileDialog>
-#include <QFileInfo>
 #include <QFormLayout>
 #include <QPushButton>
 #include <QSpinBox>
@@ -60,16 +59,21 @@ QString saveMapPicture(QWidget *parent, const MapPicture &picture, QSize offered
     }
     const QString png = u"PNG picture (*.png)"_s;
     const QString svg = u"SVG drawing (*.svg)"_s;
-    QString chosen = png;
-    QString path = QFileDialog::getSaveFileName(parent, u"Save Picture"_s,
-        filePath(QStandardPaths::writableLocation(QStandardPaths::PicturesLocation), u"map.png"_s),
-        png + u";;"_s + svg, &chosen);
-    if (path.isEmpty()) {
+    QFileDialog where(
+        parent, u"Save Picture"_s, QStandardPaths::writableLocation(QStandardPaths::PicturesLocation));
+    where.setAcceptMode(QFileDialog::AcceptSave);
+    where.setNameFilters({png, svg});
+    // Before it is asked whether a file is to be written over.
+    const auto follow = [&](const QString &kind) {
+        where.setDefaultSuffix(kind == svg ? u"svg"_s : u"png"_s);
+    };
+    QObject::connect(&where, &QFileDialog::filterSelected, &where, follow);
+    follow(png);
+    where.selectFile(u"map"_s);
+    if (where.exec() != QDialog::Accepted) {
         return {};
     }
-    if (QFileInfo(path).suffix().isEmpty()) {
-        path += chosen == svg ? u".svg"_s : u".png"_s;
-    }
+    const QString path = where.selectedFiles().value(0);
     writeFile(path, pictureBytes(picture, dialog.size(), path));
     return path;
 }

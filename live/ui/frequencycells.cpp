@@ -3,8 +3,6 @@
 #include "live/frequency.h"
 #include "live/ui/receiverdock.h"
 
-#include <QContextMenuEvent>
-#include <QMenu>
 #include <QMouseEvent>
 #include <QTableView>
 
@@ -22,14 +20,10 @@ FrequencyCells::FrequencyCells(QTableView &table, ReceiverDock &receiver)
 
 bool FrequencyCells::eventFilter(QObject *watched, QEvent *event)
 {
-    switch (event->type()) {
-    case QEvent::MouseButtonDblClick:
+    if (event->type() == QEvent::MouseButtonDblClick) {
         return takeDoubleClick(static_cast<const QMouseEvent &>(*event));
-    case QEvent::ContextMenu:
-        return showMenu(static_cast<const QContextMenuEvent &>(*event));
-    default:
-        return QObject::eventFilter(watched, event);
     }
+    return QObject::eventFilter(watched, event);
 }
 
 bool FrequencyCells::takeDoubleClick(const QMouseEvent &click)
@@ -40,22 +34,6 @@ bool FrequencyCells::takeDoubleClick(const QMouseEvent &click)
     }
     const auto hertz = hertzOfRow(cell.row());
     return hertz && m_receiver->tune(*hertz);
-}
-
-bool FrequencyCells::showMenu(const QContextMenuEvent &event)
-{
-    const QModelIndex cell = m_table->indexAt(event.pos());
-    if (m_table->contextMenuPolicy() != Qt::DefaultContextMenu || !cell.isValid() || !m_receiver->mayTune()) {
-        return false;
-    }
-    const auto hertz = hertzOfRow(cell.row());
-    auto *const menu = new QMenu(m_table);
-    menu->setAttribute(Qt::WA_DeleteOnClose);
-    QAction *const tune = menu->addAction(
-        u"&Tune"_s, m_receiver, [receiver = m_receiver, hertz] { receiver->tune(hertz.value_or(0)); });
-    tune->setEnabled(hertz.has_value());
-    menu->popup(event.globalPos());
-    return true;
 }
 
 int FrequencyCells::column() const

@@ -5,7 +5,6 @@
 #include <functional>
 #include <optional>
 
-class QContextMenuEvent;
 class QMouseEvent;
 class QTableView;
 
@@ -13,8 +12,7 @@ namespace quillon {
 
 class ReceiverDock;
 
-/// Lets a double-click on a frequency of a table tune the receiver, and gives a table that has no menu of its
-/// own one with "Tune".
+/// Lets a double-click on a frequency of a table tune the receiver.
 class FrequencyCells : public QObject
 {
     Q_OBJECT
@@ -29,7 +27,6 @@ protected:
 
 private:
     [[nodiscard]] bool takeDoubleClick(const QMouseEvent &click);
-    [[nodiscard]] bool showMenu(const QContextMenuEvent &event);
     [[nodiscard]] int column() const;
     [[nodiscard]] std::optional<qint64> hertzOfRow(int row) const;
 

@@ -54,7 +54,7 @@ ReceiverDock::ReceiverDock(const Logbook &log, Log logReception, QString folder,
     for (const auto key : {Qt::Key_Return, Qt::Key_Enter}) {
         auto *const shortcut = new QShortcut(key, m_ui->heard, nullptr, nullptr, Qt::WidgetShortcut);
         connect(
-            shortcut, &QShortcut::activated, this, [this] { heard_Activated(m_ui->heard->currentIndex()); });
+            shortcut, &QShortcut::activated, this, [this] { heard_Entered(m_ui->heard->currentIndex()); });
     }
     connect(m_ui->heard, &QTableView::customContextMenuRequested, this,
         [this](const QPoint &position) { heard_Menu(position); });
@@ -86,6 +86,7 @@ void ReceiverDock::start()
 // Only a receiver that listens needs to know what the log has.
 void ReceiverDock::logChanged()
 {
+    m_receiver.findLogged(*m_log);
     if (m_receiver.state() != ReceiverState::NotConnected) {
         m_receiver.setKnown(KnownStations(*m_log));
     }
@@ -139,28 +140,37 @@ void ReceiverDock::receiverFreq_Edited()
     }
 }
 
-// A row of what was heard: tunes by its frequency where that is ticked, otherwise logs it.
-void ReceiverDock::heard_Activated(const QModelIndex &index)
+std::optional<Station> ReceiverDock::heardAt(const QModelIndex &index) const
 {
     const auto &rows = m_receiver.heard().rows();
     const auto row = static_cast<std::size_t>(index.row());
-    if (!index.isValid() || row >= rows.size()) {
-        return;
+    return index.isValid() && row < rows.size() ? std::optional(rows[row].station) : std::nullopt;
+}
+
+// A double-click on what was heard: tunes by its frequency where that is ticked, otherwise logs it.
+void ReceiverDock::heard_Activated(const QModelIndex &index)
+{
+    const auto station = heardAt(index);
+    if (station && (index.column() != HeardModel::Freq || !tune(station->hertz))) {
+        logStation(*station);
     }
-    const Station station = rows[row].station;
-    if (index.column() != HeardModel::Freq || !tune(station.hertz)) {
-        logStation(station);
+}
+
+// Enter has no column that a person aims at: it logs.
+void ReceiverDock::heard_Entered(const QModelIndex &index)
+{
+    if (const auto station = heardAt(index)) {
+        logStation(*station);
     }
 }
 
 void ReceiverDock::heard_Menu(const QPoint &position)
 {
-    const QModelIndex index = m_ui->heard->indexAt(position);
-    const auto row = static_cast<std::size_t>(index.row());
-    if (!index.isValid() || row >= m_receiver.heard().rows().size()) {
+    const auto heard = heardAt(m_ui->heard->indexAt(position));
+    if (!heard) {
         return;
     }
-    const Station station = m_receiver.heard().rows()[row].station;
+    const Station station = *heard;
     auto *const menu = new QMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
     menu->addAction(u"&Log It"_s, this, [this, station] { logStation(station); });
@@ -170,6 +180,10 @@ void ReceiverDock::heard_Menu(const QPoint &position)
 
 void ReceiverDock::logHeard()
 {
+    // Typed, but not yet left.
+    if (m_ui->receiverFreq->isModified()) {
+        receiverFreq_Edited();
+    }
     const auto station = m_receiver.listening().station();
     if (!station) {
         showMessage(this, u"Nothing to log: no PI code has been received on this frequency."_s);

@@ -68,7 +68,9 @@ private:
     void receiverSource_Change();
     void receiverConnect_Click();
     void receiverFreq_Edited();
+    [[nodiscard]] std::optional<Station> heardAt(const QModelIndex &index) const;
     void heard_Activated(const QModelIndex &index);
+    void heard_Entered(const QModelIndex &index);
     void heard_Menu(const QPoint &position);
 
     void setLook();

@@ -112,6 +112,10 @@ void ReceiverDock::fillKept()
 void ReceiverDock::keepSource()
 {
     const SourceSettings source = chosen();
+    if (const QString wrong = makeSource(source).wrong; !wrong.isEmpty()) {
+        showMessage(this, wrong);
+        return;
+    }
     const QString name =
         inputBox(this, u"Name of this source:"_s, u"Keep This Source"_s, kindName(source.kind)).trimmed();
     if (name.isEmpty()) {

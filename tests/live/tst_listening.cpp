@@ -2,6 +2,7 @@
 #include "live/heardtable.h"
 #include "live/listening.h"
 #include "live/reception.h"
+#include "live/srcp.h"
 #include "rds-signal/groupmaker.h"
 
 #include <QTest>
@@ -187,6 +188,21 @@ private Q_SLOTS:
         QCOMPARE(listening.station()->pi, quint16(0xF201));
         listening.take(PiHeard {code, PiTrust::Told}, when + Listening::lateFor);
         QCOMPARE(listening.station()->pi, code);
+    }
+
+    void whatComesTogetherWithARetuneCounts()
+    {
+        Listening listening(m_none);
+        listening.take(Tuned {98'500'000}, start);
+        const qint64 when = sendName(listening, code, u"RADIO 21", 20, start + second);
+        const QByteArray datagram = "freq=99000000;pi=" + QByteArray::number(code, 16) + ";ps=RADIO_21";
+        for (const ReceiverEvent &event : srcpEvents(datagram)) {
+            listening.take(event, when);
+        }
+        QVERIFY(listening.station());
+        QCOMPARE(listening.station()->pi, code);
+        QCOMPARE(listening.station()->hertz, qint64(99'000'000));
+        QCOMPARE(listening.station()->ps, u"RADIO 21"_s);
     }
 
     void theFirstMomentIsThatOfThisTuning()

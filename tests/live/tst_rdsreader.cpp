@@ -210,6 +210,17 @@ private Q_SLOTS:
         QCOMPARE(reader.text(), u"Other here"_s);
     }
 
+    void anotherLetterBeginsANewText()
+    {
+        RdsReader reader;
+        sendText(reader, u"First text\r", {0, 1, 2});
+        QCOMPARE(reader.text(), u"First text"_s);
+        sendText(reader, u"Other here\r", {0});
+        QCOMPARE(reader.text(), u"First text"_s);
+        sendText(reader, u"Other here\r", {1, 2});
+        QCOMPARE(reader.text(), u"Other here"_s);
+    }
+
     void radiotextOfVersionB()
     {
         RdsReader reader;

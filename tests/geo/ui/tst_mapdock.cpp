@@ -3,6 +3,7 @@
 #include "geo/ui/mapview.h"
 #include "support/accessibility.h"
 #include "support/dialogs.h"
+#include "support/savedialog.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -59,18 +60,14 @@ private:
 };
 
 // Answers the question for the size, then that for the file.
-void answer(DialogAnswers &answers, QSize size, const QString &path)
+void answer(DialogAnswers &answers, QSize size, const QString &path, int filter = -1)
 {
     answers.doing([size](QWidget *box) {
         box->findChild<QSpinBox *>(u"pictureWidth"_s)->setValue(size.width());
         box->findChild<QSpinBox *>(u"pictureHeight"_s)->setValue(size.height());
         box->findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Save)->click();
     });
-    answers.doing([path](QWidget *box) {
-        auto *dialog = qobject_cast<QFileDialog *>(box);
-        dialog->findChild<QLineEdit *>(u"fileNameEdit"_s)->setText(path);
-        dialog->findChild<QDialogButtonBox *>()->buttons().first()->click();
-    });
+    saveAs(answers, path, filter);
 }
 
 } // namespace
@@ -142,22 +139,25 @@ private Q_SLOTS:
     void savesAPicture_data()
     {
         QTest::addColumn<QString>("name");
+        QTest::addColumn<int>("filter");
         QTest::addColumn<QString>("written");
-        QTest::newRow("PNG") << u"my map.png"_s << u"my map.png"_s;
-        QTest::newRow("SVG") << u"my map.svg"_s << u"my map.svg"_s;
-        QTest::newRow("no suffix") << u"my map"_s << u"my map.png"_s;
+        QTest::newRow("PNG") << u"my map.png"_s << -1 << u"my map.png"_s;
+        QTest::newRow("SVG") << u"my map.svg"_s << -1 << u"my map.svg"_s;
+        QTest::newRow("no suffix") << u"my map"_s << -1 << u"my map.png"_s;
+        QTest::newRow("no suffix, SVG chosen") << u"my map"_s << 1 << u"my map.svg"_s;
     }
 
     void savesAPicture()
     {
         QFETCH(QString, name);
+        QFETCH(int, filter);
         QFETCH(QString, written);
         const QTemporaryDir directory;
         Shown dock;
         dock->setData(someData());
         const QSignalSpy saved(&*dock, &MapDock::pictureSaved);
         DialogAnswers answers;
-        answer(answers, {1234, 567}, directory.filePath(name));
+        answer(answers, {1234, 567}, directory.filePath(name), filter);
         dock.click(u"mapSave"_s);
         const QString path = directory.filePath(written);
         QCOMPARE(saved.count(), 1);
@@ -170,6 +170,24 @@ private Q_SLOTS:
         } else {
             QCOMPARE(QImage::fromData(bytes).size(), QSize(1234, 567));
         }
+    }
+
+    void aPictureIsNotWrittenOverUnasked()
+    {
+        const QTemporaryDir directory;
+        QFile file(directory.filePath(u"map.png"_s));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("mine");
+        file.close();
+        Shown dock;
+        dock->setData(someData());
+        DialogAnswers answers;
+        answer(answers, {300, 200}, directory.filePath(u"map"_s));
+        answers.press(QMessageBox::No);
+        answers.cancel();
+        dock.click(u"mapSave"_s);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QCOMPARE(file.readAll(), "mine"_ba);
     }
 
     void whatCannotBeSavedIsTold()

@@ -245,6 +245,55 @@ private Q_SLOTS:
         QCOMPARE(docked.receptions[0].entry.freq, u"98.5"_s);
     }
 
+    void aFrequencyThatIsBeingTypedIsTaken()
+    {
+        const TestDirectory folder;
+        Docked docked(folder.path());
+        Told &source = *docked.listen(false);
+        source.say(PiHeard {0xE201, PiTrust::Told}, 1'000);
+        auto *const field = docked.get<QLineEdit>(u"receiverFreq"_s);
+        field->setFocus();
+        QTest::keyClicks(field, u"98,5"_s);
+        docked.dock.logHeard();
+        QCOMPARE(docked.receptions.size(), 1);
+        QCOMPARE(docked.receptions[0].entry.freq, u"98.5"_s);
+        QCOMPARE(docked.receptions[0].entry.piCode, u"E201"_s);
+    }
+
+    void afterADisconnectNothingIsHeard()
+    {
+        const TestDirectory folder;
+        Docked docked(folder.path());
+        Told &source = *docked.listen();
+        hear(source, 98'500'000, 0xE201, u"RNE 1   "_s);
+        QTRY_COMPARE(docked.text(u"receiverPi"_s), u"E201"_s);
+        docked.press(u"receiverConnect"_s);
+        QCOMPARE(docked.text(u"receiverPi"_s), u""_s);
+        QCOMPARE(docked.text(u"receiverPs"_s), u""_s);
+        DialogAnswers answers;
+        answers.press(QMessageBox::Ok);
+        docked.dock.logHeard();
+        QCOMPARE(answers.takeTexts(),
+            (QStringList {u"Nothing to log: no PI code has been received on this frequency."_s}));
+        QCOMPARE(docked.receptions.size(), 0);
+    }
+
+    void enterLogsWhereADoubleClickTunes()
+    {
+        const TestDirectory folder;
+        Docked docked(folder.path());
+        docked.choose(u"Tuning From the Log"_s);
+        Told &source = *docked.listen();
+        hear(source, 98'500'000, 0xE201, u"RNE 1   "_s);
+        auto *const heard = docked.get<QTableView>(u"heard"_s);
+        QTRY_COMPARE(heard->model()->rowCount(), 1);
+        heard->setCurrentIndex(heard->model()->index(0, HeardModel::Freq));
+        heard->setFocus();
+        QTest::keyClick(heard, Qt::Key_Return);
+        QCOMPARE(docked.receptions.size(), 1);
+        QCOMPARE(source.tunedTo, QList<qint64>());
+    }
+
     void aRowLogsByEnterAndByDoubleClick()
     {
         const TestDirectory folder;
