@@ -125,6 +125,21 @@ void readLogbookLines(QStringView text, bool notes, ImportReading &reading,
     }
 }
 
+// What the grid shows of the tags, instead of them: where no cell holds tags it stands for them.
+void takeShownTags(std::vector<ImportRow> &rows)
+{
+    if (std::ranges::any_of(
+            rows, [](const ImportRow &row) { return row.entry.fmlist.contains("fml="_L1); })) {
+        return;
+    }
+    for (ImportRow &row : rows) {
+        QString &tags = row.entry.fmlist;
+        if (tags == "Sent"_L1 || tags == "Multi"_L1 || tags == "None"_L1) {
+            tags = u"fml=%1#"_s.arg(tags.toLower());
+        }
+    }
+}
+
 } // namespace
 
 ImportReading readImportFile(const ImportSource &source, const FormatChoice &choice,
@@ -167,6 +182,9 @@ ImportReading readImportFile(const ImportSource &source, const FormatChoice &cho
         }
     } catch (const RuntimeError &error) {
         reading.refusal = error.doing();
+    }
+    if (reading.format.kind == ImportKind::Shown) {
+        takeShownTags(reading.rows);
     }
     for (ImportRow &row : reading.rows) {
         row.line += source.linesBefore;

@@ -82,17 +82,6 @@ QString withoutGuard(const QString &cell)
     return guarded ? cell.sliced(1) : cell;
 }
 
-// The tags of the log for what its grid shows of them.
-QString tagsOfShown(const QString &cell)
-{
-    for (const QStringView name : {u"Sent", u"Multi", u"None"}) {
-        if (cell == name) {
-            return u"fml=%1#"_s.arg(name.toString().toLower());
-        }
-    }
-    return cell;
-}
-
 } // namespace
 
 QString makeStorable(ImportRow &row, const CodePage &codePage, bool own)
@@ -271,7 +260,7 @@ void ReceptionMaker::takeCell(const ImportColumn &column, const QString &cell, I
         entry.prop = text;
         break;
     case ColumnUse::FMList:
-        entry.fmlist = own ? tagsOfShown(text) : text;
+        entry.fmlist = text;
         break;
     case ColumnUse::Uid:
         entry.uid = text;

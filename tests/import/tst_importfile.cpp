@@ -292,10 +292,14 @@ void TestImportFile::badFilesAreRefusedInWords_data()
     QTest::newRow("too many lines") << lines
                                     << u"line 200002: an import takes in no more than 200000 lines"_s;
     QByteArray quotes = "Date;UTC;MHz;PI;Propa\n";
-    for (int i = 0; i < 200; ++i) {
-        quotes += "\"x;1;2;3;4" + QByteArray(longestImportLine, 'x') + "\n";
+    QTest::newRow("a line that is too long") << quotes + "x;1;2;3;4" + QByteArray(longestImportLine, 'x')
+            + "\n" << u"line 2 is longer than 262144 characters"_s;
+    // The next quote is further away than a record may be long.
+    const QByteArray plain = QByteArray(longestImportLine / 2, 'x') + "\n";
+    for (int i = 0; i <= 100; ++i) {
+        quotes += "\"x;1;2;3;4\n" + plain + plain;
     }
-    QTest::newRow("endless quotes") << quotes << u"line 2 is longer than 262144 characters"_s;
+    QTest::newRow("endless quotes") << quotes << u"line 302: more than 100 quotes are never closed"_s;
 }
 
 void TestImportFile::badFilesAreRefusedInWords()
