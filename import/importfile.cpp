@@ -143,9 +143,12 @@ void takeShownTags(std::vector<ImportRow> &rows)
 } // namespace
 
 ImportReading readImportFile(const ImportSource &source, const FormatChoice &choice,
-    const KnownHeadings &known, const ImportSurroundings &surroundings, qsizetype mostRows)
+    const KnownHeadings &known, const ImportSurroundings &general, qsizetype mostRows)
 {
     ImportReading reading;
+    ImportSurroundings surroundings = general;
+    surroundings.zone = choice.zone.value_or(general.zone);
+    reading.zone = surroundings.zone;
     const TextEncoding page = encodingOfPage(surroundings.regional.codePage.number());
     const TextEncoding encoding = choice.encoding.value_or(encodingOf(source.bytes, page));
     reading.format.encoding = encoding;

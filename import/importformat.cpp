@@ -185,7 +185,8 @@ ImportFormat anyColumns(QStringView text, bool notes, const FormatChoice &choice
     format.localTime = std::ranges::any_of(
         heading, [](const QString &name) { return name.contains("local"_L1, Qt::CaseInsensitive); });
     const QStringList names(heading.begin(), heading.end());
-    if (const auto told = known ? known(names) : std::nullopt;
+    // Names that were given here are those of any file without a heading.
+    if (const auto told = known && format.headingLine > 0 ? known(names) : std::nullopt;
         told && told->columns && told->columns->size() == format.columns.size()) {
         for (std::size_t i = 0; i < format.columns.size(); ++i) {
             format.columns[i].use = told->columns->at(i);

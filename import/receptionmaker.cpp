@@ -17,6 +17,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr qsizetype rdsNameLength = 8;
+constexpr qsizetype longestName = 60; // of a column, in Notes
 constexpr int distPlaces = 1; // as a distance is calculated
 constexpr int powerPlaces = 6;
 
@@ -285,7 +286,8 @@ void ReceptionMaker::addNote(const QString &name, const QString &text, Parts &pa
     if (!text.isEmpty()) {
         // The mark with which a receiver says yes.
         const QString value = text == u"\u2022" ? u"yes"_s : withLineEnds(text);
-        parts.notes += name.trimmed() + u": "_s + value;
+        const QStringView column = QStringView(name).trimmed();
+        parts.notes += column.first(std::min(column.size(), longestName)) + u": "_s + value;
     }
 }
 
