@@ -125,12 +125,30 @@ void readLogbookLines(QStringView text, bool notes, ImportReading &reading,
     }
 }
 
+// What the grid shows of the tags, instead of them: where no cell holds tags it stands for them.
+void takeShownTags(std::vector<ImportRow> &rows)
+{
+    if (std::ranges::any_of(
+            rows, [](const ImportRow &row) { return row.entry.fmlist.contains("fml="_L1); })) {
+        return;
+    }
+    for (ImportRow &row : rows) {
+        QString &tags = row.entry.fmlist;
+        if (tags == "Sent"_L1 || tags == "Multi"_L1 || tags == "None"_L1) {
+            tags = u"fml=%1#"_s.arg(tags.toLower());
+        }
+    }
+}
+
 } // namespace
 
 ImportReading readImportFile(const ImportSource &source, const FormatChoice &choice,
-    const KnownHeadings &known, const ImportSurroundings &surroundings, qsizetype mostRows)
+    const KnownHeadings &known, const ImportSurroundings &general, qsizetype mostRows)
 {
     ImportReading reading;
+    ImportSurroundings surroundings = general;
+    surroundings.zone = choice.zone.value_or(general.zone);
+    reading.zone = surroundings.zone;
     const TextEncoding page = encodingOfPage(surroundings.regional.codePage.number());
     const TextEncoding encoding = choice.encoding.value_or(encodingOf(source.bytes, page));
     reading.format.encoding = encoding;
@@ -167,6 +185,9 @@ ImportReading readImportFile(const ImportSource &source, const FormatChoice &cho
         }
     } catch (const RuntimeError &error) {
         reading.refusal = error.doing();
+    }
+    if (reading.format.kind == ImportKind::Shown) {
+        takeShownTags(reading.rows);
     }
     for (ImportRow &row : reading.rows) {
         row.line += source.linesBefore;

@@ -19,12 +19,14 @@ struct ImportSource
     bool hasRemarks = false; ///< it is of a file of refused lines
     qsizetype linesBefore = 0; ///< lines of that file before it
     QString refusal; ///< why nothing of it can be read; empty otherwise
+    FormatChoice choice = {}; ///< as the file was read whose refused lines these are
 };
 
 /// What was read of a file.
 struct ImportReading
 {
     ImportFormat format;
+    QTimeZone zone; ///< of the times that are local
     QStringList heading;
     QString headingText; ///< the line of the heading as it stands
     std::vector<QString> examples; ///< of each column, its first cell that is not empty

@@ -6,6 +6,7 @@
 #include "import/importkinds.h"
 #include "import/xdrlog.h"
 #include "platform/numbers.h"
+#include "platform/runtimeerror.h"
 
 #include <algorithm>
 #include <map>
@@ -31,6 +32,16 @@ std::vector<CsvRow> firstRows(QStringView text, CsvLayout layout, int count)
         }
     }
     return rows;
+}
+
+// The same; none where a line is not one of this layout.
+std::vector<CsvRow> firstRowsIfAny(QStringView text, CsvLayout layout)
+{
+    try {
+        return firstRows(text, layout, headRows);
+    } catch (const RuntimeError &) {
+        return {};
+    }
 }
 
 // How many rows have as many cells as the most usual row of more than one cell, and how many that is.
@@ -121,7 +132,7 @@ std::optional<ImportFormat> knownHeading(QStringView text, bool notes, const For
         if (choice.separator && *choice.separator != separator) {
             continue;
         }
-        for (const CsvRow &row : firstRows(text, {separator, true, notes}, headRows)) {
+        for (const CsvRow &row : firstRowsIfAny(text, {separator, true, notes})) {
             if (auto found = kindOfHeading(row.cells)) {
                 ImportFormat format;
                 format.kind = found->kind;
@@ -174,7 +185,8 @@ ImportFormat anyColumns(QStringView text, bool notes, const FormatChoice &choice
     format.localTime = std::ranges::any_of(
         heading, [](const QString &name) { return name.contains("local"_L1, Qt::CaseInsensitive); });
     const QStringList names(heading.begin(), heading.end());
-    if (const auto told = known ? known(names) : std::nullopt;
+    // Names that were given here are those of any file without a heading.
+    if (const auto told = known && format.headingLine > 0 ? known(names) : std::nullopt;
         told && told->columns && told->columns->size() == format.columns.size()) {
         for (std::size_t i = 0; i < format.columns.size(); ++i) {
             format.columns[i].use = told->columns->at(i);
@@ -203,7 +215,7 @@ ImportFormat formatOfContent(
         return format;
     }
     for (const QChar separator : {u',', u';'}) {
-        if (isUrds(firstRows(text, {separator, true, notes}, headRows))) {
+        if (isUrds(firstRowsIfAny(text, {separator, true, notes}))) {
             ImportFormat format;
             format.kind = ImportKind::Urds;
             format.separator = choice.separator.value_or(separator);

@@ -7,6 +7,7 @@
 #include <QChar>
 #include <QStringList>
 #include <QStringView>
+#include <QTimeZone>
 
 #include <functional>
 #include <optional>
@@ -58,6 +59,7 @@ struct FormatChoice
     std::optional<bool> decimalComma;
     std::optional<DateOrder> dates;
     std::optional<bool> localTime;
+    std::optional<QTimeZone> zone; ///< of the local times
     std::optional<std::vector<ColumnUse>> columns; ///< by place
 };
 

@@ -22,8 +22,20 @@ ImportSession::ImportSession(
 void ImportSession::setSources(std::vector<ImportSource> sources)
 {
     m_sources = std::move(sources);
-    m_choices.assign(m_sources.size(), {});
+    m_choices.clear();
+    for (const ImportSource &source : m_sources) {
+        m_choices.push_back(source.choice);
+        m_surroundings.zone = source.choice.zone.value_or(m_surroundings.zone);
+    }
     read();
+}
+
+void ImportSession::setZone(const QTimeZone &zone)
+{
+    m_surroundings.zone = zone;
+    for (FormatChoice &choice : m_choices) {
+        choice.zone.reset();
+    }
 }
 
 QString ImportSession::name() const

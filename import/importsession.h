@@ -30,7 +30,8 @@ public:
 
     /// How the listener has a file read; it is read again by read().
     [[nodiscard]] FormatChoice &choice(std::size_t source) { return m_choices[source]; }
-    void setZone(const QTimeZone &zone) { m_surroundings.zone = zone; }
+    /// The zone of the local times of all files.
+    void setZone(const QTimeZone &zone);
     [[nodiscard]] const QTimeZone &zone() const { return m_surroundings.zone; }
     /// Reads everything as it is chosen now. Every row is to be done with as at first.
     void read();

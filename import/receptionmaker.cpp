@@ -17,6 +17,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr qsizetype rdsNameLength = 8;
+constexpr qsizetype longestName = 60; // of a column, in Notes
 constexpr int distPlaces = 1; // as a distance is calculated
 constexpr int powerPlaces = 6;
 
@@ -80,17 +81,6 @@ QString withoutGuard(const QString &cell)
 {
     const bool guarded = cell.size() > 1 && cell[0] == u'\'' && QStringView(u"=+-@'").contains(cell[1]);
     return guarded ? cell.sliced(1) : cell;
-}
-
-// The tags of the log for what its grid shows of them.
-QString tagsOfShown(const QString &cell)
-{
-    for (const QStringView name : {u"Sent", u"Multi", u"None"}) {
-        if (cell == name) {
-            return u"fml=%1#"_s.arg(name.toString().toLower());
-        }
-    }
-    return cell;
 }
 
 } // namespace
@@ -271,7 +261,7 @@ void ReceptionMaker::takeCell(const ImportColumn &column, const QString &cell, I
         entry.prop = text;
         break;
     case ColumnUse::FMList:
-        entry.fmlist = own ? tagsOfShown(text) : text;
+        entry.fmlist = text;
         break;
     case ColumnUse::Uid:
         entry.uid = text;
@@ -296,7 +286,8 @@ void ReceptionMaker::addNote(const QString &name, const QString &text, Parts &pa
     if (!text.isEmpty()) {
         // The mark with which a receiver says yes.
         const QString value = text == u"\u2022" ? u"yes"_s : withLineEnds(text);
-        parts.notes += name.trimmed() + u": "_s + value;
+        const QStringView column = QStringView(name).trimmed();
+        parts.notes += column.first(std::min(column.size(), longestName)) + u": "_s + value;
     }
 }
 

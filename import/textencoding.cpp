@@ -26,8 +26,14 @@ int pageOf(TextEncoding encoding)
         return 1253;
     case TextEncoding::Windows1254:
         return 1254;
+    case TextEncoding::Windows1255:
+        return 1255;
+    case TextEncoding::Windows1256:
+        return 1256;
     case TextEncoding::Windows1257:
         return 1257;
+    case TextEncoding::Windows1258:
+        return 1258;
     default:
         return 0;
     }

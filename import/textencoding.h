@@ -17,13 +17,17 @@ enum class TextEncoding {
     Windows1252,
     Windows1253,
     Windows1254,
+    Windows1255,
+    Windows1256,
     Windows1257,
+    Windows1258,
 };
 
 /// All of them, in the order in which they are offered.
-inline constexpr std::array<TextEncoding, 9> textEncodings {TextEncoding::Utf8, TextEncoding::Utf16Little,
+inline constexpr std::array<TextEncoding, 12> textEncodings {TextEncoding::Utf8, TextEncoding::Utf16Little,
     TextEncoding::Utf16Big, TextEncoding::Windows1250, TextEncoding::Windows1251, TextEncoding::Windows1252,
-    TextEncoding::Windows1253, TextEncoding::Windows1254, TextEncoding::Windows1257};
+    TextEncoding::Windows1253, TextEncoding::Windows1254, TextEncoding::Windows1255,
+    TextEncoding::Windows1256, TextEncoding::Windows1257, TextEncoding::Windows1258};
 
 /// "UTF-8", "UTF-16 LE", "Windows-1252" ...
 [[nodiscard]] QString encodingName(TextEncoding encoding);

@@ -1,6 +1,7 @@
 #include "import/xdrlog.h"
 
 #include "import/csv.h"
+#include "import/importlimits.h"
 #include "import/importvalues.h"
 #include "platform/numbers.h"
 #include "platform/runtimeerror.h"
@@ -104,9 +105,14 @@ public:
         }
         const bool doubtful = row.cells.size() > 3 && row.cells[3].contains(u'?');
         if (row.cells[1] == "PI"_L1) {
+            m_refusedPi = -1;
             takePi(row, doubtful);
         } else if (m_current >= 0) {
-            takeValue(m_heard[static_cast<std::size_t>(m_current)], row.cells[1], row.cells[2], doubtful);
+            Heard &heard = m_heard[static_cast<std::size_t>(m_current)];
+            takeValue(heard, row.cells[1], row.cells[2], doubtful);
+            keepLine(heard.row, row);
+        } else if (m_refusedPi >= 0) {
+            keepLine(m_refused[static_cast<std::size_t>(m_refusedPi)], row);
         }
     }
 
@@ -125,6 +131,14 @@ public:
     }
 
 private:
+    // What stands behind a PI code is of it: a mended one shall find it again.
+    static void keepLine(ImportRow &pi, const CsvRow &row)
+    {
+        if (pi.text.size() + row.text.size() < longestImportCell) {
+            pi.text += "\r\n"_L1 + row.text;
+        }
+    }
+
     void refuse(const CsvRow &row, const QString &why)
     {
         ImportRow refused;
@@ -140,12 +154,14 @@ private:
         const auto moment = importedMoment(row.cells[0], DateOrder::DayFirst, m_surroundings.regional.months);
         if (!pi || !moment || pi->code.isEmpty()) {
             m_current = -1;
+            m_refusedPi = static_cast<int>(m_refused.size());
             refuse(row,
                 !moment ? u"The date and time are none"_s : u"The PI code is not four hexadecimal digits"_s);
             return;
         }
         if (m_freq.isEmpty()) {
             m_current = -1;
+            m_refusedPi = static_cast<int>(m_refused.size());
             refuse(row, u"The file's name does not begin with the frequency in kHz"_s);
             return;
         }
@@ -186,6 +202,7 @@ private:
     std::vector<Heard> m_heard;
     QHash<QString, int> m_numbers;
     int m_current = -1;
+    int m_refusedPi = -1; // the lines behind it are of it
     std::vector<ImportRow> m_refused;
 };
 

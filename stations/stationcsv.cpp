@@ -99,7 +99,7 @@ void readStationCsv(BlockSource &source, const CsvLayout &layout, StationCollect
         }
         // In names of a list of stations a blank parts two names.
         texts.names = texts.names.trimmed().replace(u' ', u'_');
-        texts.site = texts.site.section(u',', -1).trimmed();
+        texts.site = texts.site.trimmed();
         stations.add(texts, record->line);
     }
 }

@@ -136,6 +136,7 @@ void importFile::showFormats()
     ui->importKind->setText(kinds.size() > 1 ? u"Several kinds"_s : kinds.join(QString()));
     ui->importKind->setToolTip(kinds.join(u", "_s));
     ui->formats->setEnabled(!files.empty());
+    ui->importZone->setCurrentText(QString::fromLatin1(m_session.zone().id()));
     ui->importZone->setEnabled(
         std::ranges::any_of(readings, [](const ImportReading &reading) { return reading.format.localTime; }));
     ui->importColumnsButton->setEnabled(
@@ -184,7 +185,7 @@ void importFile::keepHeadings()
 {
     for (const ImportReading &reading : m_session.readings()) {
         if (reading.format.kind != ImportKind::Columns || reading.format.guessed
-            || reading.format.columns.empty()) {
+            || reading.format.headingLine == 0 || reading.format.columns.empty()) {
             continue;
         }
         FormatChoice said;

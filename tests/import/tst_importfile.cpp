@@ -1,6 +1,7 @@
 #include "core/logfields.h"
 #include "import/importfile.h"
 #include "import/importlimits.h"
+#include "import/importsession.h"
 #include "import/refusedlines.h"
 #include "support/importsamples.h"
 #include "support/testfiles.h"
@@ -76,8 +77,108 @@ private Q_SLOTS:
     void aBombIsNotUnpacked();
     void aFolderGivesItsFiles();
     void refusedLinesComeBackMended();
+    void refusedLinesAreReadAsTheirFileWas();
+    void linesBehindARefusedPiCodeStayWithIt();
+    void refusedLinesOfTooManyFilesAreRefused();
+    void longNamesOfColumnsAreCut();
+    void everyCodePageIsOffered();
     void otherColumnsAreGuessedAndAsked();
+    void aFileWithoutAHeadingIsNotRemembered();
 };
+
+void TestImportFile::refusedLinesAreReadAsTheirFileWas()
+{
+    // Neither the order of its date nor its decimal sign can be told of the line alone.
+    const std::vector<ImportSource> sources =
+        sourcesOf(u"a.csv"_s, "Date;Local time;MHz;PI\n03/04/2025;12:00;98,5;D3CX\n");
+    FormatChoice choice;
+    choice.dates = DateOrder::MonthFirst;
+    choice.decimalComma = true;
+    choice.localTime = true;
+    choice.columns = {ColumnUse::Date, ColumnUse::Time, ColumnUse::Freq, ColumnUse::PiCode};
+    const std::vector<ImportReading> readings {
+        readImportFile(sources.front(), choice, {}, surroundings("Europe/Berlin"), mostImportRows)};
+    QByteArray refused = refusedLines(sources, readings);
+    QVERIFY2(
+        refused.contains("dates=month first; decimal=comma; times=Europe/Berlin\r\n"), refused.constData());
+    Logbook log;
+    ImportSession session(log, surroundings(), {}, 0);
+    session.setSources(
+        sourcesOf(u"mended.txt"_s, refused.replace("D3CX", "D3C2").replace("98,5", "1.098,5")));
+    QCOMPARE(session.rows().size(), std::size_t(1));
+    QCOMPARE(told(*session.rows().front()).section(u'|', 0, 3), u"6|D3C2|04/03/2025 11:00:00|"_s);
+    QCOMPARE(session.rows().front()->entry.freq, u"1.0985"_s);
+    QCOMPARE(session.zone(), QTimeZone("Europe/Berlin"));
+    // What the listener chooses goes before it.
+    session.setZone(QTimeZone::utc());
+    session.choice(0).dates = DateOrder::DayFirst;
+    session.read();
+    QCOMPARE(told(*session.rows().front()).section(u'|', 2, 2), u"03/04/2025 12:00:00"_s);
+}
+
+void TestImportFile::linesBehindARefusedPiCodeStayWithIt()
+{
+    const QString log = u"2025-11-21 18:40:00Z\tPI\tE213\n"
+                        "2025-11-21 18:41:00Z\tPI\tnone\n"
+                        "broken\n"
+                        "2025-11-21 18:41:01Z\tPS\tINTER___\n"
+                        "2025-11-21 18:41:02Z\tRT1\tMusic\n"
+                        "2025-11-21 18:42:00Z\tPI\tD3C2\n"
+                        "2025-11-21 18:42:01Z\tPS\tA|B\n"
+                        "2025-11-21 18:42:02Z\tPTY\tPop\n"_s;
+    const auto sources = sourcesOf(u"x/98500-183000Z.txt"_s, log.toUtf8());
+    const std::vector<ImportReading> readings {
+        readImportFile(sources.front(), {}, {}, surroundings(), mostImportRows)};
+    QByteArray refused = refusedLines(sources, readings);
+    refused.replace("\tnone", "\tF201").replace("A|B", "A_B").replace("broken\r\n", "");
+    QStringList rows;
+    for (const ImportSource &source : sourcesOf(u"mended.txt"_s, refused)) {
+        rows += told(readImportFile(source, {}, {}, surroundings(), mostImportRows));
+    }
+    QCOMPARE(rows.size(), 2);
+    QVERIFY2(rows[0].endsWith(u"|F201|21/11/2025 18:41:00||98.5||TBD|RT1: Music|INTER||||"_s),
+        qPrintable(rows[0]));
+    QVERIFY2(
+        rows[1].endsWith(u"|D3C2|21/11/2025 18:42:00||98.5||TBD|PTY: Pop|A_B||||"_s), qPrintable(rows[1]));
+}
+
+void TestImportFile::refusedLinesOfTooManyFilesAreRefused()
+{
+    const QByteArray head = refusedLines({}, {});
+    const auto parts = sourcesOf(u"a.txt"_s, head + QByteArray("#! file: a\n").repeated(mostImportFiles + 1));
+    QCOMPARE(parts.size(), std::size_t(1));
+    QCOMPARE(parts.front().refusal, u"line 50002: it holds the lines of more than 50000 files"_s);
+    QCOMPARE(sourcesOf(u"a.txt"_s, head + QByteArray("#! file: a\n").repeated(mostImportFiles)).size(),
+        static_cast<std::size_t>(mostImportFiles));
+}
+
+void TestImportFile::longNamesOfColumnsAreCut()
+{
+    const ImportReading reading =
+        read("Date;UTC;MHz;PI;" + QByteArray(5000, 'n') + "\n2025-11-21;18:30;98.5;D3C2;x\n");
+    QCOMPARE(reading.rows.front().refusal, QString());
+    QCOMPARE(reading.rows.front().entry.notes, QString(60, u'n') + u": x"_s);
+}
+
+void TestImportFile::everyCodePageIsOffered()
+{
+    for (int page = 1250; page <= 1258; ++page) {
+        const TextEncoding encoding = encodingOfPage(page);
+        QCOMPARE(encodingName(encoding), u"Windows-%1"_s.arg(page));
+        QCOMPARE(decodedText("\xE0", encoding), CodePage(page).decode("\xE0"));
+    }
+}
+
+void TestImportFile::aFileWithoutAHeadingIsNotRemembered()
+{
+    FormatChoice said;
+    said.columns = std::vector<ColumnUse>(4, ColumnUse::Nothing);
+    const auto known = [&](const QStringList &) { return std::optional(said); };
+    const auto sources = sourcesOf(u"a"_s, "2025-11-21;18:30;98.5;D3C2\n2025-11-22;18:30;98.5;D3C2\n");
+    const ImportReading reading = readImportFile(sources.front(), {}, known, surroundings(), mostImportRows);
+    QCOMPARE(reading.format.headingLine, 0);
+    QVERIFY(reading.format.guessed);
+}
 
 void TestImportFile::eachKindIsKnownByItsContent_data()
 {
@@ -292,10 +393,14 @@ void TestImportFile::badFilesAreRefusedInWords_data()
     QTest::newRow("too many lines") << lines
                                     << u"line 200002: an import takes in no more than 200000 lines"_s;
     QByteArray quotes = "Date;UTC;MHz;PI;Propa\n";
-    for (int i = 0; i < 200; ++i) {
-        quotes += "\"x;1;2;3;4" + QByteArray(longestImportLine, 'x') + "\n";
+    QTest::newRow("a line that is too long") << quotes + "x;1;2;3;4" + QByteArray(longestImportLine, 'x')
+            + "\n" << u"line 2 is longer than 262144 characters"_s;
+    // The next quote is further away than a record may be long.
+    const QByteArray plain = QByteArray(longestImportLine / 2, 'x') + "\n";
+    for (int i = 0; i <= 100; ++i) {
+        quotes += "\"x;1;2;3;4\n" + plain + plain;
     }
-    QTest::newRow("endless quotes") << quotes << u"line 2 is longer than 262144 characters"_s;
+    QTest::newRow("endless quotes") << quotes << u"line 302: more than 100 quotes are never closed"_s;
 }
 
 void TestImportFile::badFilesAreRefusedInWords()
@@ -365,12 +470,14 @@ void TestImportFile::refusedLinesComeBackMended()
     QCOMPARE(refused,
         QByteArray("#! Receptions that Quillon refused: mend the lines and import this file again.\r\n"
                    "#! file: a.csv\r\n"
+                   "#! read with: dates=day first; decimal=comma; times=UTC\r\n"
                    "Date;UTC;MHz;ITU;Program;Location;kW;QRB km;QTF;Propa;RDS;Details;Remarks;Antenna\r\n"
                    "#! line 8: Frequency Empty\r\n"
                    "20.11.25;1200;;F;FIP;;;;;;;;;\r\n"
                    "#! line 9: The date \"32.11.2025\" is none\r\n"
                    "32.11.2025;1200;90,1;F;FIP;Paris;10;;;;;;;\r\n"
                    "#! file: 2025-11-21/98500-183000Z.txt\r\n"
+                   "#! read with: dates=day first; decimal=point; times=UTC\r\n"
                    "#! line 11: The PI code is not four hexadecimal digits\r\n"
                    "2025-11-21 18:41:00Z\tPI\tnone\r\n"));
     QByteArray mended = refused;
@@ -380,8 +487,8 @@ void TestImportFile::refusedLinesComeBackMended()
         rows += told(readImportFile(source, {}, {}, surroundings(), mostImportRows));
     }
     QCOMPARE(rows,
-        (QStringList {u"5 refused: Frequency Empty"_s, u"7||22/11/2025 12:00:00||90.1|Paris|F||FIP|10|||"_s,
-            u"10|F201|21/11/2025 18:41:00||98.5||TBD||||||"_s}));
+        (QStringList {u"6 refused: Frequency Empty"_s, u"8||22/11/2025 12:00:00||90.1|Paris|F||FIP|10|||"_s,
+            u"12|F201|21/11/2025 18:41:00||98.5||TBD||||||"_s}));
 }
 
 void TestImportFile::otherColumnsAreGuessedAndAsked()

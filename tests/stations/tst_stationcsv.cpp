@@ -79,6 +79,15 @@ class TestStationCsv : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void aSiteIsItsWholeText()
+    {
+        QByteArray file = "98.5;D3C2;\"Leipzig, Wiederitzsch\";D;51.4;12.4\n";
+        QBuffer buffer(&file);
+        QVERIFY(buffer.open(QIODevice::ReadOnly));
+        const StationCollector stations = collected(buffer, layoutOf(plainHeading, false));
+        QVERIFY(stations.file().contains("Leipzig, Wiederitzsch"));
+    }
+
     void recordsAreSplit_data()
     {
         QTest::addColumn<QByteArray>("file");
@@ -171,7 +180,7 @@ private Q_SLOTS:
             layoutOf({u"Lon"_s, u"Lat"_s, u"PS"_s, u"MHz"_s, u"Site"_s, u"ITU"_s, u"PI"_s, u"kW"_s}, true));
         QCOMPARE(stations.file(),
             "Quillon stations 1\r\n"
-            "99400|D313||BAYERN_3|||Ochsenkopf|D|50.03|11.81|100||||\r\n"
+            "99400|D313||BAYERN_3|||Oberfranken, Ochsenkopf|D|50.03|11.81|100||||\r\n"
             "107100|||B_5|||Ochsenkopf|D|50.03|11.81|0||||\r\n"_ba);
         QCOMPARE(refusedText(stations.refused(), stations.refusedCount(), 5),
             u"Line 3: \"\" is no frequency from 64 to 110 MHz");
