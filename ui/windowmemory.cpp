@@ -8,6 +8,7 @@
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QInputDialog>
+#include <QMainWindow>
 #include <QMessageBox>
 #include <QScreen>
 #include <QShortcut>
@@ -27,6 +28,8 @@ namespace {
 constexpr int version = 1;
 constexpr qint64 mostBytes = 1 << 20;
 constexpr qsizetype mostNumbers = 1000;
+constexpr qsizetype mostDockBytes = 1 << 16;
+constexpr QStringView docksKey = u"docks";
 
 std::unique_ptr<QSettings> settingsOf(const QString &file)
 {
@@ -119,6 +122,16 @@ void WindowMemory::keep(QWidget &window)
         m_windows.insert(&window, std::nullopt);
         connect(&window, &QObject::destroyed, this, [this](QObject *gone) { m_windows.remove(gone); });
         keepChildrenOf(window);
+    }
+}
+
+void WindowMemory::keepDocks(QMainWindow &main)
+{
+    m_main = &main;
+    m_firstDocks = main.saveState();
+    const QByteArray kept = remembered(docksKey.toString()).toByteArray();
+    if (!kept.isEmpty() && kept.size() <= mostDockBytes) {
+        main.restoreState(kept);
     }
 }
 
@@ -258,6 +271,13 @@ void WindowMemory::forget()
         m_settings->clear();
         m_settings->sync();
     }
+    if (m_main) {
+        const QList<QDockWidget *> docks = m_main->findChildren<QDockWidget *>();
+        for (QDockWidget *dock : docks) {
+            dock->setFloating(false);
+        }
+        m_main->restoreState(m_firstDocks);
+    }
     for (const KeptHeader &kept : m_headers) {
         applyLook(*kept.header, kept.first);
     }
@@ -280,6 +300,9 @@ void WindowMemory::save()
         if (const auto *widget = qobject_cast<QWidget *>(window.key()); widget && widget->isVisible()) {
             saveWindow(*widget);
         }
+    }
+    if (m_main) {
+        remember(docksKey.toString(), m_main->saveState());
     }
 }
 

@@ -2,9 +2,11 @@
 
 #include "ui/headerlook.h"
 
+#include <QByteArray>
 #include <QHash>
 #include <QList>
 #include <QObject>
+#include <QPointer>
 #include <QSettings>
 #include <QString>
 #include <QVariant>
@@ -15,6 +17,7 @@
 #include <vector>
 
 class QDockWidget;
+class QMainWindow;
 
 namespace quillon {
 
@@ -47,6 +50,9 @@ public:
     /// keep() for every window that `main` or a kept one opens as its child, except boxes that ask or choose
     /// a file.
     void keepChildrenOf(QWidget &main);
+    /// Which docks of the window are open, where, floating or not, and how large, is as it was when save()
+    /// was called last. To be called once, when they are as at first, which forget() brings back.
+    void keepDocks(QMainWindow &main);
     /// The columns look as when their window was last hidden. To be called when they have their first look,
     /// which forget() brings back; once for each header.
     void keep(QHeaderView &header, const QString &key);
@@ -92,6 +98,8 @@ private:
     std::unique_ptr<QSettings> m_settings; ///< null where there can be none
     QHash<QObject *, std::optional<FirstLook>> m_windows; ///< a look from the first showing on
     std::vector<KeptHeader> m_headers;
+    QPointer<QMainWindow> m_main;
+    QByteArray m_firstDocks;
 };
 
 /// Esc closes the window, as its frame does. For every window but the main one.

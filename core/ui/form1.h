@@ -17,6 +17,8 @@
 
 #include <functional>
 #include <memory>
+#include <span>
+#include <vector>
 
 class QAbstractButton;
 class QAction;
@@ -149,6 +151,7 @@ private:
     void refreshLists();
     void makeShown(qint32 entry);
     void tellHidden(const QString &done, qint32 entry);
+    void tellHidden(const QString &done, std::span<const qint32> entries);
 
     // form1_results.cpp: the menu of the results
     void wireResultsMenu();
@@ -292,6 +295,7 @@ private:
     std::unique_ptr<Novelty> m_novelty;
     std::optional<EntryForm::Draft> m_unstored; ///< what was typed when another row was chosen
     qint32 m_unstoredEntry = -1;
+    std::vector<qint32> m_lastChanged; ///< the entries of the last change of the document
     bool m_longWork = false; ///< an automatic search or an upload runs
     bool m_importing = false; ///< an import of RDS Spy runs
     bool m_copyTold = false; ///< the status line says where a file was kept

@@ -50,7 +50,8 @@ void Form1::undoOrRedo(const QString &name, const QString &done, void (LogDocume
     m_form->clear();
     closeEntry();
     // It is done even if it could not be saved.
-    const auto told = qScopeGuard([&] { tell(done + name); });
+    const auto told = qScopeGuard([&] { tellHidden(done + name, m_lastChanged); });
+    m_lastChanged.clear();
     (m_document.*work)();
 }
 

@@ -11,6 +11,8 @@
 #include <QSet>
 #include <QShortcut>
 
+#include <utility>
+
 namespace quillon {
 
 using namespace Qt::StringLiterals;
@@ -38,7 +40,14 @@ void Form1::applyFilter()
         lets = [matches = LogFilterMatcher(filter, m_config.settings().inMiles())](
                    const LogEntry &entry, qint32 /*number*/) mutable { return matches(entry); };
     }
-    m_ui->Grid1->setFilter(std::move(lets));
+    Grid &grid = *m_ui->Grid1;
+    grid.setFilter(std::move(lets));
+    // While a filter is typed it hides and shows again.
+    if (grid.row() == 0 && grid.chosenCount() == 0 && m_form->state() == EntryForm::State::Editing) {
+        if (const int row = grid.rowOfEntry(m_selected); row > 0) {
+            grid.setRow(row);
+        }
+    }
     showCounts();
     tellStatistics();
     refreshMap();
@@ -115,14 +124,35 @@ void Form1::makeShown(qint32 entry)
 // What was added or changed although the filter hides it is said so, with a way to see it.
 void Form1::tellHidden(const QString &done, qint32 entry)
 {
-    if (!m_rows.isFiltered() || m_rows.rowOf(entry) >= 0) {
+    tellHidden(done, {&entry, 1});
+}
+
+// The same of many; what was deleted is no news.
+void Form1::tellHidden(const QString &done, std::span<const qint32> entries)
+{
+    std::vector<qint32> hidden;
+    if (m_rows.isFiltered()) {
+        std::vector<char> isKnown(static_cast<std::size_t>(log().count()));
+        for (const qint32 entry : m_rows.shown()) {
+            isKnown[static_cast<std::size_t>(entry)] = 1;
+        }
+        for (const qint32 entry : entries) {
+            if (entry < log().count() && !isDeleted(log().entry(entry))
+                && std::exchange(isKnown[static_cast<std::size_t>(entry)], 1) == 0) {
+                hidden.push_back(entry);
+            }
+        }
+    }
+    if (hidden.empty()) {
         tell(done);
         return;
     }
     if (!mayTell()) {
         return;
     }
-    m_status->tell(done + u", which the filter hides"_s, u"Show"_s, [this, entry] {
+    const QString which = entries.size() == 1 ? u", which the filter hides"_s
+                                              : u", %1 of them the filter hides"_s.arg(hidden.size());
+    m_status->tell(done + which, u"Show"_s, [this, entry = hidden.front()] {
         clearFilter();
         if (const int row = m_ui->Grid1->rowOfEntry(entry); row > 0) {
             m_ui->Grid1->setRow(row);

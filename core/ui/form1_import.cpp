@@ -72,6 +72,16 @@ QString withAlreadyThere(const QString &text, qsizetype count)
     return count > 0 ? text + u", %1 already there"_s.arg(count) : text;
 }
 
+// The numbers of the entries from this one on.
+std::vector<qint32> numbersFrom(qint32 first, const Logbook &log)
+{
+    std::vector<qint32> numbers;
+    for (qint32 number = first; number < log.count(); ++number) {
+        numbers.push_back(number);
+    }
+    return numbers;
+}
+
 // All of an import is in the log, but not on the disk.
 class NotSaved : public RuntimeError
 {
@@ -94,6 +104,7 @@ void Form1::menuImportRDSSpyLog_Click()
         return;
     }
     const auto there = std::make_shared<std::optional<AlreadyThere>>();
+    const auto before = std::make_shared<qint32>(log().count());
     auto *window = new importRDSSpy(
         m_config, m_options.regional,
         [this, there](const RdsSpyReception &reception) {
@@ -111,10 +122,11 @@ void Form1::menuImportRDSSpyLog_Click()
         LogDocument::Group step;
     };
     const auto running = std::make_shared<std::unique_ptr<Running>>();
-    connect(window, &importRDSSpy::importing, this, [this, running, there](bool runs) {
+    connect(window, &importRDSSpy::importing, this, [this, running, there, before](bool runs) {
         m_importing = runs;
         if (runs) {
             there->emplace(log());
+            *before = log().count();
             rememberKnown();
             // The form becomes the import's: what was loaded must not be changed through it.
             tellUnstored();
@@ -133,8 +145,12 @@ void Form1::menuImportRDSSpyLog_Click()
         m_progress->setRange(0, total);
         m_progress->setValue(done);
     });
-    connect(window, &importRDSSpy::summary, this, [this, there](const QString &text) {
-        m_status->setText(withAlreadyThere(text, *there ? (*there)->count() : 0));
+    connect(window, &importRDSSpy::summary, this, [this, there, before](const QString &text) {
+        const QString told = withAlreadyThere(text, *there ? (*there)->count() : 0);
+        m_status->setText(told);
+        if (m_rows.isFiltered()) {
+            tellHidden(told, numbersFrom(*before, log()));
+        }
     });
     window->start();
 }
@@ -246,10 +262,14 @@ qint32 Form1::importRdsdxFile(const QByteArray &file, const QString &path)
         }
         throw NotSaved(error.name(), error.doing());
     }
+    const QString told = withAlreadyThere(u"Import of %1: %2 imported"_s.arg(QFileInfo(path).fileName(),
+                                              QString::number(log().count() - before)),
+        there);
     if (there > 0) {
-        m_status->setText(withAlreadyThere(u"Import of %1: %2 imported"_s.arg(QFileInfo(path).fileName(),
-                                               QString::number(log().count() - before)),
-            there));
+        m_status->setText(told);
+    }
+    if (m_rows.isFiltered()) {
+        tellHidden(told, numbersFrom(before, log()));
     }
     if (read.failure) {
         throw RuntimeError(*read.failure);

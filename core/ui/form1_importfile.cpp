@@ -4,6 +4,12 @@
 #include "ui/openwindow.h"
 #include "ui/statustext.h"
 
+#include <QScopeGuard>
+
+#include <memory>
+#include <utility>
+#include <vector>
+
 namespace quillon {
 
 using namespace Qt::StringLiterals;
@@ -16,19 +22,23 @@ void Form1::menuImportFile_Click()
     }
     const QString memory =
         m_options.lookFolder.isEmpty() ? QString() : filePath(m_options.lookFolder, u"import.ini"_s);
+    const auto brought = std::make_shared<std::vector<qint32>>();
     auto *window = new importFile(
         log(), {m_options.regional, QTimeZone::utc(), m_config.settings().inMiles()}, memory,
-        [this](const LogChange &change, const QString &name) {
+        [this, brought](const LogChange &change, const QString &name) {
             // What the form holds of an entry that is completed is not that entry any more.
             tellUnstored();
             m_form->clear();
             closeEntry();
             rememberKnown();
+            m_lastChanged.clear();
+            const auto noted = qScopeGuard([&] { *brought = m_lastChanged; });
             m_document.commit({name, change, {}});
             tellNews();
         },
         this);
-    connect(window, &importFile::summary, this, [this](const QString &text) { tell(text); });
+    connect(window, &importFile::summary, this,
+        [this, brought](const QString &text) { tellHidden(text, std::exchange(*brought, {})); });
     window->show();
 }
 

@@ -50,9 +50,10 @@ void Form1::commitMany(const Change &change)
     closeEntry();
     const auto told = qScopeGuard([&] {
         if (!unstored) {
-            tell(u"Done: "_s + change.name);
+            tellHidden(u"Done: "_s + change.name, m_lastChanged);
         }
     });
+    m_lastChanged.clear();
     m_document.commit(change);
 }
 

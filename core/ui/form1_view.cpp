@@ -103,6 +103,7 @@ void Form1::restoreLook()
     m_memory = new WindowMemory(filePath(m_options.lookFolder, u"windows.ini"_s), this);
     m_memory->keep(*this);
     m_memory->keepChildrenOf(*this);
+    m_memory->keepDocks(*this);
     m_ui->menuViewDistances->setChecked(m_memory->isTicked(u"distances"_s));
     m_memory->keep(*m_ui->Grid1->horizontalHeader(), u"log"_s);
     m_ui->Grid1->setNotesWidthGiven(m_memory->isTicked(u"notesWidth"_s));

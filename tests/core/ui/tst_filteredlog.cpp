@@ -2,6 +2,7 @@
 #include "loggingwindow.h"
 
 #include <QCheckBox>
+#include <QComboBox>
 #include <QDialog>
 #include <QLabel>
 #include <QLineEdit>
@@ -68,6 +69,8 @@ private Q_SLOTS:
     void aCellWithOtherBlanksIsQuoted();
     void aKeptCopyIsToldFirst();
     void whatTheMapShowsIsMarkedAndEscShowsAll();
+    void whatAChangeOfManyHidesIsTold();
+    void theMarkComesBackToTheReceptionInTheForm();
 };
 
 void TestFilteredLog::whatIsTypedOutlivesAChangeOfMany()
@@ -101,7 +104,7 @@ void TestFilteredLog::chosenRowsStayChosen()
     box->setText(u"itu:E"_s);
     QCOMPARE(window.grid().chosenEntries(), (std::vector<qint32> {0, 1}));
     QCOMPARE(window.text("chosenCount"), u"2 chosen"_s);
-    box->setText(u"pi:202"_s);
+    box->setText(u"pi:E202"_s);
     QCOMPARE(window.grid().chosenEntries(), std::vector<qint32> {1});
     QCOMPARE(window.text("chosenCount"), QString());
     box->setText(u"itu:F"_s);
@@ -240,6 +243,46 @@ void TestFilteredLog::whatTheMapShowsIsMarkedAndEscShowsAll()
     showSome();
     window.type("filterText", u"itu:E"_s);
     QCOMPARE(window.piCodes(), (QStringList {u"E201"_s, u"E202"_s}));
+}
+
+void TestFilteredLog::whatAChangeOfManyHidesIsTold()
+{
+    MainWindow window;
+    window.start(malaga + madrid + puy);
+    window.type("filterText", u"itu:E"_s);
+    selectAll(window);
+    window.key(Qt::Key_F2);
+    auto *dialog = window.find<QDialog>("editMany");
+    dialog->findChild<QCheckBox *>(u"tickCountry"_s)->setChecked(true);
+    dialog->findChild<QComboBox *>(u"valueCountry"_s)->setEditText(u"POR"_s);
+    QTest::keyClick(dialog, Qt::Key_Return);
+    QCOMPARE(window.grid().rows(), 1);
+    QCOMPARE(window.text("status"), u"Done: Edit 2 receptions, 2 of them the filter hides"_s);
+    // What the undo brings back is shown, what the redo takes is hidden.
+    window.trigger("menuEditUndo");
+    QCOMPARE(window.text("status"), u"Undone: Edit 2 receptions"_s);
+    window.trigger("menuEditRedo");
+    QCOMPARE(window.text("status"), u"Redone: Edit 2 receptions, 2 of them the filter hides"_s);
+    clickLink(window);
+    QCOMPARE(window.grid().rows(), 4);
+    QCOMPARE(window.grid().row(), 1);
+    // Deleted ones are no news.
+    window.type("filterText", u"pi:E"_s);
+    selectAll(window);
+    window.answers.press(QMessageBox::Yes);
+    window.click("Command15");
+    QCOMPARE(window.text("status"), u"Done: Delete 2 receptions"_s);
+}
+
+void TestFilteredLog::theMarkComesBackToTheReceptionInTheForm()
+{
+    MainWindow window;
+    window.start(malaga + madrid + puy);
+    window.clickRow(2);
+    // Some of its beginnings show no row at all.
+    window.type("filterText", u"itu:E"_s);
+    QCOMPARE(window.grid().row(), 2);
+    QCOMPARE(window.form().selected(), 1);
 }
 
 QTEST_MAIN(TestFilteredLog)

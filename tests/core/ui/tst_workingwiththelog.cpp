@@ -13,6 +13,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
+#include <QScreen>
 #include <QToolButton>
 
 using namespace Qt::StringLiterals;
@@ -50,6 +51,7 @@ private Q_SLOTS:
     void columnsAreShownAndHidden();
     void theLookIsKept();
     void aResetLeavesTheKeptFilters();
+    void theDocksAreKept();
     void theReceiverLogsThroughTheSameDoor();
     void theMapFollowsTheLog();
 };
@@ -232,6 +234,7 @@ void TestWorkingWithTheLog::aResetLeavesTheKeptFilters()
     };
     window.start(spain + france);
     window.type("filterText", u"itu:E"_s);
+    Q_EMIT window.find<QToolButton>("filterKept")->menu()->aboutToShow();
     window.answers.type(u"Spain"_s);
     window.trigger("filterSave");
     window.trigger("menuViewReset");
@@ -242,6 +245,33 @@ void TestWorkingWithTheLog::aResetLeavesTheKeptFilters()
     window.look.write(u"windows.ini"_s, "[General]\nversion=7\n");
     QVERIFY(keptFilters());
     QVERIFY(keptFilters());
+}
+
+void TestWorkingWithTheLog::theDocksAreKept()
+{
+    MainWindow window;
+    const auto dock = [&](const QString &name) { return window.find<QDockWidget>(name); };
+    window.start(spain + france);
+    window.key(Qt::Key_F7);
+    window.form().addDockWidget(Qt::LeftDockWidgetArea, dock(u"mapDock"_s));
+    window.key(Qt::Key_F8);
+    dock(u"receiverDock"_s)->setFloating(true);
+    window.form().close();
+    window.start();
+    QVERIFY(dock(u"mapDock"_s)->isVisible());
+    QCOMPARE(window.form().dockWidgetArea(dock(u"mapDock"_s)), Qt::LeftDockWidgetArea);
+    QVERIFY(dock(u"receiverDock"_s)->isVisible());
+    QVERIFY(dock(u"receiverDock"_s)->isFloating());
+    QVERIFY(window.form().screen()->availableGeometry().intersects(dock(u"receiverDock"_s)->geometry()));
+    window.trigger("menuViewReset");
+    for (const QString &name : {u"mapDock"_s, u"receiverDock"_s}) {
+        QVERIFY(!dock(name)->isVisible());
+        QVERIFY(!dock(name)->isFloating());
+        QCOMPARE(window.form().dockWidgetArea(dock(name)), Qt::RightDockWidgetArea);
+    }
+    window.form().close();
+    window.start();
+    QVERIFY(!dock(u"mapDock"_s)->isVisible());
 }
 
 void TestWorkingWithTheLog::theReceiverLogsThroughTheSameDoor()
