@@ -178,6 +178,8 @@ private:
     void wireReceiver();
     void floatWithoutRoom(QDockWidget &dock);
     [[nodiscard]] bool logReception(const HeardReception &reception);
+    void logNow(const HeardReception &reception);
+    void logWaiting();
     void tuneTo(int row);
 
     // form1_edit.cpp: undo and redo
@@ -293,6 +295,7 @@ private:
     qint32 m_unstoredEntry = -1;
     bool m_longWork = false; ///< an automatic search or an upload runs
     bool m_importing = false; ///< an import of RDS Spy runs
+    std::vector<HeardReception> m_waiting; ///< of the receiver, to be logged when that work is over
     bool m_copyTold = false; ///< the status line says where a file was kept
     bool m_decimalComma = false;
     int m_matchCount = 0; ///< of the last search of FMList
