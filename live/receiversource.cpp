@@ -12,6 +12,7 @@ namespace {
 
 constexpr int longestPause = 30;
 constexpr int mostDoublings = 5;
+constexpr int secondsOfSilence = 30;
 
 } // namespace
 
@@ -42,6 +43,8 @@ void ReceiverSource::start()
     m_tries = 0;
     m_again.setSingleShot(true);
     connect(&m_again, &QTimer::timeout, this, &ReceiverSource::attempt, Qt::UniqueConnection);
+    m_silence.setSingleShot(true);
+    connect(&m_silence, &QTimer::timeout, this, &ReceiverSource::fallSilent, Qt::UniqueConnection);
     setState(ReceiverState::Connecting, {});
     attempt();
 }
@@ -50,6 +53,7 @@ void ReceiverSource::stop()
 {
     m_wanted = false;
     m_again.stop();
+    m_silence.stop();
     hangUp();
     setState(ReceiverState::NotConnected, {});
 }
@@ -65,6 +69,7 @@ void ReceiverSource::lost(const QString &why)
     if (!m_wanted || m_again.isActive()) {
         return;
     }
+    m_silence.stop();
     hangUp();
     m_again.start(std::min(1 << m_tries, longestPause) * m_second);
     m_tries = std::min(m_tries + 1, mostDoublings);
@@ -75,6 +80,18 @@ void ReceiverSource::ended(const QString &why)
 {
     stop();
     setState(ReceiverState::NotConnected, why);
+}
+
+void ReceiverSource::somethingCame()
+{
+    if (m_wanted) {
+        m_silence.start(secondsOfSilence * m_second);
+    }
+}
+
+void ReceiverSource::fallSilent()
+{
+    lost(u"nothing has come for %1 seconds"_s.arg(secondsOfSilence));
 }
 
 void ReceiverSource::tell(const std::vector<ReceiverEvent> &events)

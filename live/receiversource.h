@@ -58,15 +58,20 @@ protected:
     void lost(const QString &why);
     /// There is no sense in trying again.
     void ended(const QString &why);
+    /// To be called by a source that is never silent for long, with all that comes: it is lost when nothing
+    /// has come for 30 seconds, since whoever vanishes without a word leaves the connection standing.
+    void somethingCame();
     void tell(const std::vector<ReceiverEvent> &events);
     [[nodiscard]] int second() const { return m_second; }
 
 private:
     void setState(ReceiverState state, const QString &why);
+    void fallSilent();
 
     ReceiverState m_state = ReceiverState::NotConnected;
     QString m_why;
     QTimer m_again;
+    QTimer m_silence;
     int m_second = 1'000;
     int m_tries = 0;
     bool m_wanted = false;

@@ -56,13 +56,17 @@ void RedseaSource::attempt()
     // A group of its own, so that a whole pipeline can be ended.
     process->setChildProcessModifier([] { ::setpgid(0, 0); });
     connect(process, &QProcess::readyReadStandardOutput, this, &RedseaSource::read);
-    connect(process, &QProcess::finished, this, [this, process] { lost(endOf(*process)); });
+    connect(process, &QProcess::finished, this, [this, process] {
+        killGroup();
+        lost(endOf(*process));
+    });
     connect(process, &QProcess::errorOccurred, this, [this, process](QProcess::ProcessError error) {
         if (error == QProcess::FailedToStart) {
             lost(endOf(*process));
         }
     });
     process->start(u"/bin/sh"_s, {u"-c"_s, m_command});
+    m_group = process->processId();
 }
 
 void RedseaSource::hangUp()
@@ -71,6 +75,7 @@ void RedseaSource::hangUp()
         return;
     }
     QProcess *const process = std::exchange(m_process, nullptr);
+    m_group = 0;
     process->disconnect(this);
     const auto group = static_cast<pid_t>(process->processId());
     if (group <= 0) {
@@ -78,8 +83,20 @@ void RedseaSource::hangUp()
         return;
     }
     ::kill(-group, SIGTERM);
-    connect(process, &QProcess::finished, process, &QObject::deleteLater);
+    // Without the shell no one is left who would end the others.
+    connect(process, &QProcess::finished, process, [process, group] {
+        ::kill(-group, SIGKILL);
+        process->deleteLater();
+    });
     QTimer::singleShot(patience, process, [group] { ::kill(-group, SIGKILL); });
+}
+
+// The shell has gone: what it left running in the background goes, too.
+void RedseaSource::killGroup()
+{
+    if (m_group > 0) {
+        ::kill(static_cast<pid_t>(-std::exchange(m_group, 0)), SIGKILL);
+    }
 }
 
 void RedseaSource::read()

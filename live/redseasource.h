@@ -25,9 +25,11 @@ protected:
 
 private:
     void read();
+    void killGroup();
 
     QString m_command;
     QProcess *m_process = nullptr;
+    qint64 m_group = 0; ///< of the processes of the command, as long as its shell is known
     LineSplitter m_lines;
 };
 

@@ -56,6 +56,7 @@ QByteArray RigctlSession::next()
     case Step::Text:
         return QByteArrayLiteral("p RDS_RADIOTEXT\n");
     case Step::Tune:
+        m_tuneSent = m_tuneTo;
         return "F " + QByteArray::number(*m_tuneTo) + '\n';
     case Step::Done:
         break;
@@ -86,7 +87,10 @@ std::vector<ReceiverEvent> RigctlSession::take(QByteArrayView answer)
         takeRds(answer);
         break;
     case Step::Tune:
-        m_tuneTo.reset();
+        // Another frequency may have been wished for since.
+        if (m_tuneTo == m_tuneSent) {
+            m_tuneTo.reset();
+        }
         break;
     case Step::Off:
     case Step::On:

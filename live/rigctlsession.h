@@ -62,6 +62,7 @@ private:
     bool m_retuned = false;
     qint64 m_hertz = 0;
     std::optional<qint64> m_tuneTo;
+    std::optional<qint64> m_tuneSent;
     std::vector<ReceiverEvent> m_held; ///< what was told since the frequency was asked
 };
 

@@ -1,5 +1,7 @@
 #include "live/rigctlsource.h"
 
+#include <utility>
+
 namespace quillon {
 
 using namespace Qt::StringLiterals;
@@ -35,6 +37,7 @@ void RigctlSource::hangUp()
     m_round.stop();
     m_answer.stop();
     m_asked = false;
+    m_askNext = false;
     TcpLineSource::hangUp();
 }
 
@@ -58,8 +61,14 @@ void RigctlSource::lineCame(QByteArrayView line)
     }
     m_asked = false;
     m_answer.stop();
+    m_askNext = true;
     tell(m_session.take(line));
-    if (state() == ReceiverState::Listening) {
+}
+
+// What came behind the answer is no answer to a question that was not asked yet.
+void RigctlSource::linesRead()
+{
+    if (std::exchange(m_askNext, false) && state() == ReceiverState::Listening) {
         ask();
     }
 }

@@ -19,6 +19,7 @@ public:
 protected:
     void connectionStands() override;
     void lineCame(QByteArrayView line) override;
+    void linesRead() override;
     void hangUp() override;
 
 private:
@@ -28,6 +29,7 @@ private:
     QTimer m_round;
     QTimer m_answer;
     bool m_asked = false;
+    bool m_askNext = false;
 };
 
 } // namespace quillon

@@ -96,6 +96,9 @@ MadeSource makeSource(const SourceSettings &settings)
     const QString address = typed.isEmpty() ? usualAddress(settings.kind) : typed;
     if (settings.kind == SourceKind::Webserver) {
         const auto url = webserverUrl(address);
+        if (url && !url->userInfo().isEmpty()) {
+            return {nullptr, u"an address with a name or a password in it (before the @) is not taken"_s};
+        }
         return url ? MadeSource {std::make_unique<WebserverSource>(*url), {}}
                    : MadeSource {nullptr, u"\"%1\" is no address of a web receiver"_s.arg(address)};
     }

@@ -1,5 +1,7 @@
 #include "live/spyfilesource.h"
 
+#include <QFileInfo>
+
 #include <algorithm>
 
 namespace quillon {
@@ -27,6 +29,11 @@ SpyFileSource::SpyFileSource(QString path, bool atOnce, QObject *parent)
 
 void SpyFileSource::attempt()
 {
+    // Reading a pipe or a device could wait for ever.
+    if (const QFileInfo info(m_path); info.exists() && !info.isFile()) {
+        ended(u"%1 is no regular file"_s.arg(m_path));
+        return;
+    }
     m_file.setFileName(m_path);
     if (!m_file.open(QIODevice::ReadOnly)) {
         ended(u"%1: %2"_s.arg(m_path, m_file.errorString()));

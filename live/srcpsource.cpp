@@ -13,7 +13,6 @@ namespace {
 
 constexpr int datagramsInOneGo = 256;
 constexpr qint64 longestDatagram = 2'048;
-constexpr int secondsOfSilence = 30;
 
 } // namespace
 
@@ -23,9 +22,6 @@ SrcpSource::SrcpSource(HostPort address, QObject *parent)
 {
     m_socket.setProxy(QNetworkProxy::NoProxy);
     connect(&m_socket, &QUdpSocket::readyRead, this, &SrcpSource::read);
-    m_silence.setSingleShot(true);
-    connect(&m_silence, &QTimer::timeout, this,
-        [this] { lost(u"nothing has come for %1 seconds"_s.arg(secondsOfSilence)); });
 }
 
 void SrcpSource::attempt()
@@ -45,7 +41,6 @@ void SrcpSource::attempt()
 
 void SrcpSource::hangUp()
 {
-    m_silence.stop();
     m_socket.close();
 }
 
@@ -58,7 +53,7 @@ void SrcpSource::read()
             continue;
         }
         m_tuner = datagram.senderAddress();
-        m_silence.start(secondsOfSilence * second());
+        somethingCame();
         listening();
         tell(events);
     }

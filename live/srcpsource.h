@@ -35,7 +35,6 @@ private:
     QUdpSocket m_socket;
     QHostAddress m_tuner = QHostAddress(QHostAddress::LocalHost);
     quint16 m_tunerPort = tunerPort;
-    QTimer m_silence;
 };
 
 } // namespace quillon

@@ -65,6 +65,7 @@ void TcpLineSource::read()
             lineCame(line);
         }
     });
+    linesRead();
 }
 
 } // namespace quillon

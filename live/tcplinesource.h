@@ -21,6 +21,8 @@ protected:
     /// The connection stands; listening() is said already.
     virtual void connectionStands() { }
     virtual void lineCame(QByteArrayView line) = 0;
+    /// All lines that had come together were given to lineCame().
+    virtual void linesRead() { }
     void send(QByteArrayView bytes);
 
     void attempt() override;

@@ -27,9 +27,12 @@ WebserverSource::WebserverSource(QUrl url, QObject *parent)
     connect(&m_socket, &QWebSocket::connected, this, [this] {
         m_patience.stop();
         listening();
+        somethingCame();
     });
-    connect(&m_socket, &QWebSocket::textMessageReceived, this,
-        [this](const QString &message) { tell(webserverEvents(message.toUtf8())); });
+    connect(&m_socket, &QWebSocket::textMessageReceived, this, [this](const QString &message) {
+        somethingCame();
+        tell(webserverEvents(message.toUtf8()));
+    });
     connect(&m_socket, &QWebSocket::stateChanged, this, [this](QAbstractSocket::SocketState state) {
         if (state == QAbstractSocket::UnconnectedState) {
             const QString reason = m_socket.errorString();
@@ -47,6 +50,8 @@ void WebserverSource::attempt()
 {
     m_patience.start(secondsToConnect * second());
     m_socket.open(m_url);
+    // A message counts only when it is there as a whole; only an open socket has a buffer to be bounded.
+    m_socket.setReadBufferSize(2 * qint64 {longestJson});
 }
 
 void WebserverSource::hangUp()

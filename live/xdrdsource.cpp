@@ -14,10 +14,12 @@ XdrdSource::XdrdSource(HostPort address, QString password, QObject *parent)
 void XdrdSource::connectionStands()
 {
     m_session = XdrdSession(m_password);
+    somethingCame();
 }
 
 void XdrdSource::lineCame(QByteArrayView line)
 {
+    somethingCame();
     const XdrdSession::Reply reply = m_session.take(line);
     if (!reply.send.isEmpty()) {
         send(reply.send);

@@ -4,6 +4,7 @@
 #include "core/ui/results.h"
 #include "net/inet1.h"
 #include "stats/novelty.h"
+#include "ui/guard.h"
 #include "ui/menuicons.h"
 #include "ui/messages.h"
 #include "ui/statustext.h"
@@ -15,6 +16,8 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QScreen>
+
+#include <utility>
 
 namespace quillon {
 
@@ -126,6 +129,10 @@ void Form1::closeEvent(QCloseEvent *event)
             u"Not Saved"_s)) {
         event->ignore();
         return;
+    }
+    // The work that these wait for ends with the program.
+    for (const HeardReception &reception : std::exchange(m_waiting, {})) {
+        guarded(this, [&] { logNow(reception); });
     }
     keepLook();
     // A request under way ends here; whoever waits for it gives up quietly.

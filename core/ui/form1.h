@@ -182,6 +182,8 @@ private:
     void wireReceiver();
     void floatWithoutRoom(QDockWidget &dock);
     [[nodiscard]] bool logReception(const HeardReception &reception);
+    void logNow(const HeardReception &reception);
+    void logWaiting();
     void tuneTo(int row);
 
     // form1_edit.cpp: undo and redo
@@ -298,6 +300,7 @@ private:
     std::vector<qint32> m_lastChanged; ///< the entries of the last change of the document
     bool m_longWork = false; ///< an automatic search or an upload runs
     bool m_importing = false; ///< an import of RDS Spy runs
+    std::vector<HeardReception> m_waiting; ///< of the receiver, to be logged when that work is over
     bool m_copyTold = false; ///< the status line says where a file was kept
     bool m_decimalComma = false;
     int m_matchCount = 0; ///< of the last search of FMList

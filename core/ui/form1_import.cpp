@@ -136,6 +136,7 @@ void Form1::menuImportRDSSpyLog_Click()
                 ? new Running {{*m_progress, u"Importing %v of %m"_s}, {m_document, u"Import of RDS Spy"_s}}
                 : nullptr);
         if (!runs) {
+            QTimer::singleShot(0, this, [this] { logWaiting(); });
             tellNews();
         }
     });

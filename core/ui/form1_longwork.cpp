@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QPushButton>
+#include <QTimer>
 
 #include <exception>
 
@@ -65,6 +66,8 @@ Form1::LongWork::~LongWork()
     }
     m_window.m_longWork = false;
     m_window.showSteps();
+    // The step of this work ends after it.
+    QTimer::singleShot(0, &m_window, [&window = m_window] { window.logWaiting(); });
     if (m_focus) {
         m_focus->setFocus();
     }

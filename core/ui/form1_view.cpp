@@ -277,12 +277,36 @@ void Form1::floatWithoutRoom(QDockWidget &dock)
     });
 }
 
-// Logs what the receiver hears, beside whatever stands in the form.
+// Logs what the receiver hears, beside whatever stands in the form. While other work adds to the log, it
+// waits: it is no part of that work's step.
 bool Form1::logReception(const HeardReception &reception)
 {
-    if (m_longWork) {
-        return false;
+    if (!m_longWork && !m_importing) {
+        logNow(reception);
+        return true;
     }
+    const auto isSame = [&](const HeardReception &other) {
+        return other.entry.piCode == reception.entry.piCode && other.entry.freq == reception.entry.freq;
+    };
+    if (std::ranges::none_of(m_waiting, isSame)) {
+        m_waiting.push_back(reception);
+    }
+    m_status->setText(changeName(u"To be logged when this work is over:"_s, reception.entry));
+    return true;
+}
+
+void Form1::logWaiting()
+{
+    // One that fails must not keep the others waiting.
+    while (!m_waiting.empty() && !m_longWork && !m_importing) {
+        const HeardReception reception = m_waiting.front();
+        m_waiting.erase(m_waiting.begin());
+        guarded(this, [&] { logNow(reception); });
+    }
+}
+
+void Form1::logNow(const HeardReception &reception)
+{
     SiteChanges sites;
     if (auto change = transmitters().addition({reception.entry.transmitter, reception.entry.country,
             reception.latitude, reception.longitude, {}})) {
@@ -299,7 +323,6 @@ bool Form1::logReception(const HeardReception &reception)
     });
     m_document.commit({changeName(u"Log"_s, entry), LogChange::addition(entry), std::move(sites)},
         LogDocument::Saving::WithSites);
-    return true;
 }
 
 void Form1::tuneTo(int row)

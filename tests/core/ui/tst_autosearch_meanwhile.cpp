@@ -1,4 +1,5 @@
 #include "fmlistwindow.h"
+#include "live/ui/receiverdock.h"
 
 #include <QAction>
 #include <QDialog>
@@ -8,6 +9,22 @@ using namespace Qt::StringLiterals;
 using namespace quillon;
 using namespace quillon::standin;
 using namespace quillon::test;
+
+namespace {
+
+/// A source that hears one station.
+class OneStation : public ReceiverSource
+{
+protected:
+    void attempt() override
+    {
+        listening();
+        tell({Tuned {98'500'000}, PiHeard {0xE201, PiTrust::Told}, PsHeard {u"RNE 1   "_s}});
+    }
+    void hangUp() override { }
+};
+
+} // namespace
 
 /// What the user does while the automatic search waits for an answer, and what ends it early.
 class TestAutoSearchMeanwhile : public QObject
@@ -19,6 +36,8 @@ private Q_SLOTS:
     void cleanup() { m_window.reset(); }
 
     void nothingElseChangesTheLog();
+    void whatIsHeardMeanwhileIsLoggedAfterwards();
+    void whatIsHeardMeanwhileIsLoggedWhenTheProgramEnds();
     void aKeyPressedMeanwhileIsNotKept();
     void stopEndsItAfterThePresentEntry();
     void stopEndsAnUpload();
@@ -74,6 +93,42 @@ void TestAutoSearchMeanwhile::nothingElseChangesTheLog()
     QCOMPARE(m_window->piCodes(), (QStringList {u"AAAA"_s, u"F201"_s}));
     QVERIFY(quickAdd->isEnabled());
     QVERIFY(editMany->isEnabled());
+}
+
+void TestAutoSearchMeanwhile::whatIsHeardMeanwhileIsLoggedAfterwards()
+{
+    m_window->open(unknown + several);
+    m_window->answerSlowly();
+    auto *dock = m_window->find<ReceiverDock>("receiverDock");
+    m_window->duringRequest(1, [&] {
+        dock->receiver().listenTo(std::make_unique<OneStation>());
+        dock->logHeard();
+        dock->logHeard();
+        QCOMPARE(m_window->form().log().count(), 2);
+        QCOMPARE(m_window->text("status"), u"To be logged when this work is over: 98.5 RNE_1"_s);
+    });
+    m_window->searchAutomatically();
+    QTRY_COMPARE(m_window->form().log().count(), 3);
+    QCOMPARE(m_window->form().log().entry(2).piCode, u"E201"_s);
+    QVERIFY(m_window->logbook().startsWith(QByteArray(unknownAfter + severalAfter + "E201|")));
+    // It is a step of its own.
+    m_window->trigger("menuEditUndo");
+    QCOMPARE(m_window->logbook(), unknownAfter + severalAfter);
+}
+
+void TestAutoSearchMeanwhile::whatIsHeardMeanwhileIsLoggedWhenTheProgramEnds()
+{
+    m_window->open(unknown + several);
+    m_window->service.behave({.fault = Fault::Hang, .after = 1});
+    m_window->duringRequest(2, [this] {
+        auto *dock = m_window->find<ReceiverDock>("receiverDock");
+        dock->receiver().listenTo(std::make_unique<OneStation>());
+        dock->logHeard();
+        m_window->form().close();
+    });
+    m_window->searchAutomatically();
+    QVERIFY(m_window->logbook().contains("\r\nE201|"));
+    m_window->stop();
 }
 
 void TestAutoSearchMeanwhile::aKeyPressedMeanwhileIsNotKept()
