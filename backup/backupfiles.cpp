@@ -17,8 +17,10 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr QStringView sitesName = u"tx.lst";
-constexpr std::array<QStringView, 4> otherNames {sitesName, u"country.lst", u"stations.lst", u"LOGBOOK.INI"};
+constexpr QStringView stationsName = u"stations.lst";
+constexpr std::array<QStringView, 4> otherNames {sitesName, u"country.lst", stationsName, u"LOGBOOK.INI"};
 constexpr QStringView receptionsKey = u"receptions=";
+constexpr QStringView logbookKey = u"logbook=";
 
 bool isNamed(const QString &name, QStringView other)
 {
@@ -30,7 +32,13 @@ QString logbookPath(const Config &config)
     return config.path(config.settings().logbookFileName);
 }
 
-// The files that are there, the logbook first.
+// A list of stations can be got again, a log cannot: a large one must not keep the log from its backup.
+bool isLargeList(const QFileInfo &file)
+{
+    return isNamed(file.fileName(), stationsName) && file.size() > largestStationList;
+}
+
+// The files that are there and backed up, the logbook first.
 QStringList pathsOf(const Config &config)
 {
     QStringList paths {logbookPath(config)};
@@ -40,7 +48,10 @@ QStringList pathsOf(const Config &config)
             paths += path;
         }
     }
-    paths.removeIf([](const QString &path) { return !QFileInfo(path).isFile(); });
+    paths.removeIf([](const QString &path) {
+        const QFileInfo file(path);
+        return !file.isFile() || isLargeList(file);
+    });
     return paths;
 }
 
@@ -52,18 +63,45 @@ qsizetype linesIn(QByteArrayView logbook)
 QString commentOf(const Config &config, QByteArrayView logbook)
 {
     QString comment = u"Files of the Quillon log in %1\n"_s.arg(config.applicationDir());
+    comment += logbookKey + logbookName(config) + u'\n';
+    if (isLargeList(QFileInfo(config.path(stationsName.toString())))) {
+        comment += u"Left out, as it is larger than %1 MiB: %2\n"_s.arg(
+            QString::number(largestStationList >> 20), stationsName);
+    }
     if (logbook.isEmpty() || logbookLayout(logbook) != LogbookLayout::Unknown) {
         comment += receptionsKey + QString::number(linesIn(logbook)) + u'\n';
     }
     return comment;
 }
 
-const ZipMember *logbookIn(const std::vector<ZipMember> &members)
+// What follows the key in a line of the comment.
+std::optional<QString> told(const QString &comment, QStringView key)
 {
-    const auto found = std::ranges::find_if(members, [](const ZipMember &member) {
-        return std::ranges::none_of(otherNames, [&](QStringView name) { return isNamed(member.name, name); });
+    for (const QStringView line : splitLines(QStringView(comment))) {
+        if (line.startsWith(key)) {
+            return line.sliced(key.size()).toString();
+        }
+    }
+    return std::nullopt;
+}
+
+// Throws when the archive holds no logbook, or another one.
+const ZipMember &logbookIn(const std::vector<ZipMember> &members, const QString &name, const QString &path)
+{
+    const auto found = std::ranges::find_if(
+        members, [&name](const ZipMember &member) { return isNamed(member.name, name); });
+    if (found != members.end()) {
+        return *found;
+    }
+    const auto other = std::ranges::find_if(members, [](const ZipMember &member) {
+        return std::ranges::none_of(
+            otherNames, [&](QStringView known) { return isNamed(member.name, known); });
     });
-    return found == members.end() ? nullptr : &*found;
+    throw RuntimeError(ErrorName::FileNotFound,
+        u"Reading the backup %1: "_s.arg(path)
+            + (other == members.end()
+                    ? u"it holds no logbook"_s
+                    : u"it holds the logbook %1, and the present one is %2"_s.arg(other->name, name)));
 }
 
 void readLog(Logbook &log, const ZipMember &member, const Regional &regional, const QString &path)
@@ -85,6 +123,11 @@ void readLog(Logbook &log, const ZipMember &member, const Regional &regional, co
 
 } // namespace
 
+QString logbookName(const Config &config)
+{
+    return QFileInfo(logbookPath(config)).fileName();
+}
+
 bool hasLog(const Config &config)
 {
     return QFileInfo(logbookPath(config)).isFile() || QFileInfo(config.path(sitesName.toString())).isFile();
@@ -95,7 +138,7 @@ QByteArray backupBytes(const Config &config, DateTime now)
     const QStringList paths = pathsOf(config);
     qint64 size = 0;
     for (const QString &path : paths) {
-        size += QFileInfo(path).size();
+        size += isNamed(QFileInfo(path).fileName(), stationsName) ? 0 : QFileInfo(path).size();
     }
     if (size > largestLog) {
         throw RuntimeError(ErrorName::Overflow,
@@ -115,29 +158,30 @@ QByteArray backupBytes(const Config &config, DateTime now)
 
 std::optional<qint32> receptionsTold(const QString &comment)
 {
-    for (const QStringView line : splitLines(QStringView(comment))) {
-        if (line.startsWith(receptionsKey)) {
-            bool ok = false;
-            const int number = line.sliced(receptionsKey.size()).toInt(&ok);
-            return ok && number >= 0 ? std::optional(number) : std::nullopt;
-        }
-    }
-    return std::nullopt;
+    const auto text = told(comment, receptionsKey);
+    bool ok = false;
+    const int number = text ? text->toInt(&ok) : 0;
+    return ok && number >= 0 ? std::optional(number) : std::nullopt;
 }
 
-BackedUpLog readBackup(const QString &path, const Regional &regional)
+QString logbookTold(const QString &comment)
+{
+    return told(comment, logbookKey).value_or(QString());
+}
+
+bool isSameLogbook(const QString &one, const QString &other)
+{
+    return isNamed(one, other);
+}
+
+BackedUpLog readBackup(const QString &path, const QString &name, const Regional &regional)
 {
     const ZipContent content = readZip(path, ZipReading::Whole);
     if (!content.problem.isEmpty()) {
         throw RuntimeError(ErrorName::DeviceError, u"Reading the backup %1: %2"_s.arg(path, content.problem));
     }
-    const ZipMember *logbook = logbookIn(content.members);
-    if (!logbook) {
-        throw RuntimeError(
-            ErrorName::FileNotFound, u"Reading the backup %1: it holds no logbook"_s.arg(path));
-    }
     BackedUpLog result;
-    readLog(result.log, *logbook, regional, path);
+    readLog(result.log, logbookIn(content.members, name, path), regional, path);
     for (const ZipMember &member : content.members) {
         if (isNamed(member.name, sitesName)) {
             readTransmitters(

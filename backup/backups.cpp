@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <map>
 #include <ranges>
 
 namespace quillon {
@@ -117,9 +118,15 @@ std::vector<Backup> Backups::list() const
     for (const DateTime moment : momentsIn(m_folder)) {
         const QString path = filePath(m_folder, nameOf(moment));
         const ZipContent content = readZip(path, ZipReading::CommentAlone);
-        backups.push_back({path, moment, receptionsTold(content.comment), content.problem});
+        backups.push_back(
+            {path, moment, receptionsTold(content.comment), logbookTold(content.comment), content.problem});
     }
     return backups;
+}
+
+bool Backups::isOfPresent(const Backup &backup) const
+{
+    return backup.logbook.isEmpty() || isSameLogbook(backup.logbook, logbookName(m_config));
 }
 
 QString Backups::make(DateTime now)
@@ -146,13 +153,16 @@ void Backups::makeAs(const QString &path, DateTime now)
 
 std::optional<QString> Backups::makeDaily(DateTime now)
 {
-    if (m_folder.isEmpty() || m_dayDone == dayOf(now)) {
+    const std::pair today(dayOf(now), logbookName(m_config));
+    if (m_folder.isEmpty() || m_done == today) {
         return std::nullopt;
     }
-    m_dayDone = dayOf(now);
+    m_done = today;
     try {
-        const auto sameDay = [now](DateTime moment) { return dayOf(moment) == dayOf(now); };
-        if (hasLog(m_config) && std::ranges::none_of(momentsIn(m_folder), sameDay)) {
+        const auto isOfToday = [&](DateTime moment) {
+            return dayOf(moment) == today.first && isSameLogbook(logbookOf(moment), today.second);
+        };
+        if (hasLog(m_config) && std::ranges::none_of(momentsIn(m_folder), isOfToday)) {
             make(now);
             removeOutdated(now);
         }
@@ -162,12 +172,24 @@ std::optional<QString> Backups::makeDaily(DateTime now)
     return std::nullopt;
 }
 
+QString Backups::logbookOf(DateTime made) const
+{
+    return logbookTold(readZip(filePath(m_folder, nameOf(made)), ZipReading::CommentAlone).comment);
+}
+
+// The last one of a month is kept of each logbook.
 void Backups::removeOutdated(DateTime now)
 {
-    for (const DateTime moment : outdated(momentsIn(m_folder), now)) {
-        const QString path = filePath(m_folder, nameOf(moment));
-        if (m_calls.remove(QFile::encodeName(path)) < 0) {
-            throw systemError(errno, u"Deleting "_s + path);
+    std::map<QString, std::vector<DateTime>> made;
+    for (const DateTime moment : momentsIn(m_folder)) {
+        made[logbookOf(moment).toLower()].push_back(moment);
+    }
+    for (const auto &[logbook, moments] : made) {
+        for (const DateTime moment : outdated(moments, now)) {
+            const QString path = filePath(m_folder, nameOf(moment));
+            if (m_calls.remove(QFile::encodeName(path)) < 0) {
+                throw systemError(errno, u"Deleting "_s + path);
+            }
         }
     }
 }

@@ -7,6 +7,7 @@
 #include <QString>
 
 #include <optional>
+#include <utility>
 #include <vector>
 
 namespace quillon {
@@ -20,6 +21,7 @@ struct Backup
     QString path;
     DateTime made; ///< UTC, by its name
     std::optional<qint32> receptions; ///< nothing when the archive does not say it
+    QString logbook; ///< the name of its logbook; empty when the archive does not say it
     QString problem; ///< why it cannot be read; empty when it can
 };
 
@@ -43,6 +45,9 @@ public:
     /// The backups that are there, the last one first.
     [[nodiscard]] std::vector<Backup> list() const;
 
+    /// False for a backup of another logbook than the present one.
+    [[nodiscard]] bool isOfPresent(const Backup &backup) const;
+
     /// Backs the files up as they are now, into the folder; the result is the path. Throws the run-time error
     /// of what failed; nothing is left behind then.
     QString make(DateTime now);
@@ -50,17 +55,18 @@ public:
     void makeAs(const QString &path, DateTime now);
 
     /// To be called before a file of the log is written: makes the first backup of the day, if there is none
-    /// and there is a logbook or a tx.lst, and removes what is outdated. The text of the run-time error of
-    /// what failed; it is tried once a day.
+    /// of this logbook and there is a logbook or a tx.lst, and removes what is outdated. The text of the
+    /// run-time error of what failed; it is tried once a day for each logbook.
     [[nodiscard]] std::optional<QString> makeDaily(DateTime now);
 
 private:
+    [[nodiscard]] QString logbookOf(DateTime made) const;
     void removeOutdated(DateTime now);
 
     const Config &m_config;
     FileCalls &m_calls;
     QString m_folder;
-    std::optional<qint64> m_dayDone;
+    std::optional<std::pair<qint64, QString>> m_done; ///< the day, and the logbook
 };
 
 } // namespace quillon

@@ -61,7 +61,7 @@ void readBack(benchmark::State &state)
     const QString path = home.backups.filePath(u"a.zip"_s);
     backups.makeAs(path, {});
     for (auto _ : state) {
-        benchmark::DoNotOptimize(readBackup(path, regional()).log.count());
+        benchmark::DoNotOptimize(readBackup(path, logbookName(home.config), regional()).log.count());
     }
 }
 

@@ -222,6 +222,7 @@ void Config::changeConfig(const QString &key, const QString &value, bool upCase)
         bytes += "\r\n";
     }
     try {
+        m_beforeWriting();
         writeFile(ini, bytes, m_calls);
     } catch (const RuntimeError &) {
         // The last step can fail when the new file already stands in its place.

@@ -83,6 +83,8 @@ public:
     void readConfig();
     /// Does this after every reading of the file.
     void whenRead(std::function<void()> work) { m_whenRead = std::move(work); }
+    /// Does this before the file is written over, each time. It must not throw.
+    void beforeWriting(std::function<void()> work) { m_beforeWriting = std::move(work); }
     /// Rewrites one key, which includes its "=", and reads all settings again. Throws when the file cannot be
     /// read or written; file and settings then stand as they were, unless only the sync of the directory
     /// failed: both then hold the change.
@@ -103,6 +105,7 @@ private:
     FileCalls &m_calls;
     Settings m_settings;
     std::function<void()> m_whenRead;
+    std::function<void()> m_beforeWriting = [] {};
 };
 
 } // namespace quillon

@@ -51,8 +51,10 @@ void fileBackups::refresh()
     for (const Backup &backup : m_listed) {
         const QString count = backup.receptions ? QString::number(*backup.receptions) : u"?"_s;
         lines += generalText(backup.made) + u'\t'
-            + (backup.problem.isEmpty() ? QString(count + u'\t' + comparedToNow(backup.receptions, now))
-                                        : QString(u"\tcannot be read: "_s + backup.problem));
+            + (!backup.problem.isEmpty() ? QString(u"\tcannot be read: "_s + backup.problem)
+                    : m_backups.isOfPresent(backup)
+                    ? QString(count + u'\t' + comparedToNow(backup.receptions, now))
+                    : QString(count + u"\tof the logbook "_s + backup.logbook));
     }
     ui->backupList->setLines(lines);
     const auto same = std::ranges::find(m_listed, chosen, &Backup::path);

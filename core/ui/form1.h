@@ -254,6 +254,7 @@ private:
     void wireBackups();
     [[nodiscard]] qint32 receptionsNow() const;
     void menuFileBackups_Click();
+    void backUpToday();
     void restoreBackup(const Backup &backup, QWidget &window);
     void backUpTo(QWidget &window);
 

@@ -45,12 +45,17 @@ QString restoreQuestion(const Backup &backup, const BackedUpLog &kept, qint32 no
 
 void Form1::wireBackups()
 {
-    m_document.beforeWriting([this] {
-        if (const auto failure = m_backups.makeDaily(UtcNow())) {
-            m_status->setText(u"No backup of today: "_s + QString(*failure).replace(u'\n', u' '));
-            m_copyTold = true;
-        }
-    });
+    m_document.beforeWriting([this] { backUpToday(); });
+    m_config.beforeWriting([this] { backUpToday(); });
+}
+
+// To be called before a file is written that is backed up.
+void Form1::backUpToday()
+{
+    if (const auto failure = m_backups.makeDaily(UtcNow())) {
+        m_status->setText(u"No backup of today: "_s + QString(*failure).replace(u'\n', u' '));
+        m_copyTold = true;
+    }
 }
 
 qint32 Form1::receptionsNow() const
@@ -81,7 +86,7 @@ void Form1::restoreBackup(const Backup &backup, QWidget &window)
         showMessage(&window, u"The import has to end first"_s);
         return;
     }
-    const BackedUpLog kept = readBackup(backup.path, m_options.regional);
+    const BackedUpLog kept = readBackup(backup.path, logbookName(m_config), m_options.regional);
     if (!askYesNo(
             &window, restoreQuestion(backup, kept, receptionsNow(), m_form->hasChanges()), u"Restore"_s)) {
         return;

@@ -15,6 +15,9 @@ void Form1::wireNovelty()
     connect(&m_document, &LogDocument::changed, this, [this](const DocumentChange &what) {
         m_novelty->update(log(), what.entries);
         m_news->hide();
+        if (what.kind == DocumentChange::Kind::Restored) {
+            m_form->showBadge({});
+        }
         // Others than those that changed may be new no more.
         m_ui->Grid1->viewport()->update();
     });

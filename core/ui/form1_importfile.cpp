@@ -1,6 +1,8 @@
 #include "core/ui/form1.h"
 #include "import/ui/importfile.h"
+#include "net/requestaborted.h"
 #include "platform/files.h"
+#include "ui/messages.h"
 #include "ui/openwindow.h"
 #include "ui/statustext.h"
 
@@ -26,15 +28,22 @@ void Form1::menuImportFile_Click()
     auto *window = new importFile(
         log(), {m_options.regional, QTimeZone::utc(), m_config.settings().inMiles()}, memory,
         [this, brought](const LogChange &change, const QString &name) {
+            if (m_importing) {
+                showMessage(this, u"The import of RDS Spy has to end first"_s);
+                throw RequestAborted();
+            }
             // What the form holds of an entry that is completed is not that entry any more.
             tellUnstored();
             m_form->clear();
             closeEntry();
             rememberKnown();
             m_lastChanged.clear();
-            const auto noted = qScopeGuard([&] { *brought = m_lastChanged; });
+            // After a save that fails, too: the receptions are in the log.
+            const auto told = qScopeGuard([&] {
+                *brought = m_lastChanged;
+                tellNews();
+            });
             m_document.commit({name, change, {}});
-            tellNews();
         },
         this);
     connect(window, &importFile::summary, this,

@@ -260,6 +260,7 @@ void Form1::importStationList(const QString &path)
         showMessageWith(this, path + u" holds no station that can be kept."_s + refused, details, title);
         return;
     }
+    backUpToday();
     writeFile(m_config.path(stationListName.toString()), bytes, *m_options.fileCalls);
     m_probably->listChanged();
     m_status->setText(u"The list holds "_s + countsText(list.counts()));

@@ -244,6 +244,9 @@ void importFile::importGo_Click()
     try {
         const BusyPointer busy;
         m_bringIn(change, u"Import of "_s + m_session.name());
+    } catch (const RequestAborted &) {
+        m_done = false;
+        throw;
     } catch (const RuntimeError &error) {
         // A save that failed: the receptions are in the log, and the next save writes them.
         if (m_log.count() != before + tally.added) {

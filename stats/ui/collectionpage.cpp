@@ -1,6 +1,7 @@
 #include "stats/ui/collectionpage.h"
 
 #include "stats/ui/figuremodel.h"
+#include "ui/guard.h"
 #include "ui/tablelook.h"
 
 #include <QComboBox>
@@ -40,10 +41,12 @@ CollectionPage::CollectionPage(QWidget *parent)
     m_splitter->setChildrenCollapsible(false);
     m_layout->addWidget(m_splitter, 1);
     connect(m_view, &QTableView::activated, this, [this](const QModelIndex &index) {
-        const QModelIndex cell = m_sorted->mapToSource(index);
-        if (cell.isValid()) {
-            Q_EMIT receptionsWanted(table().receptions(cell.row(), cell.column()));
-        }
+        guarded(this, [&] {
+            const QModelIndex cell = m_sorted->mapToSource(index);
+            if (cell.isValid()) {
+                Q_EMIT receptionsWanted(table().receptions(cell.row(), cell.column()));
+            }
+        });
     });
 }
 
@@ -81,8 +84,12 @@ void CollectionPage::addGroups(const QStringList &groups)
 
 void CollectionPage::showTable(FigureTable table)
 {
+    const bool isEmpty = table.columns.empty();
     m_model->setTable(std::move(table));
-    showGroup();
+    // One that waits for its figures keeps the widths for them.
+    if (!isEmpty) {
+        showGroup();
+    }
 }
 
 const FigureTable &CollectionPage::table() const

@@ -145,8 +145,17 @@ bool CollectionWindow::isShownOnly() const
 
 void CollectionWindow::logChanged()
 {
+    const bool isShorter = m_reads.log.count() < m_mostNumbers;
     for (Tab &tab : m_tabs) {
         tab.isCounted = false;
+        // What it was counted from may be painted before it is counted again, and is not there any more.
+        if (isShorter) {
+            tab.page->showTable({});
+        }
+    }
+    if (isShorter) {
+        m_mostNumbers = 0;
+        m_openings.reset();
     }
     m_source.reset();
     m_later.start();
@@ -189,6 +198,7 @@ void CollectionWindow::countCurrent()
     Tab &tab = current();
     m_ui->copyText->setVisible(tab.page == m_ui->openings);
     if (!tab.isCounted) {
+        m_mostNumbers = std::max(m_mostNumbers, m_reads.log.count());
         (this->*tab.count)();
         tab.isCounted = true;
     }

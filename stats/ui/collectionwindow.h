@@ -95,6 +95,7 @@ private:
     CalendarChart *m_calendar = nullptr;
     RoseChart *m_rose = nullptr;
     std::shared_ptr<const std::vector<Opening>> m_openings;
+    qint32 m_mostNumbers = 0; ///< the tables hold no number of an entry beyond
     QTimer m_later;
 };
 

@@ -60,12 +60,71 @@ private Q_SLOTS:
 
     void eachApplicationDirectoryHasItsFolder()
     {
-        const BackupHome other;
-        const Config sameName(other.directory.path());
-        QCOMPARE(other.backups().folder(), other.backups().folder());
-        QVERIFY(m_home->backups().folder()
-            != Backups(m_home->state.file(u"quillon/backups"_s), sameName).folder());
-        QVERIFY(m_home->backups().folder().contains(QFileInfo(m_home->directory.path()).fileName()));
+        m_home->directory.write(u"a/log/tx.lst"_s, {});
+        m_home->directory.write(u"b/log/tx.lst"_s, {});
+        const auto folderOf = [&](const QString &directory) {
+            const Config config(m_home->directory.file(directory));
+            return Backups(m_home->state.path(), config).folder();
+        };
+        QCOMPARE(folderOf(u"a/log"_s), folderOf(u"a/../a/log"_s));
+        QVERIFY(folderOf(u"a/log"_s) != folderOf(u"b/log"_s));
+        for (const QString &directory : {u"a/log"_s, u"b/log"_s}) {
+            QVERIFY(QFileInfo(folderOf(directory)).fileName().startsWith(u"log-"_s));
+        }
+    }
+
+    void eachLogbookHasItsBackups()
+    {
+        m_home->directory.write(u"Other.log"_s, twoReceptions);
+        Backups backups = m_home->backups();
+        QCOMPARE(backups.makeDaily(at(u"22/11/2026 05:00:00"_s)), std::nullopt);
+        m_home->config.changeConfig(u"LOGBOOK_FILENAME="_s, u"Other.log"_s);
+        QCOMPARE(backups.makeDaily(at(u"22/11/2026 06:00:00"_s)), std::nullopt);
+        QCOMPARE(m_home->backups().makeDaily(at(u"22/11/2026 07:00:00"_s)), std::nullopt);
+        QCOMPARE(m_home->names(), (QStringList {u"2026-11-22 050000.zip"_s, u"2026-11-22 060000.zip"_s}));
+        const std::vector<Backup> list = backups.list();
+        QCOMPARE(list[0].logbook, u"Other.log"_s);
+        QCOMPARE(list[1].logbook, u"RDSLog.log"_s);
+        QVERIFY(backups.isOfPresent(list[0]));
+        QVERIFY(!backups.isOfPresent(list[1]));
+        const QString error =
+            errorOf([&] { (void)readBackup(list[1].path, logbookName(m_home->config), english()); });
+        QVERIFY2(error.endsWith(u": it holds the logbook RDSLog.log, and the present one is Other.log"_s),
+            qPrintable(error));
+    }
+
+    void theLastOfAMonthStaysOfEachLogbook()
+    {
+        m_home->directory.write(u"Other.log"_s, twoReceptions);
+        Backups backups = m_home->backups();
+        backups.make(at(u"03/02/2026 10:00:00"_s));
+        backups.make(at(u"04/02/2026 10:00:00"_s));
+        m_home->config.changeConfig(u"LOGBOOK_FILENAME="_s, u"Other.log"_s);
+        backups.make(at(u"05/02/2026 10:00:00"_s));
+        QCOMPARE(backups.makeDaily(at(u"22/11/2026 05:00:00"_s)), std::nullopt);
+        QCOMPARE(m_home->names(),
+            (QStringList {
+                u"2026-02-04 100000.zip"_s, u"2026-02-05 100000.zip"_s, u"2026-11-22 050000.zip"_s}));
+    }
+
+    void aLargeListOfStationsIsLeftOut()
+    {
+        QFile stations(m_home->directory.file(u"stations.lst"_s));
+        QVERIFY(stations.open(QIODevice::ReadWrite) && stations.resize(largestLog + 1));
+        const QString path = m_home->backups().make(at(u"22/11/2026 05:00:00"_s));
+        const ZipContent content = readZip(path, ZipReading::Whole);
+        QVERIFY2(content.comment.contains(u"Left out, as it is larger than 8 MiB: stations.lst"_s),
+            qPrintable(content.comment));
+        QCOMPARE(content.members.size(), std::size_t(4));
+        QVERIFY(stations.resize(largestStationList));
+        // Nor does it count for the limit.
+        QFile log(m_home->directory.file(u"RDSLog.log"_s));
+        QVERIFY(log.open(QIODevice::ReadWrite) && log.resize(largestLog - 1000));
+        log.close();
+        const ZipContent larger =
+            readZip(m_home->backups().make(at(u"23/11/2026 05:00:00"_s)), ZipReading::Whole);
+        QCOMPARE(larger.problem, QString());
+        QCOMPARE(larger.members.size(), std::size_t(5));
     }
 
     void theFolderIsThatOfTheState()
@@ -174,7 +233,9 @@ private Q_SLOTS:
         const QString path = backups.make(at(u"21/11/2026 05:00:00"_s));
         QCOMPARE(backups.list().front().receptions, std::nullopt);
         QCOMPARE(backups.list().front().problem, QString());
-        QVERIFY(errorOf([&] { (void)readBackup(path, english()); }).contains(u"unknown layout"_s));
+        QVERIFY(errorOf([&] {
+            (void)readBackup(path, u"RDSLog.log"_s, english());
+        }).contains(u"unknown layout"_s));
     }
 
     void aLogThatIsTooLargeIsToldAndLeftAlone()

@@ -113,7 +113,7 @@ private Q_SLOTS:
         const QByteArray newSites = home.directory.read(u"tx.lst"_s);
         QVERIFY(newLog != a + b && newSites != oldSites);
 
-        const BackedUpLog kept = readBackup(path, english());
+        const BackedUpLog kept = readBackup(path, u"RDSLog.log"_s, english());
         document.commit({u"Restore"_s, logDifference(document.log(), kept.log),
             siteDifference(document.sites(), *kept.sites)});
         QCOMPARE(home.directory.read(u"RDSLog.log"_s), a + b);
@@ -178,7 +178,8 @@ private Q_SLOTS:
         QVERIFY(!problemOf(bent).isEmpty());
         const TestDirectory directory;
         directory.write(u"a.zip"_s, bent);
-        const QString error = errorOf([&] { (void)readBackup(directory.file(u"a.zip"_s), english()); });
+        const QString error =
+            errorOf([&] { (void)readBackup(directory.file(u"a.zip"_s), u"RDSLog.log"_s, english()); });
         QVERIFY2(error.startsWith(u"Run-time error: "_s), qPrintable(error));
         QVERIFY(error.contains(directory.file(u"a.zip"_s)));
     }
@@ -205,7 +206,7 @@ private Q_SLOTS:
     {
         const TestDirectory directory;
         directory.write(u"a.zip"_s, zipBytes({{u"tx.lst"_s, {}}}, {}, {}));
-        QCOMPARE(errorOf([&] { (void)readBackup(directory.file(u"a.zip"_s), english()); }),
+        QCOMPARE(errorOf([&] { (void)readBackup(directory.file(u"a.zip"_s), u"RDSLog.log"_s, english()); }),
             u"Run-time error: File not found\nReading the backup %1: it holds no logbook"_s.arg(
                 directory.file(u"a.zip"_s)));
     }
@@ -214,7 +215,7 @@ private Q_SLOTS:
     {
         const TestDirectory directory;
         directory.write(u"a.zip"_s, zipBytes({{u"My.log"_s, a}}, {}, {}));
-        const BackedUpLog kept = readBackup(directory.file(u"a.zip"_s), english());
+        const BackedUpLog kept = readBackup(directory.file(u"a.zip"_s), u"my.LOG"_s, english());
         QCOMPARE(kept.log.count(), 1);
         QVERIFY(!kept.sites);
     }

@@ -73,7 +73,39 @@ private Q_SLOTS:
     void aBackupOfTheSameIsNoChange();
     void backUpNowToAnyPlace();
     void theFolderIsOpened();
+    void settingsAreAChangeToo();
+    void anotherLogbookIsNotRestored();
 };
+
+void TestBackupsWindow::settingsAreAChangeToo()
+{
+    BackedUpWindow window;
+    const QByteArray before = window.directory.read(u"LOGBOOK.INI"_s);
+    window.form().config().changeConfig(u"SCRATCH_PAD="_s, u"new"_s);
+    QCOMPARE(window.names().size(), 1);
+    const auto kept = readZip(window.backups().list().front().path, ZipReading::Whole);
+    QCOMPARE(kept.members.back().name, u"LOGBOOK.INI"_s);
+    QCOMPARE(kept.members.back().bytes, before);
+}
+
+void TestBackupsWindow::anotherLogbookIsNotRestored()
+{
+    BackedUpWindow window;
+    const Config config = window.form().config();
+    window.directory.write(u"Other.log"_s, entries);
+    Config other(window.directory.path());
+    other.readConfig();
+    other.changeConfig(u"LOGBOOK_FILENAME="_s, u"Other.log"_s);
+    Backups(window.state.path(), other).make(lastYear);
+    other.changeConfig(u"LOGBOOK_FILENAME="_s, config.settings().logbookFileName);
+    window.trigger("menuFileBackups");
+    QCOMPARE(window.lines(), QStringList {u"01/06/2025 20:15:30\t4\tof the logbook Other.log"_s});
+    window.answers.press(QMessageBox::Ok);
+    window.click("backupRestore");
+    const QString told = window.answers.takeTexts().join(u'\n');
+    QVERIFY2(told.contains(u"it holds the logbook Other.log, and the present one is "_s), qPrintable(told));
+    QCOMPARE(window.logbook(), entries);
+}
 
 void TestBackupsWindow::theFirstChangeOfTheDayMakesABackup()
 {
@@ -229,7 +261,10 @@ void TestBackupsWindow::backUpNowToAnyPlace()
     saveAs(window.answers, elsewhere.file(u"mine"_s));
     window.click("backupNow");
     QCOMPARE(elsewhere.names(), QStringList {u"mine.zip"_s});
-    QCOMPARE(readBackup(elsewhere.file(u"mine.zip"_s), Regional::fromEnvironment()).log.count(), 4);
+    QCOMPARE(readBackup(elsewhere.file(u"mine.zip"_s), logbookName(window.form().config()),
+                 Regional::fromEnvironment())
+                 .log.count(),
+        4);
     QCOMPARE(window.text("status"), u"Backed up to "_s + elsewhere.file(u"mine.zip"_s));
     saveAs(window.answers, elsewhere.file(u"other.zip"_s));
     window.calls.failWrite = ENOSPC;

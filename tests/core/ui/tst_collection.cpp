@@ -71,8 +71,38 @@ private Q_SLOTS:
         QVERIFY(badge->isVisible());
         QVERIFY2(badge->text().startsWith(u"New: country"_s), qPrintable(badge->text()));
         QVERIFY(m_main->grid().text(5, GridColumn::New).startsWith(u"PI ITU"_s));
-        m_main->click("Command2");
+        m_main->trigger("menuEditUndo");
         QVERIFY(badge->isHidden());
+        QCOMPARE(m_main->grid().rows(), 5);
+        QVERIFY(m_main->grid().text(3, GridColumn::New).startsWith(u"PI Site ITU"_s));
+        m_main->trigger("menuEditRedo");
+        QVERIFY(m_main->grid().text(5, GridColumn::New).startsWith(u"PI ITU"_s));
+    }
+
+    void anUndoLeavesNothingOfWhatIsGoneToPaint_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::newRow("records") << u"records"_s;
+        QTest::newRow("openings") << u"openings"_s;
+    }
+
+    void anUndoLeavesNothingOfWhatIsGoneToPaint()
+    {
+        QFETCH(QString, name);
+        LogEntry entry = m_main->form().log().entry(2);
+        entry.piCode = u"E999"_s;
+        entry.dist = u"2000"_s;
+        m_main->form().document().commit({u"Add"_s, LogChange::addition(entry), {}});
+        (void)opened();
+        choose(name);
+        QTableView &table = tableOf(name);
+        const int rows = table.model()->rowCount();
+        m_main->trigger("menuEditUndo");
+        table.viewport()->repaint();
+        activateAll(table);
+        QTRY_VERIFY(table.model()->rowCount() > 0);
+        QVERIFY(table.model()->rowCount() <= rows);
+        QCOMPARE(m_main->answers.takeTexts(), QStringList());
     }
 
     void marksFollowEditsInThePast()
@@ -217,6 +247,15 @@ private:
     void choose(const QString &name)
     {
         m_main->find<QTabWidget>("tabs")->setCurrentWidget(m_main->find<QWidget>(name));
+    }
+    // Enter on each cell, of whatever the table shows just now.
+    static void activateAll(QTableView &table)
+    {
+        for (int row = 0; row < table.model()->rowCount(); ++row) {
+            for (int column = 0; column < table.model()->columnCount(); ++column) {
+                Q_EMIT table.activated(table.model()->index(row, column));
+            }
+        }
     }
     static void activate(QTableView &table, int row, int column)
     {

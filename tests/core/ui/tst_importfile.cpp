@@ -127,6 +127,7 @@ private Q_SLOTS:
     void refusedLinesAreSavedMendedAndImported();
     void moreThanTheLogHoldsIsRefusedAsAWhole();
     void aFailingSaveIsToldAndNothingIsLost();
+    void anotherImportHasToEndFirst();
     void aLogThatChangesMeanwhileIsComparedAnew();
     void whatCannotBeReadIsTold();
     void otherImportsTellWhatWasThere();
@@ -350,7 +351,7 @@ void TestImportFileWindow::refusedLinesAreSavedMendedAndImported()
     window.write(
         u"refused.txt"_s, refused.replace("1200;;F", "1200;90,1;F").replace("32.11.2025", "22.11.2025"));
     window.drop(dialog, {u"refused.txt"_s});
-    QCOMPARE(FileImportWindow::rows(dialog), (QStringList {u"Add|5|"_s, u"Add|7|"_s}));
+    QCOMPARE(FileImportWindow::rows(dialog), (QStringList {u"Add|6|"_s, u"Add|8|"_s}));
     ImportingWindow::press(&dialog, u"importGo"_s);
     QVERIFY(window.logbook().endsWith("|20/11/2025 12:00:00||90.1||F||FIP|||||\r\n"
                                       "|22/11/2025 12:00:00||90.1|Paris|F||FIP|10||||\r\n"));
@@ -403,10 +404,32 @@ void TestImportFileWindow::aFailingSaveIsToldAndNothingIsLost()
         qPrintable(told));
     QCOMPARE(window.logbook(), oldEntry);
     QCOMPARE(window.form().log().count(), 2);
+    QVERIFY2(window.text("news").contains(u"new"_s), qPrintable(window.text("news")));
     QVERIFY(FileImportWindow::label(dialog, u"importReport"_s).startsWith(u"Added: 1\n"_s));
     QVERIFY(!FileImportWindow::mayImport(dialog));
     window.form().document().saveUnsaved();
     QCOMPARE(window.logbook(), oldEntry + "F201|13/06/2010 18:30:00||100.5|||||||||\r\n");
+}
+
+void TestImportFileWindow::anotherImportHasToEndFirst()
+{
+    FileImportWindow window;
+    window.write(u"a.csv"_s, heading + "2010-06-13 18:30:00,F201,100.5,,,,,,,,,\r\n");
+    window.spy(u"2010-06-12 18-22-05 1111 A.txt"_s);
+    window.start(oldEntry);
+    importFile &dialog = window.open();
+    window.drop(dialog, {u"a.csv"_s});
+    auto *spy = window.openSpy(u"12/06/2010"_s);
+    connect(spy, &importRDSSpy::progress, &dialog, [&] {
+        window.answers.press(QMessageBox::Ok);
+        dialog.findChild<QPushButton *>(u"importGo"_s)->click();
+        QCOMPARE(window.answers.takeTexts().last(), u"The import of RDS Spy has to end first"_s);
+    });
+    ImportingWindow::press(spy, u"Command3"_s);
+    QCOMPARE(window.form().log().count(), 2);
+    QCOMPARE(window.form().document().undoName(), u"Import of RDS Spy"_s);
+    ImportingWindow::press(&dialog, u"importGo"_s);
+    QCOMPARE(window.form().log().count(), 3);
 }
 
 void TestImportFileWindow::aLogThatChangesMeanwhileIsComparedAnew()

@@ -311,7 +311,8 @@ void TestImports::cancelStopsAndTellsTheStatus()
     });
     ImportingWindow::press(dialog, u"Command3"_s);
     QCOMPARE(window.form().log().count(), 2);
-    QCOMPARE(window.text("status"), u"RDS Spy import stopped: 2 imported, 0 refused, 3 left, 1 already there"_s);
+    QCOMPARE(
+        window.text("status"), u"RDS Spy import stopped: 2 imported, 0 refused, 3 left, 1 already there"_s);
     QVERIFY(dialog->isVisible());
     QVERIFY(!window.find<QProgressBar>("progress")->isVisible());
 }
