@@ -139,9 +139,6 @@ void Form1::Command15_Click()
 // Asks first when the marked row is not the one of the reception in the form.
 bool Form1::mayChangeLoaded(const QString &verb)
 {
-    if (m_selected < 0) {
-        return false;
-    }
     const LogEntry &entry = log().entry(m_selected);
     const int row = m_ui->Grid1->row();
     if (row > 0 && m_ui->Grid1->entryOfRow(row) == m_selected) {

@@ -150,7 +150,7 @@ private Q_SLOTS:
             u"Say which column holds: Frequency (MHz), Site, Country, Latitude, Longitude, PI code or RDS "
             u"name");
         QCOMPARE(window.stationFile(),
-            "Quillon stations 1\r\n99400|D313||BAYERN_3|||Ochsenkopf|D|50.03|11.81|100||||\r\n"_ba);
+            "Quillon stations 1\r\n99400|D313||BAYERN_3|||Oberfranken, Ochsenkopf|D|50.03|11.81|100||||\r\n"_ba);
     }
 
     void theCandidatesFollowTheForm()
