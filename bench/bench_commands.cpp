@@ -5,8 +5,10 @@
 #include "platform/files.h"
 #include "support.h"
 #include "support/opened.h"
+#include "supportchanges.h"
 #include "supportimport.h"
 #include "supportreference.h"
+#include "supporttable.h"
 #include "supportwindow.h"
 #include "ui/looks.h"
 #include "ui/resultlist.h"
@@ -34,8 +36,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int repetitions = 7;
-// What changes one entry is quick, and measured more often.
-constexpr int changeRepetitions = 15;
 
 double memoryMb()
 {
@@ -47,49 +47,6 @@ double memoryMb()
     }
     return 0;
 }
-
-// The times of some work, and those of what it is held to, taken in turn.
-struct Runs
-{
-    std::vector<Times> times;
-    std::vector<double> beside;
-};
-
-class Table
-{
-public:
-    void head() const
-    {
-        std::printf("%-52s %10s %10s %10s %10s %8s %8s\n", "processor time", "median ms", "worst ms",
-            "kernel ms", "reference", "ratio", "bar");
-    }
-    // The bar is how many times the work beside it the median may take, and these milliseconds more; 0 is
-    // none.
-    void row(const char *name, Runs runs, double bar = 0, double more = 0)
-    {
-        std::ranges::sort(runs.times, {}, &Times::all);
-        const Times median = runs.times[runs.times.size() / 2];
-        const double beside = medianOf(runs.beside);
-        const double ratio = (median.all - more) / beside;
-        const bool missed = bar > 0 && ratio > bar;
-        std::printf("%-52s %10.1f %10.1f %10.1f %10.1f %8.2f %8s%s\n", name, median.all,
-            runs.times.back().all, median.kernel, beside, ratio,
-            bar > 0 ? qPrintable(QString::number(bar)) : "-", missed ? "  MISSED" : "");
-        m_missed = m_missed || missed;
-    }
-    // A whole command that changes the log and saves it: the median may take one and a half times the
-    // processor time of writing the same bytes plainly, and 2 ms more.
-    void change(const char *name, Runs runs) { row(name, std::move(runs), 1.5, 2); }
-    void memory(const char *name, double megabytes, double bar)
-    {
-        std::printf("%-52s %7.0f MB %32.0f MB%s\n", name, megabytes, bar, megabytes > bar ? "  MISSED" : "");
-        m_missed = m_missed || megabytes > bar;
-    }
-    [[nodiscard]] bool missed() const { return m_missed; }
-
-private:
-    bool m_missed = false;
-};
 
 Runs repeated(const std::function<void()> &prepare, const std::function<void()> &work,
     const std::function<double()> &beside = referenceTime)
@@ -138,55 +95,6 @@ void measureStart(Table &table, const QString &full, const QString &empty)
     }
     table.row("start to a filled grid, more than with an empty log", runs, 12);
 }
-
-// The commands that change an entry, the undo of each and its redo, each beside the plain save of the log as
-// it is then.
-class Changes
-{
-public:
-    Changes(Table &table, Window &window, const QString &directory)
-        : m_table(table)
-        , m_window(window)
-        , m_logbook(filePath(directory, u"RDSLog.log"_s))
-        , m_plain(QFile::encodeName(filePath(directory, u"plain.log"_s)))
-    {
-    }
-    void measure(const QString &name, const std::function<void()> &prepare, const QString &button)
-    {
-        Runs done;
-        Runs undone;
-        Runs redone;
-        for (int i = 0; i < changeRepetitions; ++i) {
-            prepare();
-            const QByteArray before = readFile(m_logbook);
-            run(done, [&] { m_window.click(button); });
-            const QByteArray after = readFile(m_logbook);
-            run(undone, [this] { m_window.trigger(u"menuEditUndo"_s); });
-            if (after == before || readFile(m_logbook) != before) {
-                qFatal("nothing was undone");
-            }
-            run(redone, [this] { m_window.trigger(u"menuEditRedo"_s); });
-            if (readFile(m_logbook) != after) {
-                qFatal("nothing was made again");
-            }
-        }
-        m_table.change(qPrintable(name), done);
-        m_table.change(qPrintable(u"undo: "_s + name), undone);
-        m_table.change(qPrintable(u"redo: "_s + name), redone);
-    }
-
-private:
-    void run(Runs &runs, const std::function<void()> &work) const
-    {
-        runs.times.push_back(measured(work));
-        runs.beside.push_back(savePlainTime(m_plain, readFile(m_logbook)));
-    }
-
-    Table &m_table;
-    Window &m_window;
-    QString m_logbook;
-    QByteArray m_plain;
-};
 
 void measureEntries(Table &table, Window &window, const QString &directory)
 {

@@ -2,6 +2,7 @@
 
 #include "core/linebreaks.h"
 #include "core/logentry.h"
+#include "core/picode.h"
 #include "platform/numbers.h"
 
 #include <QStringList>
@@ -15,15 +16,6 @@ namespace quillon {
 using namespace Qt::StringLiterals;
 
 namespace {
-
-constexpr double lowestFreq = 64; // MHz, the band of the OIRT countries
-constexpr double highestFreq = 108; // MHz
-constexpr qsizetype rdsNameLength = 8;
-
-bool isHexDigit(QChar c)
-{
-    return isDigit(c) || (c >= u'A' && c <= u'F') || (c >= u'a' && c <= u'f');
-}
 
 QString separatorProblem(FieldKind kind, QStringView text)
 {
@@ -54,9 +46,7 @@ QString piCodeProblem(QStringView text)
     if (text == deletedPiCode) {
         return u"PI code \"delete\" marks a deleted reception, which is never written to the file"_s;
     }
-    const QStringView digits = text.trimmed();
-    const bool isPiCode = digits.size() == 4 && std::ranges::all_of(digits, isHexDigit);
-    return isPiCode ? QString() : u"PI code is not four hexadecimal digits"_s;
+    return piCodeOf(text.trimmed()) ? QString() : u"PI code is not four hexadecimal digits"_s;
 }
 
 QString rdsNameProblem(QStringView text, const CodePage &codePage)

@@ -7,6 +7,10 @@
 
 namespace quillon {
 
+inline constexpr int lowestFreq = 64; ///< MHz, the band of the OIRT countries
+inline constexpr int highestFreq = 108; ///< MHz
+inline constexpr qsizetype rdsNameLength = 8; ///< characters
+
 /// What is typed into a field, as far as its check goes.
 enum class FieldKind {
     Freq, ///< MHz

@@ -48,14 +48,15 @@ QString LogRows::text(qint32 entry, GridColumn column) const
         }
     }
     if (m_derived && !logColumn(column).field) {
-        return m_derived(m_log.entry(entry), column);
+        return m_derived(m_log.entry(entry), entry, column);
     }
     return cellText(m_log.entry(entry), column);
 }
 
 QString LogRows::tip(qint32 entry, GridColumn column) const
 {
-    const QString told = m_tips && !logColumn(column).field ? m_tips(m_log.entry(entry), column) : QString();
+    const QString told =
+        m_tips && !logColumn(column).field ? m_tips(m_log.entry(entry), entry, column) : QString();
     return told.isEmpty() ? text(entry, column) : told;
 }
 

@@ -45,7 +45,7 @@ public:
 
     /// What the derived columns show; without it they are empty. It is asked whenever a cell is shown or
     /// sorted.
-    using Derived = std::function<QString(const LogEntry &, GridColumn)>;
+    using Derived = std::function<QString(const LogEntry &, qint32 number, GridColumn)>;
     void setDerived(Derived derived) { m_derived = std::move(derived); }
     /// What is told of a derived cell that is pointed at; where this says nothing, it is the cell's text.
     void setTips(Derived tips) { m_tips = std::move(tips); }

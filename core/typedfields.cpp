@@ -1,5 +1,6 @@
 #include "core/typedfields.h"
 
+#include "core/fieldchecks.h"
 #include "core/linebreaks.h"
 
 #include <algorithm>
@@ -7,9 +8,6 @@
 namespace quillon {
 
 namespace {
-
-constexpr int lowestFreq = 64; // MHz
-constexpr int highestFreq = 108;
 
 bool areDigits(QStringView text)
 {

@@ -1,25 +1,19 @@
 // A Content-Type, a line feed, and a body of any bytes: the body is read whole, also after bytes that are no
 // character, and what names no charset is read in the code page.
 
+#include "require.h"
+
 #include "net/answertext.h"
 
 #include <QList>
 
 #include <array>
 #include <cstdint>
-#include <cstdlib>
 
 using namespace quillon;
 using namespace Qt::StringLiterals;
 
 namespace {
-
-void require(bool good)
-{
-    if (!good) {
-        std::abort();
-    }
-}
 
 // In these a line feed never belongs to the character before it.
 constexpr std::array charsets {"utf-8", "us-ascii", "iso-8859-1", "iso-8859-2", "iso-8859-7", "iso-8859-15",

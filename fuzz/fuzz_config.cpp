@@ -1,25 +1,15 @@
 // A configuration file of any bytes: changing a key keeps every other item, and doing it again changes
 // nothing.
 
+#include "require.h"
+
 #include "core/config.h"
 #include "platform/files.h"
 
 #include <cstdint>
-#include <cstdlib>
 
 using namespace quillon;
 using namespace Qt::StringLiterals;
-
-namespace {
-
-void require(bool good)
-{
-    if (!good) {
-        std::abort();
-    }
-}
-
-} // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {

@@ -1,24 +1,18 @@
 // A date-time text of any characters, and a pattern: what is read has one text, which is read as the same.
 
+#include "require.h"
+
 #include "platform/codepage.h"
 #include "platform/datetime.h"
 
 #include <QLocale>
 
 #include <cstdint>
-#include <cstdlib>
 
 using namespace quillon;
 using namespace Qt::StringLiterals;
 
 namespace {
-
-void require(bool good)
-{
-    if (!good) {
-        std::abort();
-    }
-}
 
 void check(const QString &text, const MonthNames &months)
 {

@@ -1,6 +1,8 @@
 // Any text in the filter's box: what is read says the same when it is read again, a problem is short and
 // comes without terms, and for one term "-" shows just the entries that the term hides.
 
+#include "require.h"
+
 #include "core/filterreader.h"
 #include "core/foldedtext.h"
 #include "core/logfilter.h"
@@ -10,19 +12,11 @@
 
 #include <array>
 #include <cstdint>
-#include <cstdlib>
 
 using namespace quillon;
 using namespace Qt::StringLiterals;
 
 namespace {
-
-void require(bool good)
-{
-    if (!good) {
-        std::abort();
-    }
-}
 
 LogFilter filterOf(const FilterReading &reading)
 {

@@ -1,6 +1,8 @@
 // A logbook file of any bytes: what is read is written, and what is written is read again as the same
 // entries.
 
+#include "require.h"
+
 #include "core/logbookfile.h"
 #include "core/logbooklines.h"
 #include "core/logrows.h"
@@ -10,20 +12,12 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <cstdlib>
 #include <iterator>
 
 using namespace quillon;
 using namespace Qt::StringLiterals;
 
 namespace {
-
-void require(bool good)
-{
-    if (!good) {
-        std::abort();
-    }
-}
 
 // True when every byte of the file was understood.
 bool read(Logbook &log, QByteArrayView file)

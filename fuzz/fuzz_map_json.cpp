@@ -1,6 +1,8 @@
 // A list of an FM map service of any bytes: what is kept is a stations.lst, and what is refused says why.
 // What Qt takes for JSON we take, too, but for what is none by RFC 8259.
 
+#include "require.h"
+
 #include "platform/runtimeerror.h"
 #include "stations/jsontokens.h"
 #include "stations/mapjson.h"
@@ -10,19 +12,11 @@
 #include <QJsonDocument>
 
 #include <cstdint>
-#include <cstdlib>
 
 using namespace quillon;
 using namespace Qt::StringLiterals;
 
 namespace {
-
-void require(bool good)
-{
-    if (!good) {
-        std::abort();
-    }
-}
 
 bool isJson(const QByteArray &text)
 {

@@ -1,23 +1,17 @@
 // Any bytes as the answer of a search: either every line of it becomes a row whose nine values can be taken
 // into the form, or the line that cannot is told with its number.
 
+#include "require.h"
+
 #include "fmlist/search.h"
 #include "platform/runtimeerror.h"
 
 #include <cstdint>
-#include <cstdlib>
 
 using namespace quillon;
 using namespace Qt::StringLiterals;
 
 namespace {
-
-void require(bool good)
-{
-    if (!good) {
-        std::abort();
-    }
-}
 
 // "Reading the answer of FMList, line 12: ...": the number.
 qsizetype lineOf(const QString &doing)

@@ -1,6 +1,8 @@
 // A CSV of stations of any bytes, encoding, separator and columns: what is kept is a stations.lst, each
 // record is kept or refused, and plain records come back as they were written.
 
+#include "require.h"
+
 #include "stations/csvrecords.h"
 #include "stations/stationcsv.h"
 #include "stations/stationlist.h"
@@ -9,19 +11,11 @@
 
 #include <array>
 #include <cstdint>
-#include <cstdlib>
 
 using namespace quillon;
 using namespace Qt::StringLiterals;
 
 namespace {
-
-void require(bool good)
-{
-    if (!good) {
-        std::abort();
-    }
-}
 
 qint64 recordsOf(const QByteArray &text, const CsvLayout &layout)
 {

@@ -1,24 +1,18 @@
 // A stations.lst of any bytes: what is read is written and read again as the same stations, and every search
 // of it gives shares that add up to one, the exact codes first.
 
+#include "require.h"
+
 #include "platform/runtimeerror.h"
 #include "stations/candidates.h"
 
 #include <cmath>
 #include <cstdint>
-#include <cstdlib>
 
 using namespace quillon;
 using namespace Qt::StringLiterals;
 
 namespace {
-
-void require(bool good)
-{
-    if (!good) {
-        std::abort();
-    }
-}
 
 void search(const HeardSignal &signal, const StationList &list)
 {

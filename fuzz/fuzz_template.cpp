@@ -1,26 +1,16 @@
 // Fills any bytes as a template. Whatever they are, each line of it gives one line of the page, and each line
 // that asks for the rows gives them once.
 
+#include "require.h"
+
 #include "export/webtemplate.h"
 #include "platform/files.h"
 
 #include <array>
 #include <cstdint>
-#include <cstdlib>
 
 using namespace quillon;
 using namespace Qt::StringLiterals;
-
-namespace {
-
-void require(bool holds)
-{
-    if (!holds) {
-        std::abort();
-    }
-}
-
-} // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {

@@ -1,6 +1,8 @@
 // A transmitter list of any bytes: what is read is written, and what is written is read again as the same
 // list.
 
+#include "require.h"
+
 #include "txdb/transmitters.h"
 
 #include "platform/runtimeerror.h"
@@ -8,19 +10,11 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <cstdlib>
 
 using namespace quillon;
 using namespace Qt::StringLiterals;
 
 namespace {
-
-void require(bool good)
-{
-    if (!good) {
-        std::abort();
-    }
-}
 
 bool read(TransmitterList &list, QByteArrayView file)
 {

@@ -1,5 +1,6 @@
 #include "import/importvalues.h"
 
+#include "core/picode.h"
 #include "platform/numbers.h"
 
 #include <QList>
@@ -15,11 +16,6 @@ namespace {
 
 constexpr qint64 secondsPerHour = 3600;
 constexpr qint64 secondsPerMinute = 60;
-
-bool isHexDigit(QChar c)
-{
-    return isDigit(c) || (c >= u'A' && c <= u'F') || (c >= u'a' && c <= u'f');
-}
 
 bool isDigits(QStringView text)
 {
@@ -165,7 +161,7 @@ std::optional<ImportedPi> importedPi(QStringView text)
     if (text.startsWith(u"0x", Qt::CaseInsensitive)) {
         text = text.sliced(2);
     }
-    if (text.size() != 4 || !std::ranges::all_of(text, isHexDigit)) {
+    if (!piCodeOf(text)) {
         return std::nullopt;
     }
     pi.code = text.toString().toUpper();
@@ -180,7 +176,7 @@ QString piWithin(QStringView text)
             ++end;
         }
         const QStringView word = text.sliced(begin, end - begin);
-        if (word.size() == 4 && std::ranges::all_of(word, isHexDigit)) {
+        if (piCodeOf(word)) {
             return word.toString().toUpper();
         }
         begin = end + 1;

@@ -3,6 +3,7 @@
 #include "import/csv.h"
 #include "import/importlimits.h"
 #include "import/importvalues.h"
+#include "import/storable.h"
 #include "platform/numbers.h"
 #include "platform/runtimeerror.h"
 

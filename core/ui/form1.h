@@ -99,7 +99,6 @@ private:
 
     // form1_collection.cpp: what is new, what the log adds up to
     void wireNovelty();
-    [[nodiscard]] QString newCell(const LogEntry &entry) const;
     void showNewBadge(qint32 entry);
     void rememberKnown();
     void tellNews();
@@ -175,6 +174,7 @@ private:
     void menuViewReset_Click();
     void wireFirstSteps();
     void tellEmpty();
+    QAction *addDock(QDockWidget &dock, const QString &text, const QString &name, Qt::Key key);
     void wireMap();
     void refreshMap();
     void showPath();

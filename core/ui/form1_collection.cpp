@@ -21,15 +21,9 @@ void Form1::wireNovelty()
         // Others than those that changed may be new no more.
         m_ui->Grid1->viewport()->update();
     });
-    m_rows.setTips([this](const LogEntry &entry, GridColumn column) {
-        const auto number = static_cast<qint32>(&entry - &*log().begin());
+    m_rows.setTips([this](const LogEntry &entry, qint32 number, GridColumn column) {
         return column == GridColumn::New ? wordsOf(m_novelty->marks(number), entry).join("; "_L1) : QString();
     });
-}
-
-QString Form1::newCell(const LogEntry &entry) const
-{
-    return shortText(m_novelty->marks(static_cast<qint32>(&entry - &*log().begin())));
 }
 
 // What is new in the reception that was just added.

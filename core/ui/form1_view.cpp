@@ -7,6 +7,7 @@
 #include "live/ui/receiverdock.h"
 #include "platform/files.h"
 #include "stats/maplog.h"
+#include "stats/novelty.h"
 #include "txdb/derivedcells.h"
 #include "ui/firststeps.h"
 #include "ui/guard.h"
@@ -31,7 +32,7 @@ using namespace Qt::StringLiterals;
 
 void Form1::wireView()
 {
-    m_rows.setDerived([this](const LogEntry &entry, GridColumn column) {
+    m_rows.setDerived([this](const LogEntry &entry, qint32 number, GridColumn column) {
         const auto home = homePosition(m_config.settings());
         switch (column) {
         case GridColumn::Azimuth:
@@ -39,7 +40,7 @@ void Form1::wireView()
         case GridColumn::Locator:
             return locatorCell(entry, transmitters());
         case GridColumn::New:
-            return newCell(entry);
+            return shortText(m_novelty->marks(number));
         default:
             return mufCell(entry, transmitters(), home);
         }
@@ -172,17 +173,24 @@ void Form1::tellEmpty()
     }
 }
 
+// A dock at the right, hidden at first, and its entry in the View menu.
+QAction *Form1::addDock(QDockWidget &dock, const QString &text, const QString &name, Qt::Key key)
+{
+    addDockWidget(Qt::RightDockWidgetArea, &dock);
+    closeOnEscape(dock);
+    dock.hide();
+    QAction *view = dock.toggleViewAction();
+    view->setText(text);
+    view->setObjectName(name);
+    view->setShortcut(key);
+    m_ui->menuView->insertAction(m_ui->menuViewDistances, view);
+    return view;
+}
+
 void Form1::wireMap()
 {
     m_map = new MapDock(this);
-    addDockWidget(Qt::RightDockWidgetArea, m_map);
-    closeOnEscape(*m_map);
-    m_map->hide();
-    QAction *view = m_map->toggleViewAction();
-    view->setText(u"&Map"_s);
-    view->setObjectName(u"menuViewMap"_s);
-    view->setShortcut(Qt::Key_F7);
-    m_ui->menuView->insertAction(m_ui->menuViewDistances, view);
+    addDock(*m_map, u"&Map"_s, u"menuViewMap"_s, Qt::Key_F7);
     connect(m_map, &QDockWidget::visibilityChanged, this, [this] { refreshMap(); });
     connect(m_map, &MapDock::receptionChosen, this, [this](qint32 entry) {
         guarded(this, [this, entry] {
@@ -239,14 +247,7 @@ void Form1::wireReceiver()
     m_receiver = new ReceiverDock(
         log(), [this](const HeardReception &reception) { return logReception(reception); },
         m_options.lookFolder, this);
-    addDockWidget(Qt::RightDockWidgetArea, m_receiver);
-    closeOnEscape(*m_receiver);
-    m_receiver->hide();
-    QAction *view = m_receiver->toggleViewAction();
-    view->setText(u"&Receiver"_s);
-    view->setObjectName(u"menuViewReceiver"_s);
-    view->setShortcut(Qt::Key_F8);
-    m_ui->menuView->insertAction(m_ui->menuViewDistances, view);
+    const QAction *view = addDock(*m_receiver, u"&Receiver"_s, u"menuViewReceiver"_s, Qt::Key_F8);
     m_ui->menuView->insertSeparator(m_ui->menuViewDistances);
     connect(view, &QAction::triggered, this, [this] { floatWithoutRoom(*m_receiver); });
     auto *logIt = new QShortcut(Qt::Key_F6, this);

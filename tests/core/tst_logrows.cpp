@@ -400,7 +400,7 @@ private Q_SLOTS:
         LogRows rows(log, months());
         rows.refill();
         QCOMPARE(rows.text(1, GridColumn::Azimuth), QString());
-        rows.setDerived([](const LogEntry &entry, GridColumn column) {
+        rows.setDerived([](const LogEntry &entry, qint32, GridColumn column) {
             return column == GridColumn::Azimuth ? QString::number(entry.piCode.size()) : QString();
         });
         QCOMPARE(rows.text(1, GridColumn::Azimuth), u"10"_s);
