@@ -19,7 +19,9 @@ void Form1::wireNovelty()
             m_form->showBadge({});
         }
         // Others than those that changed may be new no more.
-        m_ui->Grid1->viewport()->update();
+        if (!m_ui->Grid1->isColumnHidden(static_cast<int>(GridColumn::New))) {
+            m_ui->Grid1->viewport()->update();
+        }
     });
     m_rows.setTips([this](const LogEntry &entry, qint32 number, GridColumn column) {
         return column == GridColumn::New ? wordsOf(m_novelty->marks(number), entry).join("; "_L1) : QString();
