@@ -301,10 +301,13 @@ void Grid::setEmptyText(const QString &text, QWidget *page)
     if (m_emptyPage && m_emptyPage != page) {
         m_emptyPage->hide();
     }
+    const bool isNew = text != m_emptyText;
     m_emptyText = text;
     m_emptyPage = page;
     showPage();
-    viewport()->update();
+    if (isNew) {
+        viewport()->update();
+    }
 }
 
 void Grid::showPage()
