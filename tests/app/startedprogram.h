@@ -83,12 +83,13 @@ private:
     QString m_name;
 };
 
-/// Presses a key in the window with this title as soon as it is there.
+/// Presses a key in the program's window with this title as soon as it is there.
 inline bool typed(QProcess &keys, const Program &program, const QString &title, const QString &key)
 {
     keys.setProcessEnvironment(program.process.processEnvironment());
     keys.start(u"xdotool"_s,
-        {u"search"_s, u"--sync"_s, u"--onlyvisible"_s, u"--name"_s, title, u"windowfocus"_s, u"--sync"_s,
+        {u"search"_s, u"--sync"_s, u"--all"_s, u"--onlyvisible"_s, u"--pid"_s,
+            QString::number(program.process.processId()), u"--name"_s, title, u"windowfocus"_s, u"--sync"_s,
             u"key"_s, key});
     return keys.waitForFinished(patience);
 }

@@ -60,7 +60,8 @@ private Q_SLOTS:
     {
         Program first;
         startOn(first, u"log"_s);
-        QVERIFY(waitForWindow(first));
+        // Its title until then is that of the box which the second will show.
+        QVERIFY(waitForWindow(first, u"^Quillon - "_s));
         ::kill(static_cast<pid_t>(first.process.processId()), SIGSTOP);
         Program second;
         startOn(second, u"log"_s);
