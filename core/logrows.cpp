@@ -80,8 +80,14 @@ void LogRows::setTyped(qint32 entry, GridColumn column, const QString &text)
     }
 }
 
-void LogRows::refill()
+void LogRows::refill(std::span<const qint32> changed)
 {
+    std::vector<qint32> told(changed.begin(), changed.end());
+    if (!changed.empty()) {
+        for (auto typed = m_typed.cbegin(); typed != m_typed.cend(); ++typed) {
+            told.push_back(typed.key().first);
+        }
+    }
     m_typed.clear();
     m_sortedBy.reset();
     const auto known = static_cast<qint32>(m_all.size());
@@ -92,7 +98,7 @@ void LogRows::refill()
     show(rows, rows);
     m_inOrder = true;
     m_stayed.clear();
-    tellCells({});
+    tellCells(told);
 }
 
 void LogRows::entriesChanged(std::span<const qint32> entries)
@@ -118,7 +124,9 @@ void LogRows::restore(std::span<const qint32> entries)
     show(std::move(all), std::move(sorted));
     m_inOrder = true;
     m_stayed.clear();
-    tellCells(changed);
+    if (!changed.empty() || entries.empty()) {
+        tellCells(changed);
+    }
 }
 
 void LogRows::noteStayed(std::span<const qint32> entries)

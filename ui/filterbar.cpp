@@ -155,8 +155,10 @@ void FilterBar::setCounts(qsizetype shown, qsizetype all)
 {
     const auto text = [all](qsizetype some) { return u"%1 of %2"_s.arg(some).arg(all); };
     QLabel &count = *m_ui->filterCount;
-    // Room for every count: the fields stand still while one types.
-    count.setMinimumWidth(count.fontMetrics().horizontalAdvance(text(all)) + 2 * count.margin() + 2);
+    // Room for every count: the fields stand still while one types, and nothing is laid out anew.
+    const QFontMetrics metrics = count.fontMetrics();
+    count.setFixedSize(
+        metrics.horizontalAdvance(text(all)) + 2 * count.margin() + 2, metrics.height() + 2 * count.margin());
     count.setText(m_filter.isEmpty() && shown == all ? QString::number(all) : text(shown));
 }
 

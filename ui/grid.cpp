@@ -37,6 +37,7 @@ Grid::Grid(QWidget *parent)
     horizontalHeader()->setSectionsMovable(true);
     horizontalHeader()->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(horizontalHeader(), &QHeaderView::sectionClicked, this, &Grid::headerClicked);
+    disconnect(verticalHeader(), &QHeaderView::sectionCountChanged, this, nullptr); // see rowsCameOrWent
     connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this](int column, int, int width) {
         if (!m_fitting && column == static_cast<int>(GridColumn::Notes) && width > 0) {
             m_notesWidth = 0;
@@ -51,9 +52,27 @@ void Grid::setLogRows(LogRows &rows)
     m_model = new LogModel(rows, this);
     setModel(m_model);
     for (const auto signal : {&QAbstractItemModel::rowsInserted, &QAbstractItemModel::rowsRemoved}) {
-        connect(m_model, signal, this, &Grid::showPage);
+        connect(m_model, signal, this, &Grid::rowsCameOrWent);
     }
-    connect(m_model, &QAbstractItemModel::modelReset, this, &Grid::showPage);
+    connect(m_model, &QAbstractItemModel::modelReset, this, [this] {
+        doItemsLayout();
+        showPage();
+    });
+}
+
+// The view would paint all of itself anew for one row.
+void Grid::rowsCameOrWent(const QModelIndex &, int first)
+{
+    const QHeaderView &places = *verticalHeader();
+    const std::pair before(verticalScrollBar()->value(), places.offset());
+    updateGeometries();
+    // What was the last page can stand a little otherwise now, without having been scrolled.
+    const bool hasMoved = verticalScrollBar()->value() == before.first && places.offset() != before.second;
+    const int top = hasMoved          ? 0
+        : first < m_model->rowCount() ? rowViewportPosition(first)
+                                      : places.length() - places.offset();
+    viewport()->update(viewport()->rect().adjusted(0, std::max(top, 0), 0, 0));
+    showPage();
 }
 
 LogRows &Grid::logRows() const
@@ -79,10 +98,10 @@ void Grid::writeGridHeader()
     setNotesWidthGiven(false);
 }
 
-void Grid::refill()
+void Grid::refill(std::span<const qint32> changed)
 {
     const QScopedValueRollback byProgram(m_byProgram, true);
-    logRows().refill();
+    logRows().refill(changed);
     selectionModel()->clear();
     showSorting();
 }

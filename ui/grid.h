@@ -8,6 +8,7 @@
 #include <QTableView>
 
 #include <optional>
+#include <span>
 #include <vector>
 
 namespace quillon {
@@ -29,8 +30,9 @@ public:
 
     /// Gives the columns the widths of their format, never less than their headings and usual texts need.
     void writeGridHeader();
-    /// Makes a row of every entry, in the order of time. No row is current afterwards.
-    void refill();
+    /// Makes a row of every entry, in the order of time. No row is current afterwards. `changed` is as
+    /// LogRows::refill has it.
+    void refill(std::span<const qint32> changed = {});
 
     /// Number of rows, header included.
     [[nodiscard]] int rows() const;
@@ -105,6 +107,7 @@ private:
     void choose(const std::vector<qint32> &entries, qint32 current);
     void fitNotes();
     void showPage();
+    void rowsCameOrWent(const QModelIndex &parent, int first);
     void showSorting();
 
     LogModel *m_model = nullptr;

@@ -76,21 +76,26 @@ const PlainCells::Shaped &PlainCells::shaped(const QStyleOptionViewItem &option,
 void PlainCells::paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const
 {
     const QString text = index.data(Qt::DisplayRole).toString();
-    const bool marked = option.state.testAnyFlags(QStyle::State_Selected | QStyle::State_HasFocus);
-    if (marked || !isPlain(text) || option.direction == Qt::RightToLeft) {
+    if (option.state.testFlag(QStyle::State_HasFocus) || !isPlain(text)
+        || option.direction == Qt::RightToLeft) {
         QStyledItemDelegate::paint(painter, option, index);
         return;
+    }
+    const QStyle *style = option.widget ? option.widget->style() : QApplication::style();
+    const bool selected = option.state.testFlag(QStyle::State_Selected);
+    if (selected) {
+        style->drawPrimitive(QStyle::PE_PanelItemViewItem, &option, painter, option.widget);
     }
     if (text.isEmpty()) {
         return;
     }
-    const QStyle *style = option.widget ? option.widget->style() : QApplication::style();
     const int margin = style->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, option.widget) + 1;
     const QRect room = option.rect.adjusted(margin, 0, -margin, 0);
     const Shaped &drawn = shaped(option, {text, room.width()});
     const Qt::Alignment alignment(index.data(Qt::TextAlignmentRole).toInt());
     painter->setFont(option.font);
-    painter->setPen(option.palette.color(groupOf(option.state), QPalette::Text));
+    painter->setPen(option.palette.color(
+        groupOf(option.state), selected ? QPalette::HighlightedText : QPalette::Text));
     painter->drawStaticText(placed(drawn.size, room, alignment), drawn.text);
 }
 

@@ -9,6 +9,7 @@
 #include "ui/calmcombos.h"
 #include "ui/looks.h"
 #include "ui/onelinefields.h"
+#include "ui/ownroom.h"
 #include "ui/problemwatch.h"
 #include "ui_entryform.h"
 
@@ -42,6 +43,9 @@ EntryForm::EntryForm(QWidget *parent)
         combo->setCompleter(nullptr);
     }
     m_ui->formSplitter->setSizes({360, 330});
+    for (QWidget *told : {static_cast<QWidget *>(m_ui->newBadge), static_cast<QWidget *>(m_ui->legLabel)}) {
+        new OwnRoom(*told);
+    }
     m_ui->legLabel->link().setObjectName(u"legLink"_s);
     setTabOrder(m_ui->Text10, &m_ui->legLabel->link());
     setTabOrder(&m_ui->legLabel->link(), m_ui->Command10);
@@ -315,7 +319,12 @@ void EntryForm::takeOver(const SearchResult &result)
 
 void EntryForm::showNotes(const QString &notes)
 {
-    m_ui->Text3->setPlainText(notes);
+    const QTextDocument &document = *m_ui->Text3->document();
+    // To make the document anew takes longer than all other fields together.
+    if (!notes.isEmpty() || !document.isEmpty() || document.isModified() || document.isUndoAvailable()
+        || document.isRedoAvailable()) {
+        m_ui->Text3->setPlainText(notes);
+    }
     m_shownNotes = notes;
 }
 

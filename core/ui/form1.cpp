@@ -7,6 +7,7 @@
 #include "ui/guard.h"
 #include "ui/menuicons.h"
 #include "ui/messages.h"
+#include "ui/ownroom.h"
 #include "ui/statustext.h"
 #include "ui/utcclock.h"
 #include "ui_form1.h"
@@ -98,7 +99,7 @@ void Form1::addStatusBar()
     m_autoStop->setAutoDefault(false);
     // The text begins below the grid's edge.
     m_status->setContentsMargins(4, 0, 4, 0);
-    m_ui->statusbar->addWidget(m_status, 3);
+    m_ui->statusbar->addWidget(new OwnRoom(*m_status), 3);
     m_news = named(new ElidedLabel(this), u"news"_s, u"What the log had not before"_s);
     m_ui->statusbar->addWidget(m_news, 2);
     for (QWidget *part : std::initializer_list<QWidget *> {

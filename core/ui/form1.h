@@ -78,7 +78,7 @@ public:
     /// Number of the entry that the form shows, -1 for a new one.
     [[nodiscard]] qint32 selected() const { return m_selected; }
 
-    void populateGrid();
+    void populateGrid(std::span<const qint32> changed = {});
     void saveLogbook();
 
 protected:

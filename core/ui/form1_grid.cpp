@@ -14,9 +14,9 @@ namespace quillon {
 
 using namespace Qt::StringLiterals;
 
-void Form1::populateGrid()
+void Form1::populateGrid(std::span<const qint32> changed)
 {
-    m_ui->Grid1->refill();
+    m_ui->Grid1->refill(changed);
     const int last = m_ui->Grid1->rows() - 1;
     if (last == 0) {
         return;
@@ -49,7 +49,7 @@ void Form1::documentChanged(const DocumentChange &what)
             }
         }
     } else if (what.added) {
-        populateGrid();
+        populateGrid(what.entries);
     } else if (!what.entries.empty()) {
         m_rows.entriesChanged(what.entries);
     }

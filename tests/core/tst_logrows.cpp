@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <map>
 #include <numeric>
+#include <utility>
 
 using namespace quillon;
 using namespace quillon::test;
@@ -49,27 +50,72 @@ QStringList piCodes(const LogRows &rows)
 class Watcher : public LogRowsWatcher
 {
 public:
+    // Whose texts it shows; without rows it shows none.
+    explicit Watcher(const LogRows *rows = nullptr)
+        : m_rows(rows)
+    {
+    }
     void rowsChanging(std::span<const qint32> before, std::span<const qint32> after) override
     {
         good = good && copyOf(before) == shown && !changing;
         changing = true;
-        shown = copyOf(after);
+        m_before = std::exchange(shown, copyOf(after));
     }
     void rowsChanged() override
     {
         good = good && changing;
         changing = false;
+        // Rows that come or go leave the others as they are; all else is shown anew.
+        const auto common = std::ranges::mismatch(m_before, shown).in1 - m_before.begin();
+        const auto difference = static_cast<std::ptrdiff_t>(shown.size()) - std::ssize(m_before);
+        const auto behind = common + std::max<std::ptrdiff_t>(-difference, 0);
+        const auto behindNow = common + std::max<std::ptrdiff_t>(difference, 0);
+        if (!std::equal(m_before.begin() + behind, m_before.end(), shown.begin() + behindNow, shown.end())) {
+            m_texts.clear();
+        } else if (difference < 0) {
+            m_texts.erase(m_texts.begin() + common, m_texts.begin() + behind);
+        } else {
+            m_texts.insert(m_texts.begin() + common, static_cast<std::size_t>(difference), QString());
+        }
+        m_texts.resize(shown.size());
+        for (std::size_t row = 0; row < shown.size(); ++row) {
+            if (m_texts[row].isNull()) {
+                m_texts[row] = textOf(shown[row]);
+            }
+        }
     }
     void cellsChanged(int firstRow, int lastRow) override
     {
         good = good && !changing && firstRow >= 0 && firstRow <= lastRow && lastRow < int(shown.size());
         cells.emplace_back(firstRow, lastRow);
+        for (int row = firstRow; row <= lastRow; ++row) {
+            m_texts[static_cast<std::size_t>(row)] = textOf(shown[static_cast<std::size_t>(row)]);
+        }
+    }
+    // Whether every row still reads as it was last told.
+    [[nodiscard]] bool isCurrent() const
+    {
+        return std::ranges::equal(shown, m_texts, {}, [this](qint32 entry) { return textOf(entry); });
     }
 
     Rows shown;
     std::vector<std::pair<int, int>> cells;
     bool changing = false;
     bool good = true;
+
+private:
+    [[nodiscard]] QString textOf(qint32 entry) const
+    {
+        QString text(u' ');
+        for (int column = 0; m_rows && column < gridColumnCount; ++column) {
+            text += m_rows->text(entry, static_cast<GridColumn>(column)) + u'|';
+        }
+        return text;
+    }
+
+    const LogRows *m_rows;
+    Rows m_before;
+    std::vector<QString> m_texts;
 };
 
 // The rows once more, as plainly as they can be told: every order is a full sort, nothing is remembered but
@@ -228,6 +274,9 @@ public:
         if (m_watcher.shown != copyOf(m_rows.shown()) || !m_watcher.good || m_watcher.changing) {
             return u"watcher"_s;
         }
+        if (!m_watcher.isCurrent()) {
+            return u"cells that were not told"_s;
+        }
         for (std::size_t row = 0; row < m_rows.shown().size(); ++row) {
             const qint32 entry = m_rows.shown()[row];
             const auto column = static_cast<GridColumn>(row % gridColumnCount);
@@ -253,21 +302,23 @@ private:
         return entry;
     }
 
-    void refill()
+    void refill(std::span<const qint32> changed = {})
     {
-        m_rows.refill();
+        m_rows.refill(changed);
         m_plain.refill();
     }
 
     void add(int count)
     {
         LogChange change;
+        Rows added(static_cast<std::size_t>(count));
+        std::iota(added.begin(), added.end(), m_log.count());
         for (int i = 0; i < count; ++i) {
             change.added.push_back(randomEntry());
         }
         m_log.apply(change);
         m_done.push_back(change);
-        refill();
+        refill(added);
     }
 
     // Changes entries where they are, as an update does.
@@ -370,7 +421,7 @@ private:
     Logbook m_log;
     LogRows m_rows {m_log, months()};
     PlainRows m_plain {m_log};
-    Watcher m_watcher;
+    Watcher m_watcher {&m_rows};
     std::vector<LogChange> m_done;
 };
 

@@ -85,6 +85,44 @@ private Q_SLOTS:
         QCOMPARE(pictureWith(table, &plain), pictureWith(table, &usual));
     }
 
+    void chosenRowsLookAsTheStyleDrawsThem_data()
+    {
+        QTest::addColumn<bool>("enabled");
+        QTest::addColumn<bool>("withFocus");
+        QTest::newRow("with the focus") << true << true;
+        QTest::newRow("without the focus") << true << false;
+        QTest::newRow("disabled") << false << false;
+    }
+
+    void chosenRowsLookAsTheStyleDrawsThem()
+    {
+        QFETCH(bool, enabled);
+        QFETCH(bool, withFocus);
+        QTableView table;
+        fill(table);
+        table.setSelectionMode(QAbstractItemView::ExtendedSelection);
+        QPalette palette = table.palette();
+        palette.setColor(QPalette::Disabled, QPalette::Highlight, Qt::darkGray);
+        palette.setColor(QPalette::Inactive, QPalette::HighlightedText, Qt::yellow);
+        table.setPalette(palette);
+        table.show();
+        table.selectAll();
+        if (withFocus) {
+            table.setFocus();
+            table.activateWindow();
+            QVERIFY(QTest::qWaitForWindowActive(&table));
+        } else {
+            QApplication::setActiveWindow(nullptr);
+        }
+        table.setEnabled(enabled);
+        QStyledItemDelegate usual;
+        PlainCells plain;
+        const QImage expected = pictureWith(table, &usual);
+        QCOMPARE(pictureWith(table, &plain), expected);
+        table.clearSelection();
+        QVERIFY(pictureWith(table, &plain) != expected);
+    }
+
     void anotherTextIsDrawnAnew()
     {
         QTableView table;
