@@ -14,6 +14,7 @@
 #include <QScrollBar>
 
 #include <algorithm>
+#include <iterator>
 #include <span>
 #include <utility>
 
@@ -103,6 +104,7 @@ void Grid::refill(std::span<const qint32> changed)
     const QScopedValueRollback byProgram(m_byProgram, true);
     logRows().refill(changed);
     selectionModel()->clear();
+    forgetHidden();
     showSorting();
 }
 
@@ -136,6 +138,7 @@ int Grid::row() const
 void Grid::setRow(int row)
 {
     const QScopedValueRollback byProgram(m_byProgram, true);
+    forgetHidden();
     // The column stays where it is, so that a wide grid does not jump sideways.
     const int column = std::max(currentIndex().column(), 0);
     const int position = horizontalScrollBar()->value();
@@ -213,10 +216,9 @@ void Grid::sortByNext(int column)
 void Grid::setFilter(LogRows::Filter filter)
 {
     const QScopedValueRollback byProgram(m_byProgram, true);
-    const qint32 current = row() > 0 ? entryOfRow(row()) : -1;
-    const std::vector<qint32> chosen = chosenEntries();
+    const Choice all = choice();
     logRows().setFilter(std::move(filter));
-    choose(chosen, current);
+    m_hidden = choose(all);
     if (row() > 0) {
         showRow(row());
     }
@@ -224,22 +226,30 @@ void Grid::setFilter(LogRows::Filter filter)
     Q_EMIT chosenChanged();
 }
 
-// Those of the entries that are shown, and only them; the current one stays when it is shown.
-void Grid::choose(const std::vector<qint32> &entries, qint32 current)
+// What is chosen and current, shown or hidden by the filter.
+Grid::Choice Grid::choice() const
+{
+    Choice all {chosenEntries(), row() > 0 ? entryOfRow(row()) : m_hidden.current};
+    all.entries.insert(all.entries.end(), m_hidden.entries.begin(), m_hidden.entries.end());
+    return all;
+}
+
+// Chooses what is shown of it, and that alone; returns what is not.
+Grid::Choice Grid::choose(const Choice &choice)
 {
     std::vector<char> isChosen(static_cast<std::size_t>(logRows().log().count()));
-    for (const qint32 entry : entries) {
+    for (const qint32 entry : choice.entries) {
         isChosen[static_cast<std::size_t>(entry)] = 1;
     }
     const std::span<const qint32> shown = logRows().shown();
-    const auto isChosenRow = [&](std::size_t at) {
-        return isChosen[static_cast<std::size_t>(shown[at])] != 0;
+    const auto take = [&](std::size_t at) {
+        return at < shown.size() && std::exchange(isChosen[static_cast<std::size_t>(shown[at])], 0) != 0;
     };
     QItemSelection rows;
     for (std::size_t at = 0; at < shown.size(); ++at) {
-        if (isChosenRow(at)) {
+        if (take(at)) {
             const std::size_t first = at;
-            while (at + 1 < shown.size() && isChosenRow(at + 1)) {
+            while (take(at + 1)) {
                 ++at;
             }
             rows.emplace_back(m_model->index(static_cast<int>(first), 0),
@@ -248,7 +258,7 @@ void Grid::choose(const std::vector<qint32> &entries, qint32 current)
     }
     const int position = horizontalScrollBar()->value();
     const int column = std::max(currentIndex().column(), 0);
-    const int currentRow = current < 0 ? 0 : rowOfEntry(current);
+    const int currentRow = choice.current < 0 ? 0 : rowOfEntry(choice.current);
     if (currentRow > 0) {
         selectionModel()->setCurrentIndex(
             m_model->index(currentRow - 1, column), QItemSelectionModel::NoUpdate);
@@ -257,6 +267,10 @@ void Grid::choose(const std::vector<qint32> &entries, qint32 current)
     }
     selectionModel()->select(rows, QItemSelectionModel::ClearAndSelect);
     horizontalScrollBar()->setValue(position);
+    Choice hidden {{}, currentRow > 0 ? -1 : choice.current};
+    std::ranges::copy_if(choice.entries, std::back_inserter(hidden.entries),
+        [&](qint32 entry) { return isChosen[static_cast<std::size_t>(entry)] != 0; });
+    return hidden;
 }
 
 void Grid::showSorting()
@@ -300,6 +314,7 @@ int Grid::chosenCount() const
 void Grid::selectionChanged(const QItemSelection &selected, const QItemSelection &deselected)
 {
     QTableView::selectionChanged(selected, deselected);
+    forgetHidden();
     Q_EMIT chosenChanged();
 }
 
@@ -352,6 +367,8 @@ void Grid::currentChanged(const QModelIndex &current, const QModelIndex &previou
 void Grid::mousePressEvent(QMouseEvent *event)
 {
     m_changed = false;
+    // Whoever chooses here chooses among what is seen, even what is chosen already.
+    forgetHidden();
     QTableView::mousePressEvent(event);
     // A click on the row that is current already loads its entry, too.
     if (!m_changed && event->button() == Qt::LeftButton && event->modifiers() == Qt::NoModifier
@@ -362,6 +379,7 @@ void Grid::mousePressEvent(QMouseEvent *event)
 
 void Grid::keyPressEvent(QKeyEvent *event)
 {
+    forgetHidden();
     if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && row() > 0) {
         Q_EMIT rowChosen(row());
         event->accept();

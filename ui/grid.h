@@ -68,8 +68,11 @@ public:
     void sortByNext(int column);
 
     /// Shows only the rows of entries for which `filter` is true; all without one. What is chosen and current
-    /// stays so as far as it is shown.
+    /// stays so as far as it is shown, and is so again when a later filter shows it, unless other rows were
+    /// chosen in between or the log was changed.
     void setFilter(LogRows::Filter filter);
+    /// What is chosen and not shown comes back no more.
+    void forgetHidden() { m_hidden = {}; }
 
     /// The entries of the selected rows, in the order of the rows.
     [[nodiscard]] std::vector<qint32> chosenEntries() const;
@@ -104,13 +107,21 @@ protected:
     void resizeEvent(QResizeEvent *event) override;
 
 private:
-    void choose(const std::vector<qint32> &entries, qint32 current);
+    struct Choice
+    {
+        std::vector<qint32> entries;
+        qint32 current = -1;
+    };
+
+    [[nodiscard]] Choice choice() const;
+    [[nodiscard]] Choice choose(const Choice &choice);
     void fitNotes();
     void showPage();
     void rowsCameOrWent(const QModelIndex &parent, int first);
     void showSorting();
 
     LogModel *m_model = nullptr;
+    Choice m_hidden; ///< what the filter has hidden of it
     QString m_emptyText;
     QPointer<QWidget> m_emptyPage;
     bool m_byProgram = false;

@@ -44,8 +44,20 @@ bool canBeRead(const QString &path)
 
 } // namespace
 
-KeptFilters::KeptFilters(const QString &path)
+KeptFilters::KeptFilters(const QString &path, const QString &earlier)
     : m_path(path)
+{
+    if (QFileInfo::exists(path)) {
+        read(path);
+        return;
+    }
+    read(earlier);
+    if (!m_kept.empty()) {
+        write();
+    }
+}
+
+void KeptFilters::read(const QString &path)
 {
     if (!canBeRead(path)) {
         return;

@@ -38,8 +38,9 @@ public:
 
     /// In memory alone.
     KeptFilters() = default;
-    /// Those of the group "KeptFilters" of a settings file, which may be shared with other groups.
-    explicit KeptFilters(const QString &path);
+    /// Those of the group "KeptFilters" of a settings file, which may be shared with other groups. Where
+    /// there is no such file, those of `earlier`, where they once were, are taken over into it.
+    explicit KeptFilters(const QString &path, const QString &earlier = {});
 
     /// In the order of their names.
     [[nodiscard]] const std::vector<Kept> &all() const { return m_kept; }
@@ -51,6 +52,7 @@ public:
     void remove(const QString &name);
 
 private:
+    void read(const QString &path);
     void write() const;
 
     QString m_path;

@@ -22,7 +22,9 @@ void Form1::wireFilter()
     FilterBar &bar = *m_ui->filterBar;
     bar.setMonths(m_options.regional.months);
     if (!m_options.lookFolder.isEmpty()) {
-        bar.setKeptFilters(KeptFilters(filePath(m_options.lookFolder, u"filters.ini"_s)));
+        // They were once in the file of the windows' look.
+        bar.setKeptFilters(KeptFilters(filePath(m_options.lookFolder, u"filters.ini"_s),
+            filePath(m_options.lookFolder, u"windows.ini"_s)));
     }
     connect(&bar, &FilterBar::changed, this, [this] { applyFilter(); });
     connect(new QShortcut(Qt::CTRL | Qt::Key_K, this), &QShortcut::activated, &bar,
@@ -40,14 +42,7 @@ void Form1::applyFilter()
         lets = [matches = LogFilterMatcher(filter, m_config.settings().inMiles())](
                    const LogEntry &entry, qint32 /*number*/) mutable { return matches(entry); };
     }
-    Grid &grid = *m_ui->Grid1;
-    grid.setFilter(std::move(lets));
-    // While a filter is typed it hides and shows again.
-    if (grid.row() == 0 && grid.chosenCount() == 0 && m_form->state() == EntryForm::State::Editing) {
-        if (const int row = grid.rowOfEntry(m_selected); row > 0) {
-            grid.setRow(row);
-        }
-    }
+    m_ui->Grid1->setFilter(std::move(lets));
     showCounts();
     tellStatistics();
     refreshMap();

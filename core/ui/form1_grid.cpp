@@ -38,6 +38,7 @@ void Form1::saveLogbook()
 void Form1::documentChanged(const DocumentChange &what)
 {
     Grid &grid = *m_ui->Grid1;
+    grid.forgetHidden();
     m_lastChanged = what.entries;
     if (what.kind == DocumentChange::Kind::Restored) {
         m_rows.restore(what.entries);

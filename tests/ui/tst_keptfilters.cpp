@@ -71,6 +71,21 @@ private Q_SLOTS:
         QVERIFY(KeptFilters(m_path).all() == (std::vector<KeptFilters::Kept> {{u"ZWEI"_s, {}}}));
     }
 
+    void areTakenOverOnceFromWhereTheyWere()
+    {
+        const QString earlier = m_directory.filePath(u"%1/windows.ini"_s.arg(m_number));
+        QVERIFY(KeptFilters(m_path, earlier).all().empty());
+        QVERIFY(!QFile::exists(m_path));
+        QSettings(earlier, QSettings::IniFormat).setValue(u"version"_s, 1);
+        KeptFilters(earlier).save(u"Spain"_s, es());
+        QVERIFY(KeptFilters(m_path, earlier).find(u"Spain"_s) == es());
+        QVERIFY(KeptFilters(m_path).find(u"Spain"_s) == es());
+        QCOMPARE(QSettings(earlier, QSettings::IniFormat).value(u"version"_s).toInt(), 1);
+        // What is removed stays removed.
+        KeptFilters(m_path, earlier).remove(u"Spain"_s);
+        QVERIFY(KeptFilters(m_path, earlier).all().empty());
+    }
+
     void leaveOtherGroupsOfTheFileAlone()
     {
         QSettings(m_path, QSettings::IniFormat).setValue(u"Window/size"_s, 5);

@@ -61,6 +61,8 @@ class TestFilteredLog : public QObject
 private Q_SLOTS:
     void whatIsTypedOutlivesAChangeOfMany();
     void chosenRowsStayChosen();
+    void chosenRowsComeBackWhileAFilterIsTyped();
+    void whatIsHiddenIsForgottenWhenOthersAreChosen();
     void theMarkedRowStaysTheSameReception();
     void theUnitOfTheSetupRulesTheFilter();
     void theUnitLeavesWhatTheMapShows();
@@ -107,9 +109,57 @@ void TestFilteredLog::chosenRowsStayChosen()
     box->setText(u"pi:E202"_s);
     QCOMPARE(window.grid().chosenEntries(), std::vector<qint32> {1});
     QCOMPARE(window.text("chosenCount"), QString());
-    box->setText(u"itu:F"_s);
+    box->setText(u"itu:G"_s);
     QCOMPARE(window.grid().chosenCount(), 0);
     QVERIFY(!window.enabled("Command15"));
+}
+
+void TestFilteredLog::chosenRowsComeBackWhileAFilterIsTyped()
+{
+    MainWindow window;
+    window.start(malaga + madrid + puy);
+    selectAll(window);
+    // Some of its beginnings show no row at all.
+    window.type("filterText", u"itu:E"_s);
+    QCOMPARE(window.grid().chosenEntries(), (std::vector<qint32> {0, 1}));
+    window.key(Qt::Key_Escape);
+    QCOMPARE(window.grid().chosenEntries(), (std::vector<qint32> {0, 1, 2}));
+    // What is hidden is not changed with the others.
+    window.type("filterText", u"madrid"_s);
+    QCOMPARE(window.text("chosenCount"), QString());
+    window.key(Qt::Key_Escape);
+    window.type("filterText", u"itu:E"_s);
+    window.answers.press(QMessageBox::Yes);
+    window.click("Command15");
+    QCOMPARE(window.answers.takeTexts(), QStringList {u"Delete 2 receptions?"_s});
+    QCOMPARE(window.logbook(), puy);
+}
+
+void TestFilteredLog::whatIsHiddenIsForgottenWhenOthersAreChosen()
+{
+    MainWindow window;
+    window.start(malaga + madrid + puy);
+    auto *box = window.find<QLineEdit>("filterText");
+    selectAll(window);
+    box->setText(u"itu:F"_s);
+    window.clickRow(1);
+    box->clear();
+    QCOMPARE(window.grid().chosenEntries(), std::vector<qint32> {2});
+    selectAll(window);
+    box->setText(u"itu:E"_s);
+    selectAll(window);
+    box->clear();
+    QCOMPARE(window.grid().chosenEntries(), (std::vector<qint32> {0, 1}));
+    // So it is when the log was changed.
+    selectAll(window);
+    box->setText(u"itu:E"_s);
+    window.trigger("menuEditMany");
+    auto *dialog = window.find<QDialog>("editMany");
+    dialog->findChild<QCheckBox *>(u"tickUid"_s)->setChecked(true);
+    dialog->findChild<QLineEdit *>(u"valueUid"_s)->setText(u"7"_s);
+    QTest::keyClick(dialog, Qt::Key_Return);
+    box->clear();
+    QCOMPARE(window.grid().chosenEntries(), (std::vector<qint32> {0, 1}));
 }
 
 void TestFilteredLog::theMarkedRowStaysTheSameReception()
