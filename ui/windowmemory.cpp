@@ -129,9 +129,13 @@ void WindowMemory::keepDocks(QMainWindow &main)
 {
     m_main = &main;
     m_firstDocks = main.saveState();
+}
+
+void WindowMemory::restoreDocks()
+{
     const QByteArray kept = remembered(docksKey.toString()).toByteArray();
     if (!kept.isEmpty() && kept.size() <= mostDockBytes) {
-        main.restoreState(kept);
+        m_main->restoreState(kept);
     }
 }
 
@@ -169,6 +173,7 @@ bool WindowMemory::eventFilter(QObject *watched, QEvent *event)
 void WindowMemory::restore(QWidget &window)
 {
     std::optional<FirstLook> &first = m_windows[&window];
+    const bool isFirstTime = !first;
     const QList<QSplitter *> splitters = splittersOf(window);
     if (!first) {
         first = FirstLook {window.size(), {}};
@@ -179,6 +184,10 @@ void WindowMemory::restore(QWidget &window)
     putIntoPlace(window, rememberedNumbers(keyOf(window, u"place"_s)));
     if (remembered(keyOf(window, u"maximized"_s)).toBool()) {
         window.setWindowState(window.windowState() | Qt::WindowMaximized);
+    }
+    // How much a dock has of a window depends on how large that is.
+    if (isFirstTime && &window == m_main) {
+        restoreDocks();
     }
     for (QSplitter *splitter : splitters) {
         const QList<int> sizes = rememberedNumbers(keyOf(*splitter));

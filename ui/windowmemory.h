@@ -51,7 +51,8 @@ public:
     /// a file.
     void keepChildrenOf(QWidget &main);
     /// Which docks of the window are open, where, floating or not, and how large, is as it was when save()
-    /// was called last. To be called once, when they are as at first, which forget() brings back.
+    /// was called last, from the window's first showing on. To be called once, before it, when they are as at
+    /// first, which forget() brings back.
     void keepDocks(QMainWindow &main);
     /// The columns look as when their window was last hidden. To be called when they have their first look,
     /// which forget() brings back; once for each header.
@@ -88,6 +89,7 @@ private:
     };
 
     void restore(QWidget &window);
+    void restoreDocks();
     void saveWindow(const QWidget &window);
     void saveHeader(const KeptHeader &kept);
     void remember(const QString &key, const QVariant &value);

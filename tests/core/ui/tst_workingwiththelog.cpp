@@ -16,6 +16,8 @@
 #include <QScreen>
 #include <QToolButton>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 using namespace quillon;
 using namespace quillon::test;
@@ -26,6 +28,15 @@ const QByteArray spain = "E201|12/06/2010 10:00:00|Es|90.3|M\xE1laga|E|jingle|RN
 const QByteArray france = "F201|12/06/2010 11:00:00|Tropo|90.0|Brest|F||FIP|||fml=sent#|501|\r\n";
 const QByteArray home = "HOME_DEC_LAT=51.5\r\nHOME_DEC_LON=-0.1\r\nAS_MILES=FALSE\r\n";
 const QByteArray places = "M\xE1laga|E|36.7|-4.4||\r\nBrest|F|48.4|-4.5||\r\n";
+
+// True when the menu of kept filters has this one.
+bool hasKeptFilter(MainWindow &window, const QString &name)
+{
+    QMenu *menu = window.find<QToolButton>("filterKept")->menu();
+    Q_EMIT menu->aboutToShow();
+    const QList<QAction *> actions = menu->actions();
+    return std::ranges::any_of(actions, [&](const QAction *action) { return action->text() == name; });
+}
 
 void selectAll(MainWindow &window)
 {
@@ -51,6 +62,7 @@ private Q_SLOTS:
     void columnsAreShownAndHidden();
     void theLookIsKept();
     void aResetLeavesTheKeptFilters();
+    void keptFiltersOfEarlierProgramsAreThere();
     void theDocksAreKept();
     void theReceiverLogsThroughTheSameDoor();
     void theMapFollowsTheLog();
@@ -223,14 +235,7 @@ void TestWorkingWithTheLog::aResetLeavesTheKeptFilters()
     MainWindow window;
     const auto keptFilters = [&] {
         window.start(spain + france);
-        QMenu *menu = window.find<QToolButton>("filterKept")->menu();
-        Q_EMIT menu->aboutToShow();
-        QStringList names;
-        const QList<QAction *> actions = menu->actions();
-        for (const QAction *action : actions) {
-            names += action->text();
-        }
-        return names.contains(u"Spain"_s);
+        return hasKeptFilter(window, u"Spain"_s);
     };
     window.start(spain + france);
     window.type("filterText", u"itu:E"_s);
@@ -247,6 +252,19 @@ void TestWorkingWithTheLog::aResetLeavesTheKeptFilters()
     QVERIFY(keptFilters());
 }
 
+void TestWorkingWithTheLog::keptFiltersOfEarlierProgramsAreThere()
+{
+    MainWindow window;
+    window.look.write(
+        u"windows.ini"_s, "[General]\nversion=1\n\n[KeptFilters]\n1\\name=Spain\n1\\text=itu:E\nsize=1\n");
+    window.start(spain + france);
+    QVERIFY(hasKeptFilter(window, u"Spain"_s));
+    window.trigger("menuViewReset");
+    window.form().close();
+    window.start(spain + france);
+    QVERIFY(hasKeptFilter(window, u"Spain"_s));
+}
+
 void TestWorkingWithTheLog::theDocksAreKept()
 {
     MainWindow window;
@@ -256,12 +274,21 @@ void TestWorkingWithTheLog::theDocksAreKept()
     window.form().addDockWidget(Qt::LeftDockWidgetArea, dock(u"mapDock"_s));
     window.key(Qt::Key_F8);
     dock(u"receiverDock"_s)->setFloating(true);
+    const QSize floats = dock(u"receiverDock"_s)->size() + QSize(60, 40);
+    dock(u"receiverDock"_s)->resize(floats);
+    window.form().resize(1400, 800);
+    QCoreApplication::processEvents();
+    window.form().resizeDocks({dock(u"mapDock"_s)}, {480}, Qt::Horizontal);
+    QCoreApplication::processEvents();
+    QCOMPARE(dock(u"mapDock"_s)->width(), 480);
     window.form().close();
     window.start();
     QVERIFY(dock(u"mapDock"_s)->isVisible());
     QCOMPARE(window.form().dockWidgetArea(dock(u"mapDock"_s)), Qt::LeftDockWidgetArea);
     QVERIFY(dock(u"receiverDock"_s)->isVisible());
     QVERIFY(dock(u"receiverDock"_s)->isFloating());
+    QCOMPARE(dock(u"mapDock"_s)->width(), 480);
+    QCOMPARE(dock(u"receiverDock"_s)->size(), floats);
     QVERIFY(window.form().screen()->availableGeometry().intersects(dock(u"receiverDock"_s)->geometry()));
     window.trigger("menuViewReset");
     for (const QString &name : {u"mapDock"_s, u"receiverDock"_s}) {
