@@ -4,7 +4,10 @@
 #include "import/ui/rdsdxlist.h"
 #include "support/mainwindow.h"
 
+#include <QDropEvent>
+#include <QMimeData>
 #include <QPushButton>
+#include <QUrl>
 
 namespace quillon::test {
 
@@ -35,6 +38,38 @@ public:
         settle();
         trigger("menuImportRDSDXLogCnv");
         return find<rdsdxlist>("rdsdxlist");
+    }
+    /// Drops files on a window, as a file manager does.
+    static void drop(QWidget &window, const QStringList &paths)
+    {
+        QMimeData data;
+        QList<QUrl> urls;
+        for (const QString &path : paths) {
+            urls += QUrl::fromLocalFile(path);
+        }
+        data.setUrls(urls);
+        QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(&window, &enter);
+        QVERIFY(enter.isAccepted());
+        QDropEvent drop(QPointF(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(&window, &drop);
+    }
+    /// Imports all receptions of a file by the window for files.
+    void importFileAt(const QString &path)
+    {
+        settle();
+        trigger("menuImportFile");
+        auto *dialog = find<QWidget>("importFile");
+        drop(*dialog, {path});
+        press(dialog, QStringLiteral("importGo"));
+    }
+    /// Chooses the newest file of RDSDX, and no search afterwards.
+    void importDx()
+    {
+        answers.press(QMessageBox::Yes);
+        answers.press(QMessageBox::Ok);
+        answers.press(QMessageBox::No);
+        press(openDx(), QStringLiteral("OKButton"));
     }
     /// What was closed is gone.
     static void settle() { QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); }

@@ -1,3 +1,4 @@
+#include "core/ui/editmany.h"
 #include "fmlistwindow.h"
 #include "live/ui/receiverdock.h"
 
@@ -66,7 +67,7 @@ void TestAutoSearchMeanwhile::nothingElseChangesTheLog()
     m_window->key(Qt::Key_F5);
     auto *quickAdd = m_window->find<QDialog>("Dialog1");
     m_window->trigger("menuEditMany");
-    auto *editMany = m_window->find<QDialog>("editMany");
+    auto *editMany = m_window->find<EditMany>("editMany");
     m_window->answerSlowly();
     QStringList enabled;
     m_window->duringRequest(1, [&] {
@@ -84,6 +85,10 @@ void TestAutoSearchMeanwhile::nothingElseChangesTheLog()
         enabled += quickAdd->isEnabled() ? u"Dialog1"_s : QString();
         enabled += editMany->isEnabled() ? u"editMany"_s : QString();
         enabled.removeAll(QString());
+        // An OK that was under way.
+        LogChange change;
+        change.setField(1, m_window->form().log().entry(1), LogField::Uid, u"9"_s);
+        Q_EMIT editMany->editChosen(change, u"Edit 1 reception"_s);
         m_window->clickHeading(static_cast<int>(GridColumn::Freq));
         QVERIFY(m_window->find<QWidget>("autoStop")->isVisible());
     });

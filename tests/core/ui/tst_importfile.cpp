@@ -5,16 +5,13 @@
 
 #include <QComboBox>
 #include <QDialogButtonBox>
-#include <QDropEvent>
 #include <QFileDialog>
 #include <QGuiApplication>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMimeData>
 #include <QPointer>
 #include <QSpinBox>
 #include <QTableView>
-#include <QUrl>
 
 #include <cerrno>
 
@@ -44,17 +41,11 @@ public:
     // Drops files on the window, as a file manager does.
     void drop(importFile &window, const QStringList &names) const
     {
-        QMimeData data;
-        QList<QUrl> urls;
+        QStringList paths;
         for (const QString &name : names) {
-            urls += QUrl::fromLocalFile(path(name));
+            paths += path(name);
         }
-        data.setUrls(urls);
-        QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-        QCoreApplication::sendEvent(&window, &enter);
-        QVERIFY(enter.isAccepted());
-        QDropEvent drop(QPointF(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-        QCoreApplication::sendEvent(&window, &drop);
+        ImportingWindow::drop(window, paths);
     }
 
     // The first columns of each row: what happens, line, why.
