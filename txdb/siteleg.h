@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/config.h"
+#include "core/logbook.h"
 #include "txdb/transmitters.h"
 
 #include <QString>
@@ -30,5 +31,16 @@ struct LocatorMiddle
 /// site that has no place in the list.
 [[nodiscard]] std::optional<QString> measuredDistance(const QString &name, const QString &country,
     const TransmitterList &list, const Settings &settings, SiteChanges &changes);
+
+/// Which receptions of a change are given a distance.
+enum class Measured {
+    All,
+    Missing, ///< those that have none
+};
+
+/// Lets a change of the log give the receptions that it adds or changes the distances that measuredDistance
+/// has for them; `sites` then give them to their sites, too. Where the change gives a field Dist it stays.
+void measureChange(LogChange &change, const Logbook &log, Measured which, const TransmitterList &list,
+    const Settings &settings, SiteChanges &sites);
 
 } // namespace quillon

@@ -116,6 +116,12 @@ void EditMany::wire(std::size_t index)
     }
 }
 
+void EditMany::tellAlso(Consequence consequence)
+{
+    m_consequence = std::move(consequence);
+    tellEffect();
+}
+
 void EditMany::logChanged()
 {
     // A number that is given again is another reception.
@@ -156,6 +162,9 @@ void EditMany::tellEffect()
     const bool ticked = std::ranges::any_of(m_rows, [](const Row &row) { return row.tick->isChecked(); });
     m_ui->OKButton->setEnabled(!effects.isEmpty());
     if (!effects.isEmpty()) {
+        if (const QString more = m_consequence ? m_consequence(change()) : QString(); !more.isEmpty()) {
+            effects += more;
+        }
         m_ui->effect->setText(effects.join(u'\n'));
     } else {
         m_ui->effect->setText(
@@ -163,8 +172,8 @@ void EditMany::tellEffect()
     }
 }
 
-// OK: hands the change over. Entries that have changed meanwhile count as they are now.
-void EditMany::OKButton_Click()
+// What is ticked, of the entries as they are now.
+LogChange EditMany::change() const
 {
     std::vector<NewValue> values;
     for (const Row &row : m_rows) {
@@ -172,7 +181,13 @@ void EditMany::OKButton_Click()
             values.push_back(std::move(*value));
         }
     }
-    const LogChange change = editMany(m_log, m_entries, values);
+    return editMany(m_log, m_entries, values);
+}
+
+// OK: hands the change over.
+void EditMany::OKButton_Click()
+{
+    const LogChange change = this->change();
     if (change.isEmpty()) {
         logChanged();
         return;

@@ -7,6 +7,7 @@
 #include <QStringList>
 
 #include <array>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -30,6 +31,10 @@ public:
     EditMany(const Logbook &log, std::vector<qint32> entries, const QStringList &countries,
         const CodePage &codePage, QWidget *parent);
     ~EditMany() override;
+
+    /// What else comes of a change, one line that is told with its effect; empty when nothing does.
+    using Consequence = std::function<QString(const LogChange &)>;
+    void tellAlso(Consequence consequence);
 
     /// Entries have changed: tells anew what would change. Those that are gone are the window's no more,
     /// whoever gets their numbers; it closes when none is left.
@@ -57,11 +62,13 @@ private:
     [[nodiscard]] std::optional<NewValue> newValue(const Row &row) const;
     void update(Row &row);
     void tellEffect();
+    [[nodiscard]] LogChange change() const;
 
     const Logbook &m_log;
     std::vector<qint32> m_entries;
     std::unique_ptr<Ui::EditMany> m_ui;
     std::array<Row, fieldsForMany.size()> m_rows;
+    Consequence m_consequence;
 };
 
 } // namespace quillon

@@ -44,6 +44,7 @@ Form1::Form1(const Form1Options &options)
     m_config.whenRead([this] {
         showTitle();
         m_form->measureFrom(m_config.settings());
+        showLegs();
     });
     m_ui->setupUi(this);
     m_form = m_ui->formPane;

@@ -10,6 +10,7 @@
 #include "live/reception.h"
 #include "platform/regional.h"
 #include "txdb/pisearch.h"
+#include "txdb/siteleg.h"
 
 #include <QMainWindow>
 #include <QPointer>
@@ -208,7 +209,7 @@ private:
     void Command11_Click();
     void searchForStation(const SearchRequest &request);
     void searchFmlist(const SearchRequest &request);
-    void showLegs(const QList<SearchResult> &results, const QString &frequency);
+    void showLegs();
     void List2_DblClick(int line);
     void takeOverResult(const SearchResult &result);
     void Command5_Click();
@@ -280,6 +281,7 @@ private:
     void menuStats_Click();
     void menuViewDistances_Toggled(bool on);
     void measure(LogEntry &entry, SiteChanges &sites) const;
+    [[nodiscard]] Change measured(Change change, Measured which) const;
     void menuSetup_Click();
     void settingsSaved();
     void Command12_Click();
@@ -305,6 +307,8 @@ private:
     bool m_copyTold = false; ///< the status line says where a file was kept
     bool m_decimalComma = false;
     int m_matchCount = 0; ///< of the last search of FMList
+    QString m_searchedFrequency; ///< of the same
+    QString m_searchedMode;
     Inet1 *m_inet;
     QPointer<ScratchPad> m_scratchPad;
     QString m_found; ///< what Find looked for last

@@ -65,19 +65,22 @@ void Form1::searchFmlist(const SearchRequest &request)
     m_results->setStations(answer.results,
         (answer.status.isEmpty() ? u"FMList named no station"_s : answer.status) + u'\n' + askedFor(request),
         highlightedResult(answer.results, request.pi));
-    showLegs(answer.results, request.frequency);
+    m_searchedFrequency = request.frequency;
+    m_searchedMode = m_form->mode();
+    showLegs();
     if (answer.failure) {
         throw RuntimeError(*answer.failure);
     }
 }
 
 // How far and in which direction each station is, with a star at the nearest that can have been heard.
-void Form1::showLegs(const QList<SearchResult> &results, const QString &frequency)
+void Form1::showLegs()
 {
     const Settings &settings = m_config.settings();
+    const QList<SearchResult> &results = m_results->stations();
     const auto legs = legsOf(results, homePosition(settings));
     m_results->setLegs(legs, settings.inMiles() ? DistanceUnit::Miles : DistanceUnit::Kilometres,
-        nearestPlausible(results, legs, frequency, m_form->mode()));
+        nearestPlausible(results, legs, m_searchedFrequency, m_searchedMode));
 }
 
 // A result of Search FMList: copies it into the form and stores it.

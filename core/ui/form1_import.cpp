@@ -253,8 +253,8 @@ qint32 Form1::importRdsdxFile(const QByteArray &file, const QString &path)
     Change change {u"Import of "_s + QFileInfo(path).fileName(), {}, {}};
     change.log.added = std::move(read.entries);
     try {
-        m_document.commit(
-            std::move(change), read.failure ? LogDocument::Saving::Later : LogDocument::Saving::Changed);
+        m_document.commit(measured(std::move(change), Measured::Missing),
+            read.failure ? LogDocument::Saving::Later : LogDocument::Saving::Changed);
     } catch (const RuntimeError &error) {
         const auto added = static_cast<std::size_t>(log().count() - before);
         if (added < read.lines.size() || error.name() == ErrorName::Overflow) {

@@ -43,7 +43,7 @@ void Form1::menuImportFile_Click()
                 *brought = m_lastChanged;
                 tellNews();
             });
-            m_document.commit({name, change, {}});
+            m_document.commit(measured({name, change, {}}, Measured::Missing));
         },
         this);
     connect(window, &importFile::summary, this,

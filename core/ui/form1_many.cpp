@@ -32,9 +32,16 @@ void Form1::menuEditMany_Click()
     }
     auto *window = new EditMany(log(), chosen, m_form->countries(), m_options.regional.codePage, this);
     window->setAttribute(Qt::WA_DeleteOnClose);
+    if (m_ui->menuViewDistances->isChecked()) {
+        window->tellAlso([this](const LogChange &change) {
+            const LogChange all = measured({{}, change, {}}, Measured::All).log;
+            const auto count = static_cast<qsizetype>(all.fields.size() - change.fields.size());
+            return count > 0 ? u"Dist of %1: measured from home"_s.arg(receptionCount(count)) : QString();
+        });
+    }
     connect(window, &EditMany::editChosen, this, [this](const LogChange &change, const QString &name) {
         if (!m_longWork) {
-            guarded(this, [&] { commitMany({name, change, {}}); });
+            guarded(this, [&] { commitMany(measured({name, change, {}}, Measured::All)); });
         }
     });
     window->show();

@@ -20,6 +20,8 @@ public:
     /// The log or the transmitter list has changed; the file of the list of stations has.
     void logChanged();
     void listChanged();
+    /// Home or the unit of distances may be another one.
+    void settingsChanged() { ask(); }
 
     /// What the form takes over of a candidate. Throws "Subscript out of range".
     [[nodiscard]] SearchResult result(int candidate) const;

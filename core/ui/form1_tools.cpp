@@ -1,11 +1,9 @@
-#include "core/ui/form1.h"
-
+#include "core/ui/form1_stations.h"
 #include "geo/ui/dialog.h"
 #include "stats/ui/collectionwindow.h"
 #include "stats/ui/logstats.h"
 #include "txdb/derivedcells.h"
 #include "txdb/distances.h"
-#include "txdb/siteleg.h"
 #include "ui/busypointer.h"
 #include "ui/form2.h"
 #include "ui/frmsplash.h"
@@ -61,6 +59,15 @@ void Form1::measure(LogEntry &entry, SiteChanges &sites) const
     }
 }
 
+// The same of a change of many.
+Change Form1::measured(Change change, Measured which) const
+{
+    if (m_ui->menuViewDistances->isChecked()) {
+        measureChange(change.log, log(), which, transmitters(), m_config.settings(), change.sites);
+    }
+    return change;
+}
+
 // Converter.
 void Form1::menuToolsConverter_Click()
 {
@@ -114,6 +121,7 @@ void Form1::settingsSaved()
     if (auto *collection = findChild<CollectionWindow *>(QString(), Qt::FindDirectChildrenOnly)) {
         collection->logChanged();
     }
+    m_probably->settingsChanged();
 }
 
 // Scratch Pad.

@@ -42,6 +42,8 @@ public:
     void setLegs(
         const QList<std::optional<Leg>> &legs, DistanceUnit unit, std::optional<qsizetype> nearestPlausible);
     void chooseStation(int line);
+    /// As they were set.
+    [[nodiscard]] const QList<SearchResult> &stations() const { return m_stations; }
     /// The station of a line, as it is taken over. Throws "Subscript out of range".
     [[nodiscard]] SearchResult station(int line) const;
 

@@ -118,6 +118,61 @@ private Q_SLOTS:
         QCOMPARE(back.row(0), list.row(0));
     }
 
+    void aChangeOfManyIsMeasured_data()
+    {
+        QTest::addColumn<Measured>("which");
+        QTest::addColumn<QStringList>("distances");
+        // Two that are added, without a distance and with one; one that becomes another site; one that is
+        // given a distance; one that is changed and has one; one that is not changed.
+        QTest::newRow("all") << Measured::All
+                             << QStringList {
+                                    u"1264.5"_s, u"1264.5"_s, u"905.2"_s, u"5"_s, u"1264.5"_s, u"4"_s};
+        QTest::newRow("those without")
+            << Measured::Missing << QStringList {u"1264.5"_s, u"9"_s, u"905.2"_s, u"5"_s, u"3"_s, u"4"_s};
+    }
+
+    void aChangeOfManyIsMeasured()
+    {
+        QFETCH(Measured, which);
+        TransmitterList list;
+        QVERIFY(list.add({u"Madrid"_s, u"E"_s, u"40.4"_s, u"-3.7"_s, {}}));
+        QVERIFY(list.add({u"Munich"_s, u"D"_s, u"48.3"_s, u"11.5"_s, {}}));
+        QVERIFY(list.add({u"Unheard"_s, u"D"_s, u"48.3"_s, u"11.5"_s, {}}));
+        const auto heard = [](const QString &site, const QString &distance) {
+            LogEntry entry;
+            entry.transmitter = site;
+            entry.country = site == "Munich"_L1 ? u"D"_s : u"E"_s;
+            entry.dist = distance;
+            return entry;
+        };
+        Logbook log;
+        for (const LogEntry &entry : {heard(u"Nowhere"_s, {}), heard(u"Madrid"_s, {}),
+                 heard(u"Madrid"_s, u"3"_s), heard(u"Madrid"_s, u"4"_s)}) {
+            log.AddEntry(entry);
+        }
+        LogChange change;
+        change.added = {heard(u"Madrid"_s, {}), heard(u"Madrid"_s, u"9"_s), heard(u"Nowhere"_s, {})};
+        change.setField(0, log.entry(0), LogField::Transmitter, u"Munich"_s);
+        change.setField(0, log.entry(0), LogField::Country, u"D"_s);
+        change.setField(1, log.entry(1), LogField::Dist, u"5"_s);
+        change.setField(2, log.entry(2), LogField::Notes, u"new"_s);
+        SiteChanges sites;
+        measureChange(change, log, which, list, homeAt(u"51.5"_s, u"-0.1"_s), sites);
+        QCOMPARE(change.added[2].dist, QString());
+        log.apply(change);
+        QStringList distances {change.added[0].dist, change.added[1].dist};
+        for (int i = 0; i < 4; ++i) {
+            distances += log.entry(i).dist;
+        }
+        QTEST(distances, "distances");
+        // Each site that was heard is measured once, as a re-calculation measures it.
+        QCOMPARE(sites.size(), std::size_t(2));
+        list.apply(sites);
+        QCOMPARE(list.row(0).distance, u"1264.5"_s);
+        QCOMPARE(list.row(1).distance, u"905.2"_s);
+        QCOMPARE(list.row(2).distance, QString());
+    }
+
     void withoutAPlaceNothingIsMeasured()
     {
         TransmitterList list;

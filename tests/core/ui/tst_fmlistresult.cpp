@@ -4,6 +4,7 @@
 #include "ui/resultlist.h"
 
 #include <QHeaderView>
+#include <QLineEdit>
 #include <QPushButton>
 
 using namespace Qt::StringLiterals;
@@ -32,6 +33,7 @@ private Q_SLOTS:
     void enterOnAResultTakesItToo();
     void aSortedListGivesTheStationThatItShows();
     void theWayToEachIsToldBesideIt();
+    void theWayFollowsHomeAndTheUnit();
     void withNothingSelectedOnlyTheFormIsFilled();
     void afterAnImportOnlyTheFormIsFilled();
     void aDeletedRowCanStillBeWrittenOver();
@@ -175,6 +177,36 @@ void TestFmlistResult::theWayToEachIsToldBesideIt()
     m_window->answerWith("87.6;D3C2;X;E;E, Madrid;2;40.4;-3.7;2\n");
     search();
     QCOMPARE(cell(0, 9) + cell(0, 10), QString());
+}
+
+void TestFmlistResult::theWayFollowsHomeAndTheUnit()
+{
+    m_window->open("D3C1|12/06/2010 18:22:05|Es|87.6||TBD||NAME|||||\r\n", "AS_MILES=FALSE\r\n");
+    m_window->answerWith("87.6;D3C2;X;E;E, Madrid;2;40.4;-3.7;2\n87.6;D3C3;X;D;D, Munich;3;48.3;11.5;3\n");
+    search();
+    const auto cells = [&](int line) -> QString {
+        const QAbstractItemModel &model = *m_window->results().model();
+        return model.index(line, 9).data().toString() + u' ' + model.index(line, 10).data().toString();
+    };
+    QCOMPARE(cells(0), u" "_s);
+    const auto set = [&](const QString &latitude, const QString &longitude, const QString &unit) {
+        m_window->trigger("menuSetup");
+        auto *setup = m_window->find<QWidget>("Form2");
+        setup->findChild<QLineEdit *>(u"latitude"_s)->setText(latitude);
+        setup->findChild<QLineEdit *>(u"longitude"_s)->setText(longitude);
+        setup->findChild<QAbstractButton *>(unit)->click();
+        setup->findChild<QAbstractButton *>(u"Command1"_s)->click();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    };
+    set(u"51.5"_s, u"-0.1"_s, u"Option1"_s);
+    QCOMPARE(cells(0), u"1264.5 194"_s);
+    QCOMPARE(cells(1), u"★ 905.2 109"_s);
+    set(u"51.5"_s, u"-0.1"_s, u"Option2"_s);
+    QCOMPARE(cells(0), u"785.8 194"_s);
+    // From there Munich is too near for Es.
+    set(u"48.2"_s, u"16.4"_s, u"Option1"_s);
+    QVERIFY2(cells(0).startsWith(u"★ 18"_s), qPrintable(cells(0)));
+    QVERIFY2(cells(1).startsWith(u"36"_s), qPrintable(cells(1)));
 }
 
 void TestFmlistResult::enterOnAResultTakesItToo()
