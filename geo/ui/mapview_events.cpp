@@ -27,7 +27,8 @@ constexpr double doubleClickStep = 2;
 
 void MapView::zoom(double factor, QPointF pixel)
 {
-    if (m_scene.data().home) {
+    // What a touchpad tells may shrink the map to nothing and beyond.
+    if (m_scene.data().home && factor > 0 && std::isfinite(factor)) {
         moveTo(m_viewport.zoomed(factor, pixel));
     }
 }
@@ -227,7 +228,7 @@ bool MapView::gesture(QEvent *event)
     }
     auto *gestures = static_cast<QGestureEvent *>(event);
     const auto *pinch = static_cast<QPinchGesture *>(gestures->gesture(Qt::PinchGesture));
-    if (!pinch || pinch->scaleFactor() <= 0) {
+    if (!pinch) {
         return false;
     }
     zoom(pinch->scaleFactor(), mapFromGlobal(pinch->centerPoint()));

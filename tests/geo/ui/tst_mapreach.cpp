@@ -7,6 +7,8 @@
 #include <QSignalSpy>
 #include <QToolTip>
 
+#include <limits>
+
 using namespace quillon;
 using namespace quillon::test;
 using namespace Qt::StringLiterals;
@@ -120,8 +122,16 @@ private Q_SLOTS:
         QApplication::sendEvent(&*shown, &pinch);
         QVERIFY(std::abs(shown->viewport().kmPerPixel() - before / 1.25) < 1e-9);
         QVERIFY((shown.pixelOf(u"Sevilla"_s) - sevilla).manhattanLength() <= 1);
-        // Other gestures are not taken for it.
+        // One that would shrink the map to nothing, or beyond, is none.
         const MapViewport seen = shown->viewport();
+        for (const double value : {-1.0, -1.5, std::numeric_limits<double>::quiet_NaN(),
+                 std::numeric_limits<double>::infinity()}) {
+            QNativeGestureEvent broken(Qt::ZoomNativeGesture, QPointingDevice::primaryPointingDevice(), 2,
+                place, place, onScreen, value, {});
+            QApplication::sendEvent(&*shown, &broken);
+            QCOMPARE(shown->viewport(), seen);
+        }
+        // Other gestures are not taken for it.
         QNativeGestureEvent turn(Qt::RotateNativeGesture, QPointingDevice::primaryPointingDevice(), 2, place,
             place, onScreen, 0.25, {});
         QApplication::sendEvent(&*shown, &turn);
@@ -140,6 +150,10 @@ private Q_SLOTS:
         QApplication::sendEvent(&*shown, &event);
         QVERIFY(std::abs(shown->viewport().kmPerPixel() - before / 1.5) < 1e-9);
         QVERIFY((shown.pixelOf(u"Sevilla"_s) - sevilla).manhattanLength() <= 1);
+        const MapViewport seen = shown->viewport();
+        pinch.setScaleFactor(0);
+        QApplication::sendEvent(&*shown, &event);
+        QCOMPARE(shown->viewport(), seen);
     }
 
     // The path is straight, its middle half-way, and distance and azimuth are those of the geodesic.

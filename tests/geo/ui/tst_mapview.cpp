@@ -14,11 +14,102 @@
 #include <QToolTip>
 #include <QWheelEvent>
 
+#include <algorithm>
+#include <array>
 #include <cmath>
+#include <numbers>
+#include <vector>
 
 using namespace quillon;
 using namespace quillon::test;
 using namespace Qt::StringLiterals;
+
+namespace {
+
+enum class Ground { Sea, Land, Beyond };
+
+// What stands at each pixel, row by row: a point is land when an odd number of edges lies to its left.
+std::vector<std::vector<Ground>> plainGround(const MapView &view)
+{
+    std::vector<std::vector<double>> edges(static_cast<std::size_t>(view.height()));
+    for (const PlaneLine &ring : view.scene().outlines(OutlineDetail::Fine).land) {
+        QPointF from = view.viewport().toPixel(ring.points.back());
+        for (const QPointF point : ring.points) {
+            const QPointF to = view.viewport().toPixel(point);
+            const double top = std::min(from.y(), to.y());
+            const double bottom = std::max(from.y(), to.y());
+            for (int y = std::max(0, static_cast<int>(std::ceil(top)));
+                 y < std::min<double>(bottom, view.height()); ++y) {
+                edges[static_cast<std::size_t>(y)].push_back(
+                    from.x() + (to.x() - from.x()) * (y - from.y()) / (to.y() - from.y()));
+            }
+            from = to;
+        }
+    }
+    std::vector<std::vector<Ground>> ground(edges.size());
+    for (int y = 0; y < view.height(); ++y) {
+        for (int x = 0; x < view.width(); ++x) {
+            const QPointF plane = view.viewport().toPlane(QPointF(x, y));
+            const auto left = std::ranges::count_if(
+                edges[static_cast<std::size_t>(y)], [x](double edge) { return edge < x; });
+            ground[static_cast<std::size_t>(y)].push_back(std::hypot(plane.x(), plane.y()) > antipodeDistance
+                    ? Ground::Beyond
+                    : left % 2 == 1 ? Ground::Land
+                                    : Ground::Sea);
+        }
+    }
+    return ground;
+}
+
+// The first place, well off each coast, that does not look as it has to; or that too few of them can be told.
+QString wrongGround(Shown &shown, const MapStyle &style)
+{
+    constexpr int step = 5;
+    constexpr int around = 3;
+    constexpr int margin = around + 2;
+    const QImage image = shown->grab().toImage();
+    const auto ground = plainGround(*shown);
+    const std::array colours {style.sea, style.land, style.beyond};
+    const auto at = [&](int x, int y) {
+        return ground[static_cast<std::size_t>(y)][static_cast<std::size_t>(x)];
+    };
+    const auto isClear = [&](int x, int y) {
+        for (int i = 0; i < (2 * margin + 1) * (2 * margin + 1); ++i) {
+            if (at(x + i % (2 * margin + 1) - margin, y + i / (2 * margin + 1) - margin) != at(x, y)) {
+                return false;
+            }
+        }
+        return true;
+    };
+    int clear = 0;
+    int sure = 0;
+    for (int x = margin; x < shown->width() - margin; x += step) {
+        for (int y = margin; y < shown->height() - margin; y += step) {
+            if (!isClear(x, y)) {
+                continue;
+            }
+            ++clear;
+            // A ring, a ray, a border or a name may pass here, but does not cover all of the surroundings.
+            std::array<int, 3> seen {};
+            for (int i = 0; i < (2 * around + 1) * (2 * around + 1); ++i) {
+                const QPoint beside(i % (2 * around + 1) - around, i / (2 * around + 1) - around);
+                const QColor colour = image.pixelColor(QPoint(x, y) * image.devicePixelRatio() + beside);
+                for (std::size_t kind = 0; kind < colours.size(); ++kind) {
+                    seen[kind] += colour == colours[kind] ? 1 : 0;
+                }
+            }
+            const int right = seen[static_cast<std::size_t>(at(x, y))];
+            if (std::ranges::max(seen) > std::max(right, 20)) {
+                const QPointF plane = shown->viewport().toPlane(QPointF(x, y));
+                return u"pixel %1, %2, on the plane %3, %4"_s.arg(x).arg(y).arg(plane.x()).arg(plane.y());
+            }
+            sure += right > 20 ? 1 : 0;
+        }
+    }
+    return clear > 1000 && sure > clear * 0.8 ? QString() : u"%1 of %2 are told"_s.arg(sure).arg(clear);
+}
+
+} // namespace
 
 class TestMapView : public QObject
 {
@@ -56,32 +147,100 @@ private Q_SLOTS:
         Shown shown(data, dark ? darkColours() : lightColours());
         const MapStyle style = MapStyle::of(shown->palette());
         QCOMPARE(style.dark, dark);
-        const QImage image = shown->grab().toImage();
-        int sure = 0;
-        for (const auto &[place, isLand] : {std::pair(GeoPosition {23, 10}, true), {{62, 100}, true},
-                 {{-25, 134}, true}, {{-7, -60}, true}, {{40, -100}, true}, {{-80, 80}, true},
-                 {{30, -42}, false}, {{-10, -125}, false}, {{-38, 82}, false}, {{86, -170}, false}}) {
-            const QPoint pixel = shown.pixelAt(place) * image.devicePixelRatio();
-            // A ring, a ray or a border may pass here, but does not cover the surroundings.
-            int land = 0;
-            int sea = 0;
-            for (int x = -3; x <= 3; ++x) {
-                for (int y = -3; y <= 3; ++y) {
-                    const QPoint beside = pixel + QPoint(x, y);
-                    if (image.rect().contains(beside)) {
-                        const QColor colour = image.pixelColor(beside);
-                        land += colour == style.land ? 1 : 0;
-                        sea += colour == style.sea ? 1 : 0;
+        // The whole globe, and twice nearer: outlines of each detail, cut at the edges.
+        for (const int notches : dark ? std::vector {0} : std::vector {0, 5, 7}) {
+            if (notches > 0) {
+                shown.wheel(shown.pixelAt({42, 51}), notches * 120);
+                QTest::qWait(250);
+            }
+            const QString wrong = wrongGround(shown, style);
+            QVERIFY2(wrong.isEmpty(),
+                qPrintable(u"%1 km a pixel: %2"_s.arg(shown->viewport().kmPerPixel()).arg(wrong)));
+        }
+    }
+
+    // Every direction and every distance from home is true, north up and east to the right.
+    void placesStandWhereTheGeodesicLeads()
+    {
+        Shown shown(around(germany));
+        const QPointF middle = QRectF(shown->rect()).center();
+        for (const GeoPosition place : {GeoPosition {60, 6.57}, {51, 20}, {37.4, -6.0}, {41.9, 12.5}}) {
+            const Leg leg = legBetween(germany, place);
+            const double azimuth = leg.azimuth * std::numbers::pi / 180;
+            const double pixels = leg.kilometres / shown->viewport().kmPerPixel();
+            const QPointF expected =
+                middle + QPointF(pixels * std::sin(azimuth), -pixels * std::cos(azimuth));
+            const QPointF off = expected - QPointF(shown.pixelAt(place));
+            QVERIFY2(std::hypot(off.x(), off.y()) < 2.5, qPrintable(u"%1, %2"_s.arg(off.x()).arg(off.y())));
+        }
+    }
+
+    // The first ring is drawn at its distance, and the rays of the rose lead away from home.
+    void ringsAndRaysAreDrawn()
+    {
+        MapData data;
+        data.home = GeoPosition {30, -40};
+        data.sites = {site(u"Sea"_s, u"X"_s, {30.5, -40}, u"Es", 1, 1)};
+        for (const DistanceUnit unit : {DistanceUnit::Kilometres, DistanceUnit::Miles}) {
+            data.unit = unit;
+            Shown shown(data);
+            const MapStyle style = MapStyle::of(shown->palette());
+            const QImage image = shown->grab().toImage();
+            const double ratio = image.devicePixelRatio();
+            const auto isMarked = [&](double distance, double degrees) {
+                const double angle = degrees * std::numbers::pi / 180;
+                const QPointF pixel =
+                    shown->viewport().toPixel(distance * QPointF(std::sin(angle), std::cos(angle)));
+                int marked = 0;
+                for (int x = -2; x <= 2; ++x) {
+                    for (int y = -2; y <= 2; ++y) {
+                        marked +=
+                            image.pixelColor((pixel * ratio).toPoint() + QPoint(x, y)) != style.sea ? 1 : 0;
                     }
                 }
+                return marked > 0;
+            };
+            const double step = 500 * kilometresPer(unit);
+            for (const double degrees : {101.0, 191.0, 281.0}) {
+                QVERIFY(isMarked(step, degrees));
+                QVERIFY(!isMarked(step * 0.9, degrees));
+                QVERIFY(!isMarked(step * 1.1, degrees));
             }
-            if (land + sea > 20) {
-                ++sure;
-                QVERIFY2(
-                    (land > sea) == isLand, qPrintable(u"%1, %2"_s.arg(place.latitude).arg(place.longitude)));
+            for (const double degrees : {112.5, 180.0, 247.5}) {
+                QVERIFY(isMarked(step * 1.1, degrees));
             }
         }
-        QVERIFY(sure >= 6);
+    }
+
+    void coastsAndBordersAreLines()
+    {
+        Shown shown(around(germany));
+        const MapStyle style = MapStyle::of(shown->palette());
+        QTest::qWait(250);
+        const QImage image = shown->grab().toImage();
+        const auto share = [&](const std::vector<PlaneLine> &lines, const QColor &colour) {
+            int points = 0;
+            int drawn = 0;
+            for (const PlaneLine &line : lines) {
+                for (const QPointF point : line.points) {
+                    const QPoint pixel =
+                        (shown->viewport().toPixel(point) * image.devicePixelRatio()).toPoint();
+                    if (!image.rect().adjusted(9, 9, -9, -9).contains(pixel)) {
+                        continue;
+                    }
+                    ++points;
+                    bool found = false;
+                    for (int i = 0; i < 9 && !found; ++i) {
+                        found = near(image.pixelColor(pixel + QPoint(i % 3 - 1, i / 3 - 1)), colour);
+                    }
+                    drawn += found ? 1 : 0;
+                }
+            }
+            return points > 100 ? static_cast<double>(drawn) / points : 0;
+        };
+        const PlaneOutlines &outlines = shown->scene().outlines(OutlineDetail::Fine);
+        QVERIFY(share(outlines.land, style.coast) > 0.9);
+        QVERIFY(share(outlines.borders, style.border) > 0.9);
     }
 
     void dotsHaveTheColourOfTheirMode_data()
@@ -102,12 +261,48 @@ private Q_SLOTS:
         QVERIFY(shown.colourAt(shown.pixelOf(u"<b>Roma</b>"_s)).lightness() > 220);
     }
 
+    void dotsGrowWithTheirReceptions_data()
+    {
+        QTest::addColumn<int>("receptions");
+        QTest::addColumn<double>("radius");
+        QTest::newRow("none that is known") << 0 << 3.0;
+        QTest::newRow("one") << 1 << 3.0;
+        QTest::newRow("two") << 2 << 3.85;
+        QTest::newRow("eight") << 8 << 5.55;
+        QTest::newRow("very many") << 32498 << 11.0;
+    }
+
     void dotsGrowWithTheirReceptions()
     {
-        QVERIFY(dotRadius(1) < dotRadius(2));
-        QVERIFY(dotRadius(2) < dotRadius(50));
-        QVERIFY(dotRadius(50) <= dotRadius(32000));
-        QVERIFY(dotRadius(32000) <= 12);
+        QFETCH(int, receptions);
+        QFETCH(double, radius);
+        QVERIFY(std::abs(dotRadius(receptions) - radius) < 1e-9);
+        if (receptions == 0) {
+            return;
+        }
+        // As wide as that it is drawn, and as far it is pointed at.
+        MapData data;
+        data.home = GeoPosition {30, -40};
+        data.sites = {site(u"Sea"_s, u"X"_s, {30, -34}, u"Es", receptions, 7)};
+        Shown shown(data);
+        const MapStyle style = MapStyle::of(shown->palette());
+        const QPoint middle = shown.pixelOf(u"Sea"_s);
+        const QImage image = shown->grab().toImage();
+        const double ratio = image.devicePixelRatio();
+        int wide = 0;
+        for (int x = -40; x <= 40; ++x) {
+            wide +=
+                near(image.pixelColor((QPointF(middle) * ratio).toPoint() + QPoint(x, 0)), style.mode(esMode))
+                ? 1
+                : 0;
+        }
+        QVERIFY2(std::abs(wide / ratio - (2 * radius - 1)) <= 1.5, qPrintable(QString::number(wide / ratio)));
+        const QSignalSpy chosen(&*shown, &MapView::receptionChosen);
+        const auto reach = static_cast<int>(std::floor(radius));
+        QTest::mouseClick(&*shown, Qt::LeftButton, {}, middle + QPoint(0, reach + 4));
+        QCOMPARE(chosen.count(), 0);
+        QTest::mouseClick(&*shown, Qt::LeftButton, {}, middle + QPoint(0, reach));
+        QCOMPARE(chosen.count(), 1);
     }
 
     void theLegendSwitchesModesOff()
