@@ -53,7 +53,7 @@ void Form1::wireView()
         connect(tick, &QAction::toggled, this, [this, column](bool shown) { showColumn(column, shown); });
     }
     m_ui->menuViewColumns->addSeparator();
-    connect(m_ui->menuViewColumns->addAction(u"As at First"_s), &QAction::triggered, this,
+    connect(m_ui->menuViewColumns->addAction(u"As at first"_s), &QAction::triggered, this,
         [this] { columnsAsAtFirst(); });
     connect(m_ui->menuViewColumns, &QMenu::aboutToShow, this, [this] { tickColumns(); });
     connect(m_ui->Grid1->horizontalHeader(), &QWidget::customContextMenuRequested, this,

@@ -74,8 +74,8 @@ void ReceiverDock::makeMenu()
     addTick(*menu, u"&Notification for New Stations"_s, m_settings.notification);
     m_atOnce = addTick(*menu, u"Play Recorded &Files at Once"_s, m_settings.last.atOnce);
     menu->addSeparator();
-    menu->addAction(u"&Automatic Logging..."_s, this, [this] { openAutoLog(); });
-    menu->addAction(u"&Keep This Source..."_s, this, [this] { guarded(this, [this] { keepSource(); }); });
+    menu->addAction(u"&Automatic Logging…"_s, this, [this] { openAutoLog(); });
+    menu->addAction(u"&Keep This Source…"_s, this, [this] { guarded(this, [this] { keepSource(); }); });
     m_kept = menu->addMenu(u"Kept So&urces"_s);
     m_kept->setObjectName(u"receiverKept"_s);
     fillKept();

@@ -372,7 +372,7 @@ private Q_SLOTS:
     {
         const TestDirectory folder;
         Docked docked(folder.path());
-        docked.choose(u"Automatic Logging..."_s);
+        docked.choose(u"Automatic Logging…"_s);
         auto *const dialog = docked.dock.findChild<QDialog *>(u"autoLog"_s);
         QVERIFY(dialog != nullptr);
         QCOMPARE(withoutName(*dialog), QStringList());
@@ -423,7 +423,7 @@ private Q_SLOTS:
             QCOMPARE(docked.get<QPushButton>(u"receiverConnect"_s)->text().remove(u'&'), u"Disconnect"_s);
             DialogAnswers answers;
             answers.type(u"At home"_s);
-            docked.choose(u"Keep This Source..."_s);
+            docked.choose(u"Keep This Source…"_s);
             docked.press(u"receiverConnect"_s);
             QTRY_COMPARE(docked.text(u"receiverState"_s), u"not connected"_s);
             QCOMPARE(docked.get<QMenu>(u"receiverKept"_s)->actions().first()->text(), u"At home"_s);
