@@ -217,7 +217,7 @@ private Q_SLOTS:
         Shown shown(around(germany));
         const MapStyle style = MapStyle::of(shown->palette());
         QTest::qWait(250);
-        const QImage image = shown->grab().toImage();
+        QImage image = shown->grab().toImage();
         const auto share = [&](const std::vector<PlaneLine> &lines, const QColor &colour) {
             int points = 0;
             int drawn = 0;
@@ -241,6 +241,12 @@ private Q_SLOTS:
         const PlaneOutlines &outlines = shown->scene().outlines(OutlineDetail::Fine);
         QVERIFY(share(outlines.land, style.coast) > 0.9);
         QVERIFY(share(outlines.borders, style.border) > 0.9);
+        // Nearer, every bay of the fjords.
+        shown.wheel(shown.pixelAt({61, 5.5}), 5 * 120);
+        QTest::qWait(250);
+        image = shown->grab().toImage();
+        const double fjords = share(outlines.land, style.coast);
+        QVERIFY2(fjords > 0.9, qPrintable(QString::number(fjords)));
     }
 
     void dotsHaveTheColourOfTheirMode_data()
