@@ -28,8 +28,8 @@ private:
     QHash<Thing, int> m_numbers;
 };
 
-/// Numbers texts, in no order. Those of up to four letters, as PI codes and countries are, go by their letters: to
-/// compare texts is to wait for where they lie in memory.
+/// Numbers texts, in no order. Those of up to four letters, as PI codes and countries are, go by their
+/// letters: to compare texts is to wait for where they lie in memory.
 class TextNumbering
 {
 public:

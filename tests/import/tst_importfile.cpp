@@ -130,8 +130,7 @@ void TestImportFile::whatTheListenerSaidOfAFileComesWithItsRefusedLines()
     const std::vector<ImportReading> readings {
         readImportFile(sources.front(), choice, {}, surroundings(), mostImportRows)};
     QByteArray refused = refusedLines(sources, readings);
-    QVERIFY2(
-        refused.contains("; separator=bar; columns=datetime,site,freq,pi\r\n"), refused.constData());
+    QVERIFY2(refused.contains("; separator=bar; columns=datetime,site,freq,pi\r\n"), refused.constData());
     // Nobody remembers the heading, and there is a semicolon in each of its lines now.
     refused.replace("Gdzie", "Gdzie;").replace("D3CX", "D3C2");
     const auto mended = sourcesOf(u"mended.txt"_s, refused);
