@@ -1,8 +1,8 @@
 #include "core/suggestions.h"
 
-#include <QSet>
+#include "platform/backwards.h"
 
-#include <ranges>
+#include <QSet>
 
 namespace quillon {
 
@@ -15,7 +15,7 @@ QStringList textsOf(const Logbook &log, QString LogEntry::*key, const QString &v
     if (value.isEmpty()) {
         return texts;
     }
-    for (const LogEntry &entry : std::ranges::subrange(log.begin(), log.end()) | std::views::reverse) {
+    for (const LogEntry &entry : backwards(log)) {
         if (entry.*key == value && !(entry.*text).isEmpty() && entry.piCode != deletedPiCode
             && !seen.contains(entry.*text)) {
             seen.insert(entry.*text);

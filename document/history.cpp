@@ -1,6 +1,7 @@
 #include "document/history.h"
 
-#include <ranges>
+#include "platform/backwards.h"
+
 #include <utility>
 
 namespace quillon {
@@ -20,8 +21,8 @@ void Step::settle(qint32 entry, LogField field, const FieldValue &value)
 void Step::remember(const Logbook &log)
 {
     qint32 number = log.count();
-    for (Change &change : std::views::reverse(changes)) {
-        for (LogEntry &entry : std::views::reverse(change.log.added)) {
+    for (Change &change : backwards(changes)) {
+        for (LogEntry &entry : backwards(change.log.added)) {
             --number;
             entry = log.entry(number);
         }

@@ -1,10 +1,10 @@
 #include "document/logdocument.h"
 
+#include "platform/backwards.h"
 #include "platform/runtimeerror.h"
 
 #include <algorithm>
 #include <numeric>
-#include <ranges>
 #include <utility>
 
 namespace quillon {
@@ -212,7 +212,7 @@ void LogDocument::undo()
     }
     m_history.moveToUndone(m_log);
     std::vector<Change> inverses;
-    for (const Change &change : std::views::reverse(m_history.redoable()->changes)) {
+    for (const Change &change : backwards(m_history.redoable()->changes)) {
         inverses.push_back(change.inverse());
     }
     restore(inverses);

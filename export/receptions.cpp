@@ -1,25 +1,11 @@
 #include "export/receptions.h"
 
+#include "core/fetchahead.h"
+
 #include <algorithm>
 #include <numeric>
 
 namespace quillon {
-
-namespace {
-
-// The texts of a log lie scattered in memory, and a walk over them would wait for nearly every one. Asked for
-// some entries ahead, they are there when their turn comes.
-template<typename... Fields>
-void fetchAhead(const Logbook &log, qint32 number, Fields... fields)
-{
-    constexpr qint32 ahead = 12;
-    if (number + ahead < log.count()) {
-        const LogEntry &entry = *(log.begin() + number + ahead);
-        (__builtin_prefetch((entry.*fields).constData()), ...);
-    }
-}
-
-} // namespace
 
 std::vector<Reception> findReceptions(const Logbook &log, const TransmitterList &transmitters)
 {

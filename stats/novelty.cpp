@@ -1,5 +1,6 @@
 #include "stats/novelty.h"
 
+#include "core/fetchahead.h"
 #include "stats/collectionrules.h"
 
 #include <algorithm>
@@ -24,6 +25,22 @@ constexpr std::array knownMarks {
 constexpr std::size_t at(NoveltyMark mark)
 {
     return static_cast<std::size_t>(mark);
+}
+
+// What has that number; made where there is none.
+template<typename Thing>
+Thing &atNumber(std::vector<Thing> &things, int number)
+{
+    const auto place = static_cast<std::size_t>(number);
+    if (place >= things.size()) {
+        things.resize(place + 1);
+    }
+    return things[place];
+}
+
+quint64 pairOf(int first, int second)
+{
+    return quint64(static_cast<quint32>(first)) << 32 | static_cast<quint32>(second);
 }
 
 QString wordsOf(NoveltyMark mark, const LogEntry &entry)
@@ -113,9 +130,9 @@ Novelty::Counted Novelty::counted(const LogEntry &entry)
         return result;
     }
     const bool byPi = !entry.piCode.isEmpty();
-    const int label = m_texts.of(byPi ? entry.piCode : entry.rdsName);
-    const int country = m_texts.of(entry.country);
-    const int site = m_sites.of({m_texts.of(entry.transmitter), country});
+    const int label = byPi ? m_piCodes.of(entry.piCode) : m_names.of(entry.rdsName);
+    const int country = m_countries.of(entry.country);
+    const int site = m_sites.of(pairOf(m_siteNames.of(entry.transmitter), country));
     const auto set = [&](NoveltyMark mark, bool there, auto number) {
         if (there) {
             result.groups[at(mark)] = number();
@@ -125,16 +142,16 @@ Novelty::Counted Novelty::counted(const LogEntry &entry)
     set(NoveltyMark::Site, !entry.transmitter.isEmpty(), [&] { return site; });
     set(NoveltyMark::Country, hasCountry(entry), [&] { return country; });
     const bool hasMode = !entry.prop.isEmpty();
-    const int mode = m_texts.of(entry.prop);
+    const int mode = m_modes.of(entry.prop);
     set(NoveltyMark::CountryInMode, hasMode && hasCountry(entry), [&] {
-        const int pair = m_countriesInMode.of({country, mode});
+        const int pair = m_countriesInMode.of(pairOf(country, mode));
         m_countryOfPair.resize(static_cast<std::size_t>(m_countriesInMode.count()), country);
         return pair;
     });
     result.distance = positiveNumber(entry.dist).value_or(0);
     set(NoveltyMark::Farthest, hasMode && result.distance > 0, [&] { return mode; });
     set(NoveltyMark::StationInYear, hasStation(entry), [&] {
-        const int station = m_stations.of({label * 2 + (byPi ? 1 : 0), site});
+        const quint64 station = pairOf(label * 2 + (byPi ? 1 : 0), site);
         return m_stationsInYear.of({station, civil(entry.dateTime).year});
     });
     return result;
@@ -148,38 +165,56 @@ bool Novelty::isBefore(qint32 left, qint32 right) const
 }
 
 // Where the entry stands, or would stand.
-std::size_t Novelty::placeIn(const Group &group, qint32 entry) const
+qsizetype Novelty::placeIn(const Group &group, qint32 entry) const
 {
     const auto before = [this](qint32 left, qint32 right) { return isBefore(left, right); };
     // Most receptions are the latest.
-    if (!group.entries.empty() && isBefore(group.entries.back(), entry)) {
-        return group.entries.size();
+    if (!group.isEmpty() && isBefore(group.back(), entry)) {
+        return group.size();
     }
-    return static_cast<std::size_t>(
-        std::ranges::lower_bound(group.entries, entry, before) - group.entries.begin());
+    return std::ranges::lower_bound(group, entry, before) - group.begin();
 }
 
 Novelty::Group &Novelty::groupOf(std::size_t mark, int number)
 {
-    std::vector<Group> &groups = m_groups[mark];
-    const auto place = static_cast<std::size_t>(number);
-    if (place >= groups.size()) {
-        groups.resize(place + 1);
-    }
-    return groups[place];
+    return atNumber(m_groups[mark], number);
 }
 
-// The farthest up to each entry, after something came in at `place` or went from there: as soon as it is what
-// it was, so is all behind it.
-void Novelty::measureFrom(Group &group, std::size_t place, bool cameIn) const
+std::vector<double> &Novelty::farthestOf(int number)
 {
-    double farthest = place > 0 ? group.farthest[place - 1] : 0;
-    for (std::size_t i = place; i < group.entries.size(); ++i) {
-        farthest = std::max(farthest, m_counted[static_cast<std::size_t>(group.entries[i])].distance);
-        if (group.farthest[i] == farthest && !(cameIn && i == place)) {
+    return atNumber(m_farthest, number);
+}
+
+// The farthest up to each entry of the group, after something came in at `place` or went from there: as soon
+// as it is what it was, so is all behind it.
+void Novelty::measureFrom(int number, qsizetype place, bool cameIn)
+{
+    const Group &group = groupOf(at(NoveltyMark::Farthest), number);
+    std::vector<double> &farthest = farthestOf(number);
+    const auto first = static_cast<std::size_t>(place);
+    double best = first > 0 ? farthest[first - 1] : 0;
+    for (std::size_t i = first; i < farthest.size(); ++i) {
+        const qint32 entry = group[static_cast<qsizetype>(i)];
+        best = std::max(best, m_counted[static_cast<std::size_t>(entry)].distance);
+        if (farthest[i] == best && !(cameIn && i == first)) {
             break;
         }
-        group.farthest[i] = farthest;
+        farthest[i] = best;
+    }
+}
+
+// Puts in an entry that is the latest of all so far.
+void Novelty::append(qint32 entry)
+{
+    const Counted &one = m_counted[static_cast<std::size_t>(entry)];
+    for (std::size_t mark = 0; mark < noveltyMarkCount; ++mark) {
+        if (one.groups[mark] != none) {
+            groupOf(mark, one.groups[mark]).append(entry);
+        }
+    }
+    if (const int number = one.groups[at(NoveltyMark::Farthest)]; number != none) {
+        std::vector<double> &farthest = farthestOf(number);
+        farthest.push_back(farthest.empty() ? one.distance : std::max(farthest.back(), one.distance));
     }
 }
 
@@ -187,16 +222,17 @@ void Novelty::put(qint32 entry)
 {
     const Counted &one = m_counted[static_cast<std::size_t>(entry)];
     for (std::size_t mark = 0; mark < noveltyMarkCount; ++mark) {
-        if (one.groups[mark] == none) {
+        const int number = one.groups[mark];
+        if (number == none) {
             continue;
         }
-        Group &group = groupOf(mark, one.groups[mark]);
-        const std::size_t place = placeIn(group, entry);
-        const auto offset = static_cast<std::ptrdiff_t>(place);
-        group.entries.insert(group.entries.begin() + offset, entry);
+        Group &group = groupOf(mark, number);
+        const qsizetype place = placeIn(group, entry);
+        group.insert(group.begin() + place, entry);
         if (mark == at(NoveltyMark::Farthest)) {
-            group.farthest.insert(group.farthest.begin() + offset, 0);
-            measureFrom(group, place, true);
+            std::vector<double> &farthest = farthestOf(number);
+            farthest.insert(farthest.begin() + place, 0);
+            measureFrom(number, place, true);
         }
     }
 }
@@ -205,16 +241,17 @@ void Novelty::take(qint32 entry)
 {
     Counted &one = m_counted[static_cast<std::size_t>(entry)];
     for (std::size_t mark = 0; mark < noveltyMarkCount; ++mark) {
-        if (one.groups[mark] == none) {
+        const int number = one.groups[mark];
+        if (number == none) {
             continue;
         }
-        Group &group = groupOf(mark, one.groups[mark]);
-        const std::size_t place = placeIn(group, entry);
-        const auto offset = static_cast<std::ptrdiff_t>(place);
-        group.entries.erase(group.entries.begin() + offset);
+        Group &group = groupOf(mark, number);
+        const qsizetype place = placeIn(group, entry);
+        group.erase(group.begin() + place);
         if (mark == at(NoveltyMark::Farthest)) {
-            group.farthest.erase(group.farthest.begin() + offset);
-            measureFrom(group, place, false);
+            std::vector<double> &farthest = farthestOf(number);
+            farthest.erase(farthest.begin() + place);
+            measureFrom(number, place, false);
         }
     }
     one.groups.fill(none);
@@ -226,9 +263,13 @@ void Novelty::count(const Logbook &log)
     for (std::vector<Group> &groups : m_groups) {
         groups.clear();
     }
+    m_farthest.clear();
     m_counted.clear();
     m_counted.reserve(static_cast<std::size_t>(log.count()));
+    qint32 number = 0;
     for (const LogEntry &entry : log) {
+        fetchAhead(log, number++, &LogEntry::piCode, &LogEntry::prop, &LogEntry::transmitter,
+            &LogEntry::country, &LogEntry::dist);
         m_counted.push_back(counted(entry));
     }
     std::vector<qint32> order(m_counted.size());
@@ -239,7 +280,7 @@ void Novelty::count(const Logbook &log)
         std::ranges::sort(order, before);
     }
     for (const qint32 entry : order) {
-        put(entry);
+        append(entry);
     }
 }
 
@@ -280,10 +321,11 @@ NoveltyMarks Novelty::marks(qint32 entry) const
         }
         const Group &group = m_groups[mark][static_cast<std::size_t>(one.groups[mark])];
         if (mark == at(NoveltyMark::Farthest)) {
-            const std::size_t standing = placeIn(group, entry);
-            marks.set(mark, standing == 0 || one.distance > group.farthest[standing - 1]);
+            const auto standing = static_cast<std::size_t>(placeIn(group, entry));
+            const std::vector<double> &farthest = m_farthest[static_cast<std::size_t>(one.groups[mark])];
+            marks.set(mark, standing == 0 || one.distance > farthest[standing - 1]);
         } else {
-            marks.set(mark, group.entries.front() == entry);
+            marks.set(mark, group.front() == entry);
         }
     }
     return marks;
@@ -296,7 +338,7 @@ Novelty::Known Novelty::known() const
         std::vector<bool> &there = known[at(mark)];
         there.reserve(m_groups[at(mark)].size());
         for (const Group &group : m_groups[at(mark)]) {
-            there.push_back(!group.entries.empty());
+            there.push_back(!group.isEmpty());
         }
     }
     return known;

@@ -5,6 +5,7 @@
 
 #include <QString>
 #include <QStringList>
+#include <QVarLengthArray>
 
 #include <array>
 #include <bitset>
@@ -73,35 +74,38 @@ private:
         double distance = 0;
         std::array<int, noveltyMarkCount> groups {-1, -1, -1, -1, -1, -1}; ///< by NoveltyMark; -1 for none
     };
-    // Those that compete for a mark, in the order of time.
-    struct Group
-    {
-        std::vector<qint32> entries;
-        std::vector<double> farthest; ///< up to each of them; for NoveltyMark::Farthest alone
-    };
+    // Those that compete for a mark, in the order of time; mostly one or two.
+    using Group = QVarLengthArray<qint32, 2>;
     // Whether there are any, by mark and number.
     using Known = std::array<std::vector<bool>, 4>;
-    using Pairs = Numbering<std::pair<int, int>>;
+    using Pairs = Numbering<quint64>;
 
     [[nodiscard]] Known known() const;
     [[nodiscard]] Counted counted(const LogEntry &entry);
     [[nodiscard]] bool isBefore(qint32 left, qint32 right) const;
-    [[nodiscard]] std::size_t placeIn(const Group &group, qint32 entry) const;
+    [[nodiscard]] qsizetype placeIn(const Group &group, qint32 entry) const;
     [[nodiscard]] Group &groupOf(std::size_t mark, int number);
+    [[nodiscard]] std::vector<double> &farthestOf(int number);
+    void append(qint32 entry);
     void put(qint32 entry);
     void take(qint32 entry);
-    void measureFrom(Group &group, std::size_t place, bool cameIn) const;
+    void measureFrom(int number, qsizetype place, bool cameIn);
 
     std::vector<Counted> m_counted; ///< by entry
     std::array<std::vector<Group>, noveltyMarkCount> m_groups;
+    std::vector<std::vector<double>> m_farthest; ///< up to each entry of the groups of NoveltyMark::Farthest
     Known m_remembered;
     // Numbers are never given back, so that what was known before can be compared with what is known now.
-    Numbering<QString> m_texts;
+    using Texts = TextNumbering;
+    Texts m_piCodes;
+    Texts m_names; ///< of stations without a PI code
+    Texts m_siteNames;
+    Texts m_countries;
+    Texts m_modes;
     Pairs m_sites;
     Pairs m_countriesInMode;
     std::vector<int> m_countryOfPair; ///< by number of m_countriesInMode
-    Pairs m_stations;
-    Pairs m_stationsInYear;
+    Numbering<std::pair<quint64, int>> m_stationsInYear; ///< by what it is called and its site, and the year
 };
 
 } // namespace quillon

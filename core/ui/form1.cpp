@@ -38,7 +38,6 @@ Form1::Form1(const Form1Options &options)
     , m_backups(options.backupFolder, m_config, *options.fileCalls)
     , m_document(m_config, options.regional, *options.fileCalls)
     , m_rows(m_document.log(), options.regional.months)
-    , m_novelty(std::make_unique<Novelty>())
     , m_inet(new Inet1(options.regional.codePage, this))
 {
     m_config.whenRead([this] {

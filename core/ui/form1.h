@@ -100,6 +100,7 @@ private:
 
     // form1_collection.cpp: what is new, what the log adds up to
     void wireNovelty();
+    [[nodiscard]] Novelty &novelty();
     void showNewBadge(qint32 entry);
     void rememberKnown();
     void tellNews();
@@ -297,7 +298,7 @@ private:
     EntryForm *m_form = nullptr;
     Results *m_results = nullptr;
     qint32 m_selected = -1;
-    std::unique_ptr<Novelty> m_novelty;
+    std::unique_ptr<Novelty> m_novelty; ///< none before somebody asks
     std::optional<EntryForm::Draft> m_unstored; ///< what was typed when another row was chosen
     qint32 m_unstoredEntry = -1;
     std::vector<qint32> m_lastChanged; ///< the entries of the last change of the document

@@ -9,11 +9,23 @@ namespace quillon {
 
 using namespace Qt::StringLiterals;
 
+// What is new in each reception. Counted when it is first asked for, so that the window is there first.
+Novelty &Form1::novelty()
+{
+    if (!m_novelty) {
+        m_novelty = std::make_unique<Novelty>();
+        m_novelty->count(log());
+    }
+    return *m_novelty;
+}
+
 // What is new is known before the views ask for it: this hears of a change before they do.
 void Form1::wireNovelty()
 {
     connect(&m_document, &LogDocument::changed, this, [this](const DocumentChange &what) {
-        m_novelty->update(log(), what.entries);
+        if (m_novelty) {
+            m_novelty->update(log(), what.entries);
+        }
         m_news->hide();
         if (what.kind == DocumentChange::Kind::Restored) {
             m_form->showBadge({});
@@ -24,7 +36,7 @@ void Form1::wireNovelty()
         }
     });
     m_rows.setTips([this](const LogEntry &entry, qint32 number, GridColumn column) {
-        return column == GridColumn::New ? wordsOf(m_novelty->marks(number), entry).join("; "_L1) : QString();
+        return column == GridColumn::New ? wordsOf(novelty().marks(number), entry).join("; "_L1) : QString();
     });
 }
 
@@ -32,19 +44,19 @@ void Form1::wireNovelty()
 void Form1::showNewBadge(qint32 entry)
 {
     if (!m_importing) {
-        m_form->showBadge(badgeText(m_novelty->marks(entry), log().entry(entry)));
+        m_form->showBadge(badgeText(novelty().marks(entry), log().entry(entry)));
     }
 }
 
 void Form1::rememberKnown()
 {
-    m_novelty->remember();
+    novelty().remember();
 }
 
 // Beside what the status line says: what the log had not when that was remembered. Until the next change.
 void Form1::tellNews()
 {
-    const QString news = newThingsText(m_novelty->newSinceRemembered());
+    const QString news = newThingsText(novelty().newSinceRemembered());
     m_news->setText(news);
     m_news->setVisible(!news.isEmpty());
 }
@@ -59,8 +71,8 @@ void Form1::menuStatsCollection_Click()
         const std::span<const qint32> rows = m_rows.shown();
         return std::vector<qint32>(rows.begin(), rows.end());
     };
-    auto *window = new CollectionWindow(
-        {log(), transmitters(), m_config, *m_novelty, shown}, this, *m_options.fileCalls);
+    auto *window =
+        new CollectionWindow({log(), transmitters(), m_config, novelty(), shown}, this, *m_options.fileCalls);
     connect(&m_document, &LogDocument::changed, window, &CollectionWindow::logChanged);
     connect(
         window, &CollectionWindow::receptionsWanted, this, [this, window](const CellReceptions &receptions) {

@@ -12,6 +12,7 @@
 
 #include <QApplication>
 #include <QPointer>
+#include <QTimer>
 
 namespace quillon {
 
@@ -39,7 +40,6 @@ void Form1::Form_Load()
     m_ui->Grid1->writeGridHeader();
     m_form->setState(EntryForm::State::AtRest);
     guarded(messageParent, [this] { loadLogbookFile(); });
-    m_novelty->count(log());
     populateGrid();
     guarded(messageParent, [this] { loadTransmitterList(); });
     guarded(messageParent, [this] { loadCountryList(); });
@@ -53,6 +53,9 @@ void Form1::Form_Load()
     if (splash) {
         splash->close();
     }
+    // Nobody waits for it now; the first Add would.
+    constexpr int afterShowing = 200;
+    QTimer::singleShot(afterShowing, this, [this] { (void)novelty(); });
 }
 
 void Form1::loadLogbookFile()

@@ -263,7 +263,7 @@ void Form1::importStationList(const QString &path)
     backUpToday();
     writeFile(m_config.path(stationListName.toString()), bytes, *m_options.fileCalls);
     m_probably->listChanged();
-    m_status->setText(u"The list holds "_s + countsText(list.counts()));
+    tell(u"The list holds "_s + countsText(list.counts()));
     showMessageWith(this, u"The list holds "_s + countsText(list.counts()) + u'.' + refused, details, title);
 }
 

@@ -40,7 +40,7 @@ void Form1::wireView()
         case GridColumn::Locator:
             return locatorCell(entry, transmitters());
         case GridColumn::New:
-            return shortText(m_novelty->marks(number));
+            return shortText(novelty().marks(number));
         default:
             return mufCell(entry, transmitters(), home);
         }

@@ -78,6 +78,8 @@ private Q_SLOTS:
     void aFolderGivesItsFiles();
     void refusedLinesComeBackMended();
     void refusedLinesAreReadAsTheirFileWas();
+    void whatTheListenerSaidOfAFileComesWithItsRefusedLines();
+    void refusedLinesOfAFileWithoutAHeadingAreGivenOne();
     void linesBehindARefusedPiCodeStayWithIt();
     void refusedLinesOfTooManyFilesAreRefused();
     void longNamesOfColumnsAreCut();
@@ -99,8 +101,9 @@ void TestImportFile::refusedLinesAreReadAsTheirFileWas()
     const std::vector<ImportReading> readings {
         readImportFile(sources.front(), choice, {}, surroundings("Europe/Berlin"), mostImportRows)};
     QByteArray refused = refusedLines(sources, readings);
-    QVERIFY2(
-        refused.contains("dates=month first; decimal=comma; times=Europe/Berlin\r\n"), refused.constData());
+    QVERIFY2(refused.contains("dates=month first; decimal=comma; times=Europe/Berlin; "
+                              "separator=semicolon; columns=date,time,freq,pi\r\n"),
+        refused.constData());
     Logbook log;
     ImportSession session(log, surroundings(), {}, 0);
     session.setSources(
@@ -114,6 +117,49 @@ void TestImportFile::refusedLinesAreReadAsTheirFileWas()
     session.choice(0).dates = DateOrder::DayFirst;
     session.read();
     QCOMPARE(told(*session.rows().front()).section(u'|', 2, 2), u"03/04/2025 12:00:00"_s);
+}
+
+void TestImportFile::whatTheListenerSaidOfAFileComesWithItsRefusedLines()
+{
+    const auto sources = sourcesOf(u"a.csv"_s,
+        CodePage(1250).encode(u"Kiedy|Gdzie|Ile|Kod\n21.11.2025 18:30|\u0141\u00F3d\u017A; x|98,5|D3CX\n"_s));
+    FormatChoice choice;
+    choice.encoding = TextEncoding::Windows1250;
+    choice.separator = u'|';
+    choice.columns = {ColumnUse::DateTime, ColumnUse::Transmitter, ColumnUse::Freq, ColumnUse::PiCode};
+    const std::vector<ImportReading> readings {
+        readImportFile(sources.front(), choice, {}, surroundings(), mostImportRows)};
+    QByteArray refused = refusedLines(sources, readings);
+    QVERIFY2(refused.contains("; separator=bar; columns=datetime,site,freq,pi\r\n"), refused.constData());
+    // Nobody remembers the heading, and there is a semicolon in each of its lines now.
+    refused.replace("Gdzie", "Gdzie;").replace("D3CX", "D3C2");
+    const auto mended = sourcesOf(u"mended.txt"_s, refused);
+    const ImportReading again =
+        readImportFile(mended.front(), mended.front().choice, {}, surroundings(), mostImportRows);
+    QVERIFY(!again.format.guessed);
+    QCOMPARE(again.format.encoding, TextEncoding::Utf8);
+    QCOMPARE(told(again), QStringList {u"6|D3C2|21/11/2025 18:30:00||98.5|L\u00F3dz; x|TBD||||||"_s});
+    // What is none of these words stays open.
+    refused.replace("separator=bar", "separator=dot").replace("columns=datetime", "columns=day");
+    const FormatChoice open = sourcesOf(u"mended.txt"_s, refused).front().choice;
+    QVERIFY(!open.separator && !open.columns && open.dates);
+}
+
+void TestImportFile::refusedLinesOfAFileWithoutAHeadingAreGivenOne()
+{
+    const auto sources = sourcesOf(u"a.csv"_s,
+        "2025-11-21 18:30,98.5,D3C2,MDR\n2025-11-21 18:31,none,D3C2,MDR\n2025-11-21 18:32,none,F201,FIP\n");
+    FormatChoice choice;
+    choice.columns = {ColumnUse::DateTime, ColumnUse::Freq, ColumnUse::PiCode, ColumnUse::Name};
+    const std::vector<ImportReading> readings {
+        readImportFile(sources.front(), choice, {}, surroundings(), mostImportRows)};
+    QByteArray refused = refusedLines(sources, readings);
+    QVERIFY2(refused.contains("\r\nColumn 1,Column 2,Column 3,Column 4\r\n#! line 2: "), refused.constData());
+    const auto mended = sourcesOf(u"mended.txt"_s, refused.replace("none", "99.5"));
+    const ImportReading again =
+        readImportFile(mended.front(), mended.front().choice, {}, surroundings(), mostImportRows);
+    QCOMPARE(again.rows.size(), std::size_t(2));
+    QCOMPARE(again.rows[1].entry.piCode, u"F201"_s);
 }
 
 void TestImportFile::linesBehindARefusedPiCodeStayWithIt()
@@ -470,7 +516,8 @@ void TestImportFile::refusedLinesComeBackMended()
     QCOMPARE(refused,
         QByteArray("#! Receptions that Quillon refused: mend the lines and import this file again.\r\n"
                    "#! file: a.csv\r\n"
-                   "#! read with: dates=day first; decimal=comma; times=UTC\r\n"
+                   "#! read with: dates=day first; decimal=comma; times=UTC; separator=semicolon; "
+                   "columns=date,time,freq,country,name,site,kw,dist,notes,prop,notes,details,notes,notes\r\n"
                    "Date;UTC;MHz;ITU;Program;Location;kW;QRB km;QTF;Propa;RDS;Details;Remarks;Antenna\r\n"
                    "#! line 8: Frequency Empty\r\n"
                    "20.11.25;1200;;F;FIP;;;;;;;;;\r\n"

@@ -85,6 +85,15 @@ void showStatistics(Walk &walk)
     leave(window);
 }
 
+void showShownExport(Walk &walk)
+{
+    walk.answers().doing([&walk](QWidget *box) {
+        walk.picture(u"export-shown"_s, *box, QSize(720, 420));
+        QTest::keyClick(box, Qt::Key_Escape);
+    });
+    walk.menu(u"menuExportShown"_s);
+}
+
 void showBackups(Walk &walk)
 {
     walk.menu(u"menuFileBackups"_s);
@@ -141,7 +150,8 @@ QList<Stop> windowStops()
     return {{u"Quick Add"_s, showQuickAdd}, {u"the converter"_s, showConverter}, {u"the setup"_s, showSetup},
         {u"the scratch pad"_s, showScratchPad}, {u"about"_s, showAbout},
         {u"the statistics"_s, showStatistics}, {u"the collection"_s, showCollection},
-        {u"the backups"_s, showBackups}, {u"the web pages"_s, writeWebPages}};
+        {u"the export of what is shown"_s, showShownExport}, {u"the backups"_s, showBackups},
+        {u"the web pages"_s, writeWebPages}};
 }
 
 } // namespace quillon::tour

@@ -1,5 +1,6 @@
 #include "fmlistwindow.h"
 
+#include <QLabel>
 #include <QProgressBar>
 #include <QRegularExpression>
 
@@ -41,6 +42,7 @@ private Q_SLOTS:
     void modePiLeavesTheNameOutAndTheFormKeepsIt();
     void noneAndMultiAreMarkedAndSavedAtTheEnd();
     void anExactMatchIsStoredAndRecorded();
+    void whatTheLogHadNotIsTold();
     void theRecordsAreAppended();
     void whileItRunsTheLabelAndTheProgressAreShown();
     void failedRequestsCountAsNoMatch_data();
@@ -209,6 +211,18 @@ void TestAutoSearch::anExactMatchIsStoredAndRecorded()
         "(Alex)\t6:7.5\t7:100\t8:oneCRLFtwo\t9:Es\t10:\t11:4711\t\r"_ba);
     const QRegularExpression moment(u"^\\d\\d/\\d\\d/\\d{4} \\d\\d:\\d\\d:\\d\\d$"_s);
     QVERIFY(moment.match(QString::fromLatin1(lines[0].left(time))).hasMatch());
+}
+
+void TestAutoSearch::whatTheLogHadNotIsTold()
+{
+    m_window->open(exact + unknown);
+    const auto *news = m_window->find<QLabel>("news");
+    m_window->searchAutomatically("menuFMLSearchPI");
+    QCOMPARE(m_window->text("news"), u"1 new site, 1 new country"_s);
+    QVERIFY(news->isVisible());
+    // All that it finds now is known.
+    m_window->searchAutomatically("menuFMLSearchPI");
+    QVERIFY(news->isHidden());
 }
 
 void TestAutoSearch::theRecordsAreAppended()

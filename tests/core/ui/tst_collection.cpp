@@ -60,6 +60,17 @@ private Q_SLOTS:
             "First of this station in 2024</qt>"_s);
     }
 
+    // The log is counted after the window is there, or when somebody asks before.
+    void whatChangesBeforeTheLogIsCountedIsCounted()
+    {
+        LogEntry entry = m_main->form().log().entry(2);
+        entry.piCode = u"E999"_s;
+        m_main->form().document().commit({u"Add"_s, LogChange::addition(entry), {}});
+        QCOMPARE(m_main->grid().text(4, GridColumn::New), u"PI Year"_s);
+        m_main->trigger("menuEditUndo");
+        QCOMPARE(m_main->grid().text(1, GridColumn::New), u"PI Site ITU Mode Far Year"_s);
+    }
+
     void anAddShowsTheBadgeAndAnUndoTakesTheMarksBack()
     {
         auto *badge = m_main->find<QLabel>("newBadge");

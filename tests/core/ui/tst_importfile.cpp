@@ -122,7 +122,33 @@ private Q_SLOTS:
     void aLogThatChangesMeanwhileIsComparedAnew();
     void whatCannotBeReadIsTold();
     void otherImportsTellWhatWasThere();
+    void whatTheLogHadNotIsTold();
 };
+
+void TestImportFileWindow::whatTheLogHadNotIsTold()
+{
+    FileImportWindow window;
+    window.write(u"known.csv"_s, heading + "2010-06-13 18:30:00,D3C3,100.5,RNE_1,E,Bilbao,,,,Tropo,,\r\n");
+    window.write(u"new.csv"_s,
+        heading
+            + "2010-06-14 18:30:00,,88.1,UNO,I,Monte Cavo,,,,Es,,\r\n"
+              "2009-06-14 18:31:00,,88.2,DUE,I,Monte Serra,,,,Es,,\r\n"
+              "2010-06-14 18:32:00,,88.3,DUE,I,Monte Serra,,,,Es,,\r\n"
+              "2010-06-14 18:33:00,D3C3,88.4,RNE_1,E,Granada,,,,Es,,\r\n");
+    window.start(oldEntry);
+    const auto *news = window.find<QLabel>("news");
+    importFile &dialog = window.open();
+    window.drop(dialog, {u"known.csv"_s});
+    ImportingWindow::press(&dialog, u"importGo"_s);
+    QCOMPARE(window.form().log().count(), 2);
+    QVERIFY(news->isHidden());
+    window.drop(dialog, {u"new.csv"_s});
+    ImportingWindow::press(&dialog, u"importGo"_s);
+    QCOMPARE(window.text("news"), u"3 new sites, 1 new country, 1 country new in its mode"_s);
+    QVERIFY(news->isVisible());
+    window.trigger("menuEditUndo");
+    QVERIFY(news->isHidden());
+}
 
 void TestImportFileWindow::theMenuOpensOneWindow()
 {

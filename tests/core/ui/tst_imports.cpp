@@ -24,6 +24,7 @@ private Q_SLOTS:
     void rdsSpyReceptionsGoThroughAdd();
     void theEntryFormIsAsAfterAdd();
     void aNameInUtf8IsWrittenInTheCodePage();
+    void whatTheLogHadNotIsTold();
     void markedReceptionsAreLeftOut();
     void whatAddRefusesIsToldAndTheRestIsAdded();
     void aWrongOffsetIsStoredAndStopsTheImport();
@@ -123,6 +124,28 @@ void TestImports::aNameInUtf8IsWrittenInTheCodePage()
     ImportingWindow::press(dialog, u"Command3"_s);
     QCOMPARE(window.row(2), u"12/06/2010 18:22:05|F201|87.5|Caf\u00E9|TBD|||||||"_s);
     QCOMPARE(window.logbook(), oldEntry + "F201|12/06/2010 18:22:05||87.5||TBD||Caf\xE9|||||\r\n"_ba);
+}
+
+void TestImports::whatTheLogHadNotIsTold()
+{
+    ImportingWindow window;
+    window.spy(u"2010-06-12 18-30-00 D3C3 RNE_1.txt"_s);
+    window.spy(u"2010-06-13 18-30-00 D3C3 RNE_1.txt"_s);
+    window.spy(u"2010-06-13 18-31-00 F201 FIP.txt"_s);
+    window.spy(u"2010-06-13 18-32-00 F202 FIP.txt"_s);
+    window.start(oldEntry);
+    const auto *news = window.find<QLabel>("news");
+    ImportingWindow::press(window.openSpy(u"12/06/2010"_s), u"Command3"_s);
+    QVERIFY(news->isHidden());
+    ImportingWindow::press(window.openSpy(u"13/06/2010"_s), u"Command3"_s);
+    QCOMPARE(window.form().log().count(), 5);
+    QCOMPARE(window.text("news"), u"2 new PI codes"_s);
+    QVERIFY(news->isVisible());
+    // Until the next change.
+    window.trigger("menuEditUndo");
+    QVERIFY(news->isHidden());
+    ImportingWindow::press(window.openSpy(u"13/06/2010"_s), u"Command3"_s);
+    QCOMPARE(window.text("news"), u"2 new PI codes"_s);
 }
 
 void TestImports::markedReceptionsAreLeftOut()

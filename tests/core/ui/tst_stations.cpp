@@ -1,5 +1,7 @@
 #include "support/mainwindow.h"
 
+#include "backup/backups.h"
+#include "backup/ziparchive.h"
 #include "platform/files.h"
 
 #include <QComboBox>
@@ -10,6 +12,9 @@
 #include <QPushButton>
 #include <QTabBar>
 #include <QTableWidget>
+#include <QTimer>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 using namespace quillon;
@@ -117,6 +122,89 @@ private Q_SLOTS:
         QVERIFY(window.answers.takeTexts().last().contains(u"Disk full"));
         window.calls.failWrite = 0;
         QCOMPARE(window.stationFile(), "Quillon stations 1\r\n"_ba);
+    }
+
+    void theListThatWasThereIsInTheBackup()
+    {
+        TestDirectory state;
+        StationsWindow window;
+        window.backupFolder = state.path();
+        window.directory.write(u"stations.lst"_s, "Quillon stations 1\r\n");
+        window.start(oneEntry);
+        const Backups backups(state.path(), window.form().config());
+        window.importFile("{\"locations\":{}}");
+        QVERIFY(backups.list().empty());
+        window.importFile(mapJson);
+        QCOMPARE(backups.list().size(), std::size_t(1));
+        const auto kept = readZip(backups.list().front().path, ZipReading::Whole);
+        const auto list = std::ranges::find(kept.members, u"stations.lst"_s, &ZipMember::name);
+        QVERIFY(list != kept.members.end());
+        QCOMPARE(list->bytes, "Quillon stations 1\r\n"_ba);
+        QVERIFY(window.stationFile().contains("Ochsenkopf"));
+    }
+
+    void withoutABackupTheListIsTakenAllTheSame()
+    {
+        TestDirectory state;
+        state.write(u"taken"_s, "a file where the folder would be");
+        StationsWindow window;
+        window.backupFolder = state.file(u"taken"_s);
+        window.start(oneEntry);
+        window.importFile(mapJson);
+        QVERIFY(window.stationFile().contains("Ochsenkopf"));
+        QVERIFY2(
+            window.text("status").startsWith(u"No backup of today: "), qPrintable(window.text("status")));
+        QVERIFY(window.answers.takeTexts().last().startsWith(u"The list holds 2 stations"));
+    }
+
+    void whatIsTypedStaysInTheForm()
+    {
+        StationsWindow window;
+        window.start(oneEntry);
+        window.clickRow(1);
+        window.type("Text8", u"TYPED"_s);
+        window.importFile(mapJson);
+        QCOMPARE(window.text("Text8"), u"TYPED");
+        QCOMPARE(window.form().selected(), 0);
+        QCOMPARE(window.logbook(), oneEntry);
+        window.click("Command3");
+        QVERIFY(window.logbook().contains("|TYPED|"));
+    }
+
+    void aReadingThatIsStoppedKeepsTheListThatWas()
+    {
+        StationsWindow window;
+        window.directory.write(u"stations.lst"_s, "Quillon stations 1\r\n");
+        window.start(oneEntry);
+        window.clickRow(1);
+        window.type("Text8", u"TYPED"_s);
+        QStringList enabled;
+        QTimer stopping;
+        connect(&stopping, &QTimer::timeout, &stopping, [&] {
+            auto *stop = window.find<QPushButton>("autoStop");
+            if (stop->isVisible()) {
+                stopping.stop();
+                for (const char *name : {"menuImportStations", "menuImportFile", "menuFMListAutoSearch",
+                         "menuFileBackups", "menuEditUndo"}) {
+                    if (window.find<QAction>(name)->isEnabled()) {
+                        enabled += QString::fromLatin1(name);
+                    }
+                }
+                if (window.enabled("Command3")) {
+                    enabled += u"Command3"_s;
+                }
+                stop->click();
+            }
+        });
+        stopping.start(0);
+        window.importFile("{\"locations\":{}, \"filling\":\"" + QByteArray(3'000'000, 'x') + "\"}");
+        QCOMPARE(enabled, QStringList());
+        QCOMPARE(
+            window.text("status"), u"The list of stations was not read to its end; the one before stays");
+        QCOMPARE(window.stationFile(), "Quillon stations 1\r\n"_ba);
+        QCOMPARE(window.text("Text8"), u"TYPED");
+        QVERIFY(window.enabled("Command3"));
+        QVERIFY(window.find<QAction>("menuImportStations")->isEnabled());
     }
 
     void theColumnsOfACsvAreAskedFor()
