@@ -433,6 +433,24 @@ private Q_SLOTS:
         QCOMPARE(rows.rowOf(3), 0);
     }
 
+    // So many that a sort which keeps no order of equals shows it.
+    void manyRowsOfOneDateStayInTheirOrder()
+    {
+        constexpr int count = 500;
+        const Logbook log = logOf(std::vector<int>(count, 7));
+        LogRows rows(log, months());
+        rows.refill();
+        Rows expected(count);
+        std::iota(expected.begin(), expected.end(), 0);
+        QCOMPARE(copyOf(rows.shown()), expected);
+        for (const GridColumn column : {GridColumn::DateTime, GridColumn::Freq}) {
+            for (const bool descending : {false, true}) {
+                rows.sortBy(LogRows::Sorting {column, descending});
+                QCOMPARE(copyOf(rows.shown()), expected);
+            }
+        }
+    }
+
     void datesAreSortedAsDatesNotAsText()
     {
         Logbook log;
