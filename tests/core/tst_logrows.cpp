@@ -501,6 +501,29 @@ private Q_SLOTS:
         QCOMPARE(copyOf(rows.shown()), (Rows {1, 2, 0}));
     }
 
+    void changesOfManyAreToldAtOnce()
+    {
+        constexpr int count = 100;
+        Logbook log = logOf(std::vector<int>(count, 7));
+        LogRows rows(log, months());
+        Watcher watcher;
+        rows.setWatcher(&watcher);
+        using Told = std::vector<std::pair<int, int>>;
+        const Told all {{0, count - 1}};
+        rows.refill();
+        QCOMPARE(watcher.cells, all);
+        watcher.cells.clear();
+        rows.entriesChanged({});
+        QCOMPARE(watcher.cells, all);
+        watcher.cells.clear();
+        rows.entriesChanged(copyOf(rows.shown()));
+        QCOMPARE(watcher.cells, all);
+        watcher.cells.clear();
+        rows.entriesChanged(Rows {3, 5});
+        QCOMPARE(watcher.cells, (Told {{3, 3}, {5, 5}}));
+        QVERIFY(watcher.good);
+    }
+
     void whatIsTypedShowsUntilTheNextRefill()
     {
         Logbook log = logOf({1, 2, 3});
