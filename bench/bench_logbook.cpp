@@ -10,7 +10,9 @@
 
 #include <QFile>
 
+#include <array>
 #include <benchmark/benchmark.h>
+#include <vector>
 
 using namespace quillon;
 using namespace quillon::bench;
@@ -51,6 +53,44 @@ void loadPlain(benchmark::State &state)
     }
 }
 BENCHMARK(loadPlain)->Unit(benchmark::kMillisecond);
+
+// Two digits as a number.
+int two(const char *digits)
+{
+    return (digits[0] - '0') * 10 + digits[1] - '0';
+}
+
+// A tighter loop: the file read, every "|" found, every date read as integers, and no string made.
+void loadTight(benchmark::State &state)
+{
+    const QByteArray path = logPath().toLocal8Bit();
+    while (state.KeepRunning()) {
+        QFile file(QString::fromLocal8Bit(path));
+        if (!file.open(QIODevice::ReadOnly)) {
+            state.SkipWithError("cannot read");
+            break;
+        }
+        const QByteArray bytes = file.readAll();
+        std::vector<const char *> ends;
+        std::vector<std::array<int, 6>> dates;
+        qsizetype first = 0;
+        for (const char *at = bytes.begin(); at != bytes.end(); ++at) {
+            if (*at == '|') {
+                if (std::ssize(ends) == first + 1) {
+                    const char *const text = ends.back() + 1;
+                    dates.push_back({two(text), two(text + 3), two(text + 6) * 100 + two(text + 8),
+                        two(text + 11), two(text + 14), two(text + 17)});
+                }
+                ends.push_back(at);
+            } else if (*at == '\n') {
+                first = std::ssize(ends);
+            }
+        }
+        benchmark::DoNotOptimize(ends);
+        benchmark::DoNotOptimize(dates);
+    }
+}
+BENCHMARK(loadTight)->Unit(benchmark::kMillisecond);
 
 void load(benchmark::State &state)
 {

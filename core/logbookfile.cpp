@@ -7,7 +7,9 @@
 
 #include <algorithm>
 #include <array>
+#include <tuple>
 #include <utility>
+#include <vector>
 
 namespace quillon {
 
@@ -26,44 +28,119 @@ qsizetype logbookPieces(LogbookLayout layout)
         error.name(), u"Reading %1, line %2: %3"_s.arg(fileName, QString::number(number), error.doing()));
 }
 
-QString field(const CodePage &codePage, QByteArrayView bytes)
+// ASCII: no code page has another character there.
+bool isInEveryCodePage(char byte)
 {
-    return bytes.isEmpty() ? QString() : codePage.decode(bytes);
+    return static_cast<unsigned char>(byte) < 0x80;
 }
 
-LogEntry entryOf(QByteArrayView line, LogbookLayout layout, const Regional &regional)
+// Cuts lines into fields and makes entries of them. The same stations come again and again, so texts that
+// were met a little before are not made once more: equal ones share their characters.
+class LineReader
 {
-    std::array<QByteArrayView, logFieldCount> fields;
-    const auto wanted = static_cast<std::size_t>(logbookPieces(layout) - 1);
-    qsizetype at = 0;
-    for (std::size_t i = 0; i < wanted; ++i) {
-        const qsizetype end = line.indexOf('|', at);
-        if (end < 0 && i + 1 == wanted) {
-            // The "|" after the last field is missing, but no field is.
-            fields[i] = line.sliced(at);
-            break;
+public:
+    LineReader(LogbookLayout layout, const Regional &regional)
+        : m_wanted(static_cast<std::size_t>(logbookPieces(layout) - 1))
+        , m_regional(regional)
+    {
+    }
+
+    /// The views must last as long as the reader.
+    [[nodiscard]] LogEntry entryOf(QByteArrayView line)
+    {
+        cut(line);
+        LogEntry entry;
+        for (std::size_t i = 0; i < m_wanted; ++i) {
+            const LogColumn &row = logFields()[i];
+            if (!row.text) {
+                entry.dateTime = moment(m_fields[i]);
+            } else if (row.field != LogField::Notes) {
+                entry.*row.text = text(i, m_fields[i]);
+            } else if (!m_fields[i].isEmpty()) {
+                entry.notes = unfoldedLineBreaks(m_regional.codePage.decode(m_fields[i]));
+            }
         }
-        if (end < 0) {
+        return entry;
+    }
+
+    /// Whether the last line had its fields, each ended by "|", and nothing else.
+    [[nodiscard]] bool isWhole() const { return m_isWhole; }
+
+private:
+    struct Known
+    {
+        QByteArrayView bytes;
+        QString text;
+    };
+
+    void cut(QByteArrayView line)
+    {
+        const char *at = line.begin();
+        for (std::size_t i = 0; i < m_wanted; ++i) {
+            const char *const end = std::find(at, line.end(), '|');
+            m_fields[i] = {at, end};
+            if (end == line.end()) {
+                // The "|" after the last field may be missing, but no field may.
+                m_isWhole = false;
+                return requireLast(i, line);
+            }
+            at = end + 1;
+        }
+        m_isWhole = at == line.end();
+    }
+
+    void requireLast(std::size_t field, QByteArrayView line) const
+    {
+        if (field + 1 < m_wanted) {
             throw RuntimeError(ErrorName::SubscriptOutOfRange,
-                u"the line has %1 pieces instead of %2: \"%3\""_s.arg(i + 1)
-                    .arg(wanted + 1)
-                    .arg(regional.codePage.decode(line)));
-        }
-        fields[i] = line.sliced(at, end - at);
-        at = end + 1;
-    }
-    LogEntry entry;
-    for (std::size_t i = 0; i < wanted; ++i) {
-        const LogColumn &row = logFields()[i];
-        if (row.text) {
-            entry.*row.text = field(regional.codePage, fields[i]);
-        } else {
-            entry.dateTime = toDateTime(regional.codePage.decode(fields[i]), regional.months, u"Date/Time"_s);
+                u"the line has %1 pieces instead of %2: \"%3\""_s.arg(field + 1)
+                    .arg(m_wanted + 1)
+                    .arg(m_regional.codePage.decode(line)));
         }
     }
-    entry.notes = unfoldedLineBreaks(entry.notes);
-    return entry;
-}
+
+    [[nodiscard]] QString text(std::size_t field, QByteArrayView bytes)
+    {
+        if (bytes.isEmpty()) {
+            return {};
+        }
+        Known &known = m_known[field][placeOf(bytes)];
+        if (known.bytes != bytes) {
+            known = {bytes, m_regional.codePage.decode(bytes)};
+        }
+        return known.text;
+    }
+
+    // Without a string for the form in which the program writes.
+    [[nodiscard]] DateTime moment(QByteArrayView bytes) const
+    {
+        std::array<char16_t, std::tuple_size_v<decltype(generalCharacters({}))>> plain {};
+        if (bytes.size() == std::ssize(plain) && std::ranges::all_of(bytes, isInEveryCodePage)) {
+            std::ranges::copy(bytes, plain.begin());
+            if (const auto quick = parseDateTime(QStringView(plain), m_regional.months)) {
+                return *quick;
+            }
+        }
+        return toDateTime(m_regional.codePage.decode(bytes), m_regional.months, u"Date/Time"_s);
+    }
+
+    [[nodiscard]] static std::size_t placeOf(QByteArrayView bytes)
+    {
+        std::size_t sum = static_cast<std::size_t>(bytes.size());
+        for (const char byte : bytes) {
+            sum = sum * 31 + static_cast<unsigned char>(byte);
+        }
+        return sum % places;
+    }
+
+    static constexpr std::size_t places = 1024;
+
+    std::size_t m_wanted;
+    const Regional &m_regional;
+    std::array<QByteArrayView, logFieldCount> m_fields;
+    bool m_isWhole = true;
+    std::vector<std::array<Known, places>> m_known {logFieldCount};
+};
 
 } // namespace
 
@@ -88,19 +165,19 @@ bool readLogbook(Logbook &log, QByteArrayView file, const Regional &regional, co
         return false;
     }
     bool whole = true;
+    LineReader reader(layout, regional);
     QByteArrayView rest = file;
     qsizetype number = 1;
     while (!rest.isEmpty()) {
         const auto line = logbookLine(rest, logbookPieces(layout));
         try {
-            log.AddEntry(entryOf(line.text, layout, regional));
+            log.AddEntry(reader.entryOf(line.text));
         } catch (const RuntimeError &error) {
             throwAtLine(error, fileName, number);
         }
         // What stands behind the last field is not kept in memory, a deleted entry is not written again.
-        whole = whole && logbookPieces(line.text) == logbookPieces(layout) && line.text.endsWith('|')
-            && !line.text.startsWith("delete|");
-        number += std::ranges::count(rest.first(line.length), '\n');
+        whole = whole && reader.isWhole() && !line.text.startsWith("delete|");
+        number += line.lineFeeds;
         rest = rest.sliced(line.length);
     }
     return whole;

@@ -17,50 +17,47 @@ constexpr qint32 blockSize = 256;
 // together again.
 constexpr int fewBlocks = 4;
 
-// More bytes than a line of the file can have: a line break of two characters takes four.
-qsizetype longestLine(const LogEntry &entry)
+// What a line takes when nothing in it folds: a guess that saves growing, not a bound.
+qsizetype usualLine(const LogEntry &entry)
 {
     constexpr qsizetype dateAndLineEnd = 19 + 2;
-    qsizetype size = dateAndLineEnd + logFieldCount + entry.notes.size();
+    qsizetype size = dateAndLineEnd + logFieldCount;
     for (const LogColumn &field : logFields()) {
         size += field.text ? (entry.*field.text).size() : 0;
     }
     return size;
 }
 
-// Writes one line; returns its end.
-char *writeLine(char *out, const LogEntry &entry, const CodePage &page)
+void appendLine(QByteArray &bytes, const LogEntry &entry, const CodePage &page)
 {
     for (const LogColumn &field : logFields()) {
         if (!field.text) {
-            out = std::ranges::copy(generalCharacters(entry.dateTime), out).out;
+            const auto characters = generalCharacters(entry.dateTime);
+            bytes.append(characters.data(), static_cast<qsizetype>(characters.size()));
         } else if (const QString &text = entry.*field.text;
                    field.field == LogField::Notes && text.contains("\r\n"_L1)) {
-            out = page.encodeTo(out, foldedLineBreaks(text));
+            page.appendEncoded(bytes, foldedLineBreaks(text));
         } else {
-            out = page.encodeTo(out, text);
+            page.appendEncoded(bytes, text);
         }
-        *out++ = '|';
+        bytes += '|';
     }
-    *out++ = '\r';
-    *out++ = '\n';
-    return out;
+    bytes += "\r\n";
 }
 
 QByteArray linesOf(std::span<const LogEntry> entries, const CodePage &codePage)
 {
-    qsizetype most = 0;
+    qsizetype usual = 0;
     for (const LogEntry &entry : entries) {
-        most += longestLine(entry);
+        usual += usualLine(entry);
     }
-    QByteArray bytes(most, Qt::Uninitialized);
-    char *out = bytes.data();
+    QByteArray bytes;
+    bytes.reserve(usual);
     for (const LogEntry &entry : entries) {
         if (!isDeleted(entry)) {
-            out = writeLine(out, entry, codePage);
+            appendLine(bytes, entry, codePage);
         }
     }
-    bytes.resize(out - bytes.constData());
     return bytes;
 }
 

@@ -3,11 +3,26 @@
 #include "export/cells.h"
 #include "net/textencoding.h"
 
+#include <algorithm>
+#include <array>
+
 namespace quillon {
 
 using namespace Qt::StringLiterals;
 
 namespace {
+
+// The elements by which a page reaches out whatever its policy: a refresh leads away, and a browser connects
+// ahead to where a link, a frame or a form that is sent points, even if it then loads nothing from there.
+constexpr std::array<QByteArrayView, 4> reachingOut {"<meta", "<link", "<iframe", "<form"};
+
+bool reachesOut(QByteArrayView markup)
+{
+    return std::ranges::any_of(reachingOut, [markup](QByteArrayView element) {
+        return markup.size() >= element.size()
+            && qstrnicmp(markup.data(), element.size(), element.data(), element.size()) == 0;
+    });
+}
 
 // The encoded bytes are looked at, because a character beyond the code page can become one of these letters.
 void appendCell(QByteArray &page, const QString &text, const CodePage &codePage)
@@ -17,12 +32,11 @@ void appendCell(QByteArray &page, const QString &text, const CodePage &codePage)
     if (page.indexOf('<', from) < 0) {
         return;
     }
-    constexpr QByteArrayView meta = "<meta";
     const QByteArray cell = page.sliced(from);
     page.truncate(from);
     qsizetype done = 0;
     for (qsizetype at = cell.indexOf('<'); at >= 0; at = cell.indexOf('<', at + 1)) {
-        if (qstrnicmp(cell.constData() + at, meta.data(), static_cast<size_t>(meta.size())) == 0) {
+        if (reachesOut(QByteArrayView(cell).sliced(at))) {
             page += QByteArrayView(cell).sliced(done, at - done);
             page += "&lt;";
             done = at + 1;

@@ -24,9 +24,9 @@ struct ModeCounts
 };
 
 /// Appends a table row: "<tr><td>", the cells with "</td><td>" between them, "</td></tr>", CR LF. The cells
-/// are markup and are not encoded, but for "<meta" in any letter case: its "<" becomes "&lt;", since it is
-/// the one element by which a name or a note can lead the reader of a page elsewhere whatever the page's
-/// policy.
+/// are markup and are not encoded, but for "<meta", "<link", "<iframe" and "<form" in any letter case: their
+/// "<" becomes "&lt;", since by these elements a name or a note can lead the reader of a page elsewhere, or
+/// let the browser connect there, whatever the page's policy.
 void appendTableRow(QByteArray &page, const QStringList &cells, const CodePage &codePage);
 
 /// The ten cells of a reception on its month's page: only the transmitter is encoded.

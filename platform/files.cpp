@@ -5,11 +5,13 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QScopeGuard>
 
 #include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace quillon {
 
@@ -33,6 +35,32 @@ QList<View> linesOf(View text, Character carriageReturn, Character lineFeed)
         text = end < 0 ? View() : text.sliced(end + 1);
     }
     return lines;
+}
+
+// Only a read of nothing is the end: a file that breaks off before is an error, never a shorter file.
+QByteArray readToTheEnd(int file, qsizetype expected, const QString &doing)
+{
+    constexpr qsizetype room = 4096;
+    QByteArray bytes(expected + room, Qt::Uninitialized);
+    qsizetype size = 0;
+    for (;;) {
+        const ssize_t count =
+            ::read(file, bytes.data() + size, static_cast<std::size_t>(bytes.size() - size));
+        if (count == 0) {
+            bytes.truncate(size);
+            return bytes;
+        }
+        if (count < 0 && errno != EINTR) {
+            throw systemError(errno, doing);
+        }
+        size += std::max(count, ssize_t(0));
+        if (size > largestFile) {
+            throw RuntimeError(ErrorName::Overflow, doing + u": the file is larger than 1 GiB"_s);
+        }
+        if (size == bytes.size()) {
+            bytes.resize(2 * size);
+        }
+    }
 }
 
 bool comesBeforeWithoutCase(const QString &one, const QString &other)
@@ -90,26 +118,24 @@ QByteArray readFile(const QString &path)
 QByteArray readFile(const QByteArray &path, const QString &shown)
 {
     const QString doing = u"Reading "_s + shown;
-    QFile file;
-    const int opened = ::open(path.constData(), O_RDONLY | O_CLOEXEC);
+    const int file = ::open(path.constData(), O_RDONLY | O_CLOEXEC);
     struct stat status
     {
     };
-    if (opened < 0 || !file.open(opened, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle)
-        || ::fstat(opened, &status) != 0) {
-        throw systemError(errno ? errno : EIO, doing);
+    if (file < 0) {
+        throw systemError(errno, doing);
+    }
+    const auto closing = qScopeGuard([file] { ::close(file); });
+    if (::fstat(file, &status) != 0) {
+        throw systemError(errno, doing);
     }
     if (S_ISDIR(status.st_mode)) {
         throw systemError(EISDIR, doing);
     }
-    if (file.size() > largestFile) {
+    if (status.st_size > largestFile) {
         throw RuntimeError(ErrorName::Overflow, doing + u": the file is larger than 1 GiB"_s);
     }
-    QByteArray bytes = file.readAll();
-    if (file.error() != QFileDevice::NoError) {
-        throw systemError(errno ? errno : EIO, doing);
-    }
-    return bytes;
+    return readToTheEnd(file, status.st_size, doing);
 }
 
 bool fileHolds(const QString &path, QByteArrayView bytes)

@@ -1,5 +1,6 @@
 #include "ui/chartcontrol.h"
 #include "ui/chartcontrol_labels.h"
+#include "ui/plaintip.h"
 
 #include <QBarSeries>
 #include <QBarSet>
@@ -237,7 +238,7 @@ void ChartControl::mouseMoveEvent(QMouseEvent *event)
     QChartView::mouseMoveEvent(event);
     setHovered(barAt(mapToScene(event->position().toPoint())));
     if (m_hovered) {
-        QToolTip::showText(event->globalPosition().toPoint(), barText(*m_hovered), viewport());
+        QToolTip::showText(event->globalPosition().toPoint(), plainTip(barText(*m_hovered)), viewport());
     } else {
         QToolTip::hideText();
     }

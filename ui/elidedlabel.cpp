@@ -1,5 +1,7 @@
 #include "ui/elidedlabel.h"
 
+#include "ui/plaintip.h"
+
 #include <QHelpEvent>
 #include <QPainter>
 #include <QStyle>
@@ -36,7 +38,7 @@ QSize ElidedLabel::sizeHint() const
 bool ElidedLabel::event(QEvent *event)
 {
     if (event->type() == QEvent::ToolTip && shownText() != text()) {
-        QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(), text(), this);
+        QToolTip::showText(static_cast<QHelpEvent *>(event)->globalPos(), plainTip(text()), this);
         return true;
     }
     return QLabel::event(event);

@@ -1,5 +1,7 @@
 #include "ui/logmodel.h"
 
+#include "ui/plaintip.h"
+
 #include <algorithm>
 
 namespace quillon {
@@ -126,11 +128,8 @@ QVariant LogModel::data(const QModelIndex &index, int role) const
     switch (role) {
     case Qt::DisplayRole:
         return text();
-    case Qt::ToolTipRole: {
-        // As markup, so that the signs of markup within read as they stand, and long notes wrap.
-        const QString tip = m_rows.tip(entry, static_cast<GridColumn>(index.column()));
-        return tip.isEmpty() ? QVariant() : QVariant(QString("<qt>"_L1 + tip.toHtmlEscaped() + "</qt>"_L1));
-    }
+    case Qt::ToolTipRole:
+        return wrappedTip(m_rows.tip(entry, static_cast<GridColumn>(index.column())));
     case Qt::TextAlignmentRole:
         return alignment(index.column());
     case EntryRole:

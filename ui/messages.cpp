@@ -97,6 +97,7 @@ QString inputBox(QWidget *parent, const QString &prompt, const QString &title, c
     // The dialog takes its least width from what is in it.
     constexpr int roomForAPath = 420;
     if (auto *label = dialog.findChild<QLabel *>()) {
+        label->setTextFormat(Qt::PlainText);
         label->setMinimumWidth(qMax(roomForAPath, widthOfTitle(dialog.windowTitle())));
     }
     return dialog.exec() == QDialog::Accepted ? dialog.textValue() : QString();

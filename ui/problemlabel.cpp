@@ -1,5 +1,7 @@
 #include "ui/problemlabel.h"
 
+#include "ui/plaintip.h"
+
 #include <QAccessible>
 #include <QEvent>
 
@@ -38,7 +40,7 @@ void ProblemLabel::tell(const QString &problem)
         return;
     }
     setText(problem);
-    setToolTip(problem);
+    setToolTip(plainTip(problem));
     setAccessibleName(problem.isEmpty() ? u"No problem"_s : u"Problem: "_s + problem);
     takeRoom();
     if (!problem.isEmpty()) {

@@ -1,6 +1,7 @@
 #include "ui/resultmodel.h"
 
 #include "core/genericorder.h"
+#include "ui/plaintip.h"
 
 #include <QFont>
 
@@ -108,7 +109,7 @@ QVariant ResultModel::markedData(const QString &text, int role) const
     case Qt::AccessibleTextRole:
         return QString(text + u", "_s + m_beside.reason);
     case Qt::ToolTipRole:
-        return m_beside.reason;
+        return plainTip(m_beside.reason);
     case Qt::FontRole:
         bold.setBold(true);
         return bold;

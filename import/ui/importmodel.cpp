@@ -1,6 +1,7 @@
 #include "import/ui/importmodel.h"
 
 #include "core/logfields.h"
+#include "ui/plaintip.h"
 
 #include <algorithm>
 
@@ -142,8 +143,7 @@ QVariant ImportModel::data(const QModelIndex &index, int role) const
     case Qt::DisplayRole:
         return text(row, column);
     case Qt::ToolTipRole:
-        // A text from a stranger is no markup.
-        return u"<p>%1</p>"_s.arg(text(row, column).toHtmlEscaped());
+        return wrappedTip(text(row, column));
     case Qt::CheckStateRole:
         if (column != State || m_session.rows()[row]->isRefused()) {
             return {};

@@ -5,6 +5,7 @@
 #include "ui/guard.h"
 #include "ui/messages.h"
 #include "ui/onelinefields.h"
+#include "ui/plaintip.h"
 #include "ui/problemwatch.h"
 
 #include "ui_importrdsspy.h"
@@ -234,7 +235,7 @@ void importRDSSpy::showFolder(const QString &folder)
 {
     const QString missing = missingFolderText(folder, u"RDS Spy"_s);
     ui->folder->setText(missing.isEmpty() ? QString(u"Folder: "_s + folder) : missing);
-    ui->folder->setToolTip(folder);
+    ui->folder->setToolTip(plainTip(folder));
     if (!missing.isEmpty()) {
         ui->List1->setEmptyText(missing);
     } else if (m_day.isEmpty()) {

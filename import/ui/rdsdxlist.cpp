@@ -5,6 +5,7 @@
 #include "platform/folder.h"
 #include "platform/runtimeerror.h"
 #include "ui/guard.h"
+#include "ui/plaintip.h"
 
 #include "ui_rdsdxlist.h"
 
@@ -55,7 +56,7 @@ void rdsdxlist::populateDirBox(const QString &pattern)
     const QString ending = pattern.sliced(slash + 1).remove(u'*');
     const QString missing = missingFolderText(folder, u"RDSDX"_s);
     ui->folder->setText(missing.isEmpty() ? QString(u"Folder: "_s + folder) : missing);
-    ui->folder->setToolTip(folder);
+    ui->folder->setToolTip(plainTip(folder));
     ui->List1->setEmptyText(missing.isEmpty()
             ? u"No %1 files in %2. Another folder is set in the menu Setup, under Directories."_s.arg(
                 ending, folder)

@@ -1,5 +1,7 @@
 #include "stats/ui/paintedchart.h"
 
+#include "ui/plaintip.h"
+
 #include <QMouseEvent>
 #include <QPainter>
 #include <QToolTip>
@@ -44,7 +46,7 @@ void PaintedChart::mouseMoveEvent(QMouseEvent *event)
     if (told.isEmpty()) {
         QToolTip::hideText();
     } else {
-        QToolTip::showText(event->globalPosition().toPoint(), told, this);
+        QToolTip::showText(event->globalPosition().toPoint(), plainTip(told), this);
     }
 }
 

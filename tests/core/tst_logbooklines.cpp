@@ -79,6 +79,24 @@ private Q_SLOTS:
         QCOMPARE(lines.bytes(log), ""_ba);
     }
 
+    // Each takes four bytes in the file where the note has two characters.
+    void notesOfLineBreaksAloneAreThere()
+    {
+        constexpr int breaks = 10'000;
+        constexpr int count = 3;
+        Kept kept(numberedLog(count));
+        for (int i = 0; i < count; ++i) {
+            kept.change(i, [](LogEntry &entry) { entry.notes = u"\r\n"_s.repeated(breaks); });
+        }
+        QByteArray expected;
+        for (int i = 0; i < count; ++i) {
+            expected += QByteArray::number(0x1000 + i, 16).toUpper() + "|01/01/1970 00:00:00||87.6|||"
+                + QByteArray("CRLF").repeated(breaks) + "||||||\r\n";
+        }
+        QCOMPARE(kept.bytes(), expected);
+        QCOMPARE(kept.expected(), expected);
+    }
+
     void everyEntryIsThere_data()
     {
         QTest::addColumn<int>("count");

@@ -484,6 +484,24 @@ private Q_SLOTS:
         QCOMPARE(rows.rowOf(3), 0);
     }
 
+    // So many that a sort which keeps no order of equals shows it.
+    void manyRowsOfOneDateStayInTheirOrder()
+    {
+        constexpr int count = 500;
+        const Logbook log = logOf(std::vector<int>(count, 7));
+        LogRows rows(log, months());
+        rows.refill();
+        Rows expected(count);
+        std::iota(expected.begin(), expected.end(), 0);
+        QCOMPARE(copyOf(rows.shown()), expected);
+        for (const GridColumn column : {GridColumn::DateTime, GridColumn::Freq}) {
+            for (const bool descending : {false, true}) {
+                rows.sortBy(LogRows::Sorting {column, descending});
+                QCOMPARE(copyOf(rows.shown()), expected);
+            }
+        }
+    }
+
     void datesAreSortedAsDatesNotAsText()
     {
         Logbook log;
@@ -532,6 +550,29 @@ private Q_SLOTS:
         QCOMPARE(rows.text(0, GridColumn::DateTime), u"12/06/2010 10:00:00"_s);
         rows.refill();
         QCOMPARE(copyOf(rows.shown()), (Rows {1, 2, 0}));
+    }
+
+    void changesOfManyAreToldAtOnce()
+    {
+        constexpr int count = 100;
+        Logbook log = logOf(std::vector<int>(count, 7));
+        LogRows rows(log, months());
+        Watcher watcher;
+        rows.setWatcher(&watcher);
+        using Told = std::vector<std::pair<int, int>>;
+        const Told all {{0, count - 1}};
+        rows.refill();
+        QCOMPARE(watcher.cells, all);
+        watcher.cells.clear();
+        rows.entriesChanged({});
+        QCOMPARE(watcher.cells, all);
+        watcher.cells.clear();
+        rows.entriesChanged(copyOf(rows.shown()));
+        QCOMPARE(watcher.cells, all);
+        watcher.cells.clear();
+        rows.entriesChanged(Rows {3, 5});
+        QCOMPARE(watcher.cells, (Told {{3, 3}, {5, 5}}));
+        QVERIFY(watcher.good);
     }
 
     void whatIsTypedShowsUntilTheNextRefill()

@@ -205,6 +205,10 @@ private Q_SLOTS:
         QTest::newRow("refresh") << u"<meta http-equiv=refresh content='0;url=//evil'>"_s
                                  << "&lt;meta http-equiv=refresh content='0;url=//evil'>"_ba;
         QTest::newRow("any case") << u"a<MeTa/><META\t><<meta"_s << "a&lt;MeTa/>&lt;META\t><&lt;meta"_ba;
+        QTest::newRow("what connects ahead")
+            << u"<link rel=preconnect href=//evil><svg><iFrame src=//evil></svg><linked><FORM><i>"_s
+            << "&lt;link rel=preconnect href=//evil><svg>&lt;iFrame src=//evil></svg>&lt;linked>&lt;FORM><i>"_ba;
+        QTest::newRow("cut off at the end") << u"<met<lin<ifram<for"_s << "<met<lin<ifram<for"_ba;
         QTest::newRow("letters that lose their accents") << u"<m\u0113t\u0101>"_s << "&lt;meta>"_ba;
         QTest::newRow("other elements") << u"<met><b>metal</b></meta>< meta><\u00B5eta>"_s
                                         << "<met><b>metal</b></meta>< meta><\xB5\x65ta>"_ba;

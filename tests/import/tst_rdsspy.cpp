@@ -294,6 +294,10 @@ private Q_SLOTS:
             << line << u"2,5"_s << u"12/06/2010 02:30:00"_s << u"D3C3"_s << u"RADIO 1"_s;
         QTest::newRow("largest") << line << u"32767"_s << u"08/03/2014 07:30:00"_s << u"D3C3"_s
                                  << u"RADIO 1"_s;
+        QTest::newRow("the last hour of the calendar") << u"31/12/9999 22:59:59\tD3C3\tR1"_s << u"1"_s
+                                                       << u"31/12/9999 23:59:59"_s << u"D3C3"_s << u"R1"_s;
+        QTest::newRow("the first hour of the calendar") << u"0100/01/01 01:00:00\tD3C3\tR1"_s << u"-1"_s
+                                                        << u"01/01/0100 00:00:00"_s << u"D3C3"_s << u"R1"_s;
         QTest::newRow("no PI code and no name")
             << u"12/06/2010 10:00:00\t\t"_s << u"0"_s << u"12/06/2010 10:00:00"_s << u""_s << u""_s;
     }

@@ -218,6 +218,10 @@ private Q_SLOTS:
             << u"abc"_s;
         QTest::newRow("status without words")
             << "HTTP/1.1 500\r\n\r\n"_ba << QString(service + u"the service answered 500"_s);
+        QTest::newRow("the first status that is an error")
+            << "HTTP/1.1 400 Bad Request\r\n\r\nnothing found"_ba
+            << QString(service + u"the service answered 400 Bad Request"_s);
+        QTest::newRow("the last status that is none") << "HTTP/1.1 399 Odd\r\n\r\nabc"_ba << u"abc"_s;
         QTest::newRow("half a head") << "HTTP/1.1 200 OK\r\nContent-"_ba << missing;
         QTest::newRow("half a body") << "HTTP/1.1 200 OK\r\nContent-Length: 3\r\n\r\nab"_ba << missing;
         QTest::newRow("half a chunk")

@@ -63,6 +63,10 @@ private Q_SLOTS:
         QVERIFY(middle);
         QCOMPARE(middle->latitude, u"50.02083"_s);
         QCOMPARE(middle->longitude, u"11.79167"_s);
+        const auto west = locatorMiddle(u"IO91WM"_s);
+        QVERIFY(west);
+        QCOMPARE(west->latitude, u"51.52083"_s);
+        QCOMPARE(west->longitude, u"-0.125"_s);
         for (const QString &none : {u""_s, u"51.5"_s, u"JO50"_s, u"ZZ50VA"_s, u"JO50ZZ"_s}) {
             QVERIFY2(!locatorMiddle(none), qPrintable(none));
         }

@@ -50,7 +50,7 @@ export async function serve(site) {
 
 const cell = (text) => (text === '' ? '&nbsp;' : text);
 const blankCount = (text) => (text > '0' ? text : '&nbsp;');
-const rowOf = (cells) => `<tr><td>${cells.map((each) => each.replace(/<(?=meta)/gi, '&lt;')).join('</td><td>')}</td></tr>`;
+const rowOf = (cells) => `<tr><td>${cells.map((each) => each.replace(/<(?=meta|link|iframe|form)/gi, '&lt;')).join('</td><td>')}</td></tr>`;
 
 /** Every character but digits, letters and blanks as a reference. */
 export function encode(text) {
