@@ -2,9 +2,11 @@
 
 #include "live/frequency.h"
 #include "live/knownstations.h"
+#include "live/rdsreader.h"
 #include "platform/strangerstext.h"
 
 #include <QDateTime>
+#include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 
@@ -31,6 +33,23 @@ QString textOf(const QJsonValue &value)
         return QString::number(value.toDouble(), 'g', 15);
     }
     return strangersText(value.toString(), longestRadiotext);
+}
+
+/// Alternative frequencies in kHz: what lies in the FM band.
+void takeFrequencies(const QJsonValue &value, std::vector<ReceiverEvent> &events)
+{
+    constexpr int lowest = 87'500;
+    constexpr int highest = 108'000;
+    FrequenciesHeard heard;
+    for (const QJsonValue &one : value.toArray()) {
+        const int kilohertz = one.toInt();
+        if (kilohertz >= lowest && kilohertz <= highest) {
+            addFrequency(heard.kilohertz, kilohertz);
+        }
+    }
+    if (!heard.kilohertz.isEmpty()) {
+        events.emplace_back(std::move(heard));
+    }
 }
 
 void takeText(QStringView text, std::vector<ReceiverEvent> &events)
@@ -113,6 +132,7 @@ std::vector<ReceiverEvent> webserverEvents(QByteArrayView json)
     if (const auto ecc = eccOf(object["ecc"_L1])) {
         events.emplace_back(EccHeard {*ecc});
     }
+    takeFrequencies(object["af"_L1], events);
     if (auto guess = guessOf(object["txInfo"_L1].toObject(), pi->pi)) {
         events.emplace_back(*std::move(guess));
     }
@@ -136,6 +156,7 @@ std::vector<ReceiverEvent> redseaEvents(QByteArrayView json)
     if (const auto ecc = eccOf(object["ecc"_L1])) {
         events.emplace_back(EccHeard {*ecc});
     }
+    takeFrequencies(object["alt_frequencies_a"_L1], events);
     const QDateTime clock = QDateTime::fromString(object["clock_time"_L1].toString().left(40), Qt::ISODate);
     if (clock.isValid()) {
         events.emplace_back(ClockHeard {DateTime {clock.toSecsSinceEpoch()}});

@@ -12,12 +12,13 @@ namespace quillon {
 inline constexpr qsizetype longestJson = 65'536;
 
 /// What a message of FM-DX-Webserver's address `/text` tells: frequency, PI code (doubtful with a "?"), name,
-/// radiotext, extended country code, strength, and the server's guess of the station when that is of this PI
-/// code. Nothing for what is no JSON object.
+/// radiotext, extended country code, alternative frequencies, strength, and the server's guess of the station
+/// when that is of this PI code. Nothing for what is no JSON object.
 [[nodiscard]] std::vector<ReceiverEvent> webserverEvents(QByteArrayView json);
 
-/// What a line of redsea's output tells: one group's PI code, and the name, radiotext, country code and clock
-/// that it has put together. Nothing for what is no JSON object, and for the streams of RDS2.
+/// What a line of redsea's output tells: one group's PI code, and the name, radiotext, country code,
+/// alternative frequencies and clock that it has put together. Nothing for what is no JSON object, and for
+/// the streams of RDS2.
 [[nodiscard]] std::vector<ReceiverEvent> redseaEvents(QByteArrayView json);
 
 } // namespace quillon

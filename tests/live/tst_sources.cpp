@@ -189,9 +189,40 @@ private Q_SLOTS:
         server.send(groupLines(jump, 60, "G:\r\n", "\r\n\r\n"));
         QTRY_VERIFY(hears(receiver, 0xD3C2, u"MDR JUMP"_s));
         QCOMPARE(receiver.listening().station()->hertz, qint64(98'500'000));
+        // A station heard there is not the next one: where that is has to be typed.
         server.send("G:\r\nRESET-------\r\n\r\n");
         QTRY_VERIFY(!receiver.listening().station());
+        QCOMPARE(receiver.listening().hertz(), qint64(0));
+        server.send(groupLines(france, 60, "G:\r\n", "\r\n\r\n"));
+        QTRY_VERIFY(hears(receiver, 0xF201, u"FRANCE  "_s));
+        receiver.setFrequency(87'500'000);
+        QCOMPARE(receiver.listening().station()->hertz, qint64(87'500'000));
+        // Typed ahead, it stays; and so it does when the connection is lost.
+        receiver.setFrequency(98'500'000);
+        server.send("G:\r\nRESET-------\r\n\r\n" + groupLines(jump, 60, "G:\r\n", "\r\n\r\n"));
+        QTRY_VERIFY(hears(receiver, 0xD3C2, u"MDR JUMP"_s));
+        QCOMPARE(receiver.listening().station()->hertz, qint64(98'500'000));
+        server.vanish();
+        QTRY_COMPARE(receiver.state(), ReceiverState::Lost);
+        QVERIFY(!receiver.listening().station());
         QCOMPARE(receiver.listening().hertz(), qint64(98'500'000));
+        QCOMPARE(receiver.heard().rows().size(), std::size_t(2));
+    }
+
+    void aFrequencyThatASourceToldIsNotOneThatWasTyped()
+    {
+        LoopbackServer server("0123456789abcdef\n");
+        Receiver receiver;
+        listen<XdrdSource>(receiver, at(server.port()), QString());
+        QTRY_COMPARE(server.lines().size(), 1);
+        server.send("T98500\n");
+        QTRY_COMPARE(receiver.listening().hertz(), qint64(98'500'000));
+        LoopbackServer groups;
+        listen<RdsSpySource>(receiver, at(groups.port()));
+        QCOMPARE(receiver.listening().hertz(), qint64(0));
+        receiver.setFrequency(87'500'000);
+        listen<RdsSpySource>(receiver, at(groups.port()));
+        QCOMPARE(receiver.listening().hertz(), qint64(87'500'000));
     }
 
     void recordedFiles_data()
