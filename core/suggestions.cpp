@@ -2,8 +2,6 @@
 
 #include <QSet>
 
-#include <ranges>
-
 namespace quillon {
 
 namespace {
@@ -15,7 +13,8 @@ QStringList textsOf(const Logbook &log, QString LogEntry::*key, const QString &v
     if (value.isEmpty()) {
         return texts;
     }
-    for (const LogEntry &entry : std::ranges::subrange(log.begin(), log.end()) | std::views::reverse) {
+    for (qint32 number = log.count() - 1; number >= 0; --number) {
+        const LogEntry &entry = log.entry(number);
         if (entry.*key == value && !(entry.*text).isEmpty() && entry.piCode != deletedPiCode
             && !seen.contains(entry.*text)) {
             seen.insert(entry.*text);
