@@ -6,8 +6,11 @@
 #include <QElapsedTimer>
 #include <QEventLoop>
 #include <QTest>
+#include <QThread>
+#include <QTimer>
 #include <QtEndian>
 
+#include <ctime>
 #include <malloc.h>
 
 using namespace quillon;
@@ -16,7 +19,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qint64 longestBreakMs = 500;
+constexpr qint64 longestTurnMs = 250;
 constexpr qint64 mostBytes = 4'000'000;
 
 /// The bytes that the program holds on the heap.
@@ -26,10 +29,18 @@ qint64 heapInUse()
     return static_cast<qint64>(heap.uordblks + heap.hblkhd);
 }
 
+/// The processor time of this thread: how busy the computer is with other things does not count.
+qint64 threadMilliseconds()
+{
+    timespec now {};
+    ::clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
+    return qint64 {now.tv_sec} * 1'000 + now.tv_nsec / 1'000'000;
+}
+
 /// What a flood did to the program.
 struct Cost
 {
-    qint64 longest = 0; ///< time without the event loop, in milliseconds
+    qint64 longest = 0; ///< work without a turn of the event loop, in milliseconds
     qint64 bytes = 0; ///< more on the heap than before
 };
 
@@ -43,11 +54,11 @@ Cost costUntil(Done done)
     QEventLoop events;
     QElapsedTimer whole;
     whole.start();
-    QElapsedTimer turn;
-    turn.start();
+    qint64 turn = threadMilliseconds();
     QTimer timer;
     QObject::connect(&timer, &QTimer::timeout, &events, [&] {
-        cost.longest = std::max(cost.longest, turn.restart() - tick);
+        const qint64 now = threadMilliseconds();
+        cost.longest = std::max(cost.longest, now - std::exchange(turn, now));
         cost.bytes = std::max(cost.bytes, heapInUse() - before);
         if (done() || whole.elapsed() > 30'000) {
             events.quit();
@@ -111,7 +122,7 @@ class TestFloods : public QObject
         const Cost cost = costUntil([&] { return done(receiver); });
         QVERIFY(done(receiver));
         QVERIFY2(
-            cost.longest < longestBreakMs, qPrintable(u"%1 ms without the event loop"_s.arg(cost.longest)));
+            cost.longest < longestTurnMs, qPrintable(u"%1 ms without the event loop"_s.arg(cost.longest)));
         QVERIFY2(cost.bytes < mostBytes, qPrintable(u"%1 bytes"_s.arg(cost.bytes)));
         QVERIFY(changes <= clock.elapsed() / Receiver::gathered + 4);
         QVERIFY(receiver.heard().rows().size() <= 2);
@@ -230,14 +241,24 @@ private Q_SLOTS:
         QVERIFY(probe.bind(QHostAddress::LocalHost, 0));
         const quint16 port = probe.localPort();
         probe.close();
-        Receiver receiver;
-        receiver.listenTo(std::make_unique<SrcpSource>(at(port)));
+        SrcpSource source(at(port));
+        int told = 0;
+        connect(&source, &ReceiverSource::told, this, [&] {
+            ++told;
+            QThread::usleep(50);
+        });
+        int mostInATurn = 0;
+        QTimer turns;
+        connect(&turns, &QTimer::timeout, this, [&, before = 0]() mutable {
+            mostInATurn = std::max(mostInATurn, told - std::exchange(before, told));
+        });
+        turns.start(0);
+        source.start();
 
         constexpr int seconds = 3;
         std::atomic_bool over = false;
         std::thread tuner([&] {
-            const QByteArray datagram = "freq=98500000;pi=D3C2;ps=4D4452204A554D50"
-                + QByteArray(";rt1=" + QByteArray(64, '4')).repeated(25);
+            const QByteArray datagram = "pi=D3C2";
             const int socket = ::socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0);
             const sockaddr_in address = loopback(port);
             QElapsedTimer clock;
@@ -251,12 +272,9 @@ private Q_SLOTS:
             ::close(socket);
             over = true;
         });
-        const Cost cost = costUntil([&] { return over.load(); });
+        QTRY_VERIFY_WITH_TIMEOUT(over.load(), 20'000);
         tuner.join();
-        QVERIFY2(
-            cost.longest < longestBreakMs, qPrintable(u"%1 ms without the event loop"_s.arg(cost.longest)));
-        QVERIFY2(cost.bytes < mostBytes, qPrintable(u"%1 bytes"_s.arg(cost.bytes)));
-        QTRY_VERIFY(hears(receiver, 0xD3C2, u"MDR JUMP"_s));
+        QVERIFY2(mostInATurn > 0 && mostInATurn < 1'000, qPrintable(u"%1 in a turn"_s.arg(mostInATurn)));
     }
 };
 
