@@ -1,8 +1,10 @@
 #include "live/jsonevents.h"
 
+#include "geo/azimuthal.h"
 #include "live/frequency.h"
 #include "live/knownstations.h"
 #include "live/rdsreader.h"
+#include "platform/numbers.h"
 #include "platform/strangerstext.h"
 
 #include <QDateTime>
@@ -11,6 +13,7 @@
 #include <QJsonObject>
 
 #include <cmath>
+#include <numbers>
 
 namespace quillon {
 
@@ -82,7 +85,25 @@ std::optional<quint8> eccOf(const QJsonValue &value)
     return ok && ecc > 0 ? std::optional(static_cast<quint8>(ecc)) : std::nullopt;
 }
 
-std::optional<StationGuess> guessOf(const QJsonObject &info, quint16 pi)
+/// Where a distance in km and a direction in degrees lead.
+void takePosition(const QJsonObject &info, const GeoPosition &home, StationGuess &guess)
+{
+    const auto kilometres = numeric(textOf(info["dist"_L1]));
+    const auto degrees = numeric(textOf(info["azi"_L1]));
+    if (!kilometres || !degrees || *kilometres < 0 || *kilometres > antipodeDistance
+        || std::abs(*degrees) > 360) {
+        return;
+    }
+    constexpr int decimals = 2; // both are told to whole numbers
+    const double radians = *degrees * std::numbers::pi / 180;
+    const GeoPosition place =
+        AzimuthalEquidistant(home).place({*kilometres * std::sin(radians), *kilometres * std::cos(radians)});
+    guess.latitude = QString::number(place.latitude, 'f', decimals);
+    guess.longitude = QString::number(place.longitude, 'f', decimals);
+}
+
+std::optional<StationGuess> guessOf(
+    const QJsonObject &info, quint16 pi, const std::optional<GeoPosition> &home)
 {
     // It may lag a retune: it is of this station only when it says so.
     const auto ofPi = piCodeOf(info["pi"_L1].toString());
@@ -97,13 +118,16 @@ std::optional<StationGuess> guessOf(const QJsonObject &info, quint16 pi)
     guess.kilowatts = textOf(info["erp"_L1]);
     guess.latitude = textOf(info["lat"_L1]);
     guess.longitude = textOf(info["lon"_L1]);
+    if (home && !positionFrom(guess.latitude, guess.longitude)) {
+        takePosition(info, *home, guess);
+    }
     guess.uid = textOf(info["id"_L1]);
     return guess;
 }
 
 } // namespace
 
-std::vector<ReceiverEvent> webserverEvents(QByteArrayView json)
+std::vector<ReceiverEvent> webserverEvents(QByteArrayView json, const std::optional<GeoPosition> &home)
 {
     const QJsonObject object = objectOf(json);
     std::vector<ReceiverEvent> events;
@@ -133,10 +157,16 @@ std::vector<ReceiverEvent> webserverEvents(QByteArrayView json)
         events.emplace_back(EccHeard {*ecc});
     }
     takeFrequencies(object["af"_L1], events);
-    if (auto guess = guessOf(object["txInfo"_L1].toObject(), pi->pi)) {
+    if (auto guess = guessOf(object["txInfo"_L1].toObject(), pi->pi, home)) {
         events.emplace_back(*std::move(guess));
     }
     return events;
+}
+
+std::optional<GeoPosition> webserverHome(QByteArrayView json)
+{
+    const QJsonObject object = objectOf(json);
+    return positionFrom(textOf(object["qthLatitude"_L1]), textOf(object["qthLongitude"_L1]));
 }
 
 std::vector<ReceiverEvent> redseaEvents(QByteArrayView json)

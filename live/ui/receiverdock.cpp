@@ -70,7 +70,7 @@ ReceiverDock::ReceiverDock(const Logbook &log, Log logReception, QString folder,
     m_moves.setInterval(200);
     connect(&m_moves, &QTimer::timeout, this, [this] { showWhatMoves(); });
     m_second.setInterval(1'000);
-    connect(&m_second, &QTimer::timeout, this, [this] { everySecond(); });
+    connect(&m_second, &QTimer::timeout, this, [this] { doWhatIsDue(nowMilliseconds()); });
     m_second.start();
 }
 
@@ -223,9 +223,8 @@ bool ReceiverDock::logNow(const Station &station, bool automatic)
     return logged;
 }
 
-void ReceiverDock::everySecond()
+void ReceiverDock::doWhatIsDue(qint64 now)
 {
-    const qint64 now = nowMilliseconds();
     if (const auto locals = m_learner.finished(now)) {
         for (const Local &local : *locals) {
             if (!m_settings.autoLog.locals.contains(local)) {

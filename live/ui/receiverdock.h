@@ -52,6 +52,9 @@ public:
     /// Log It: logs the station that is heard now, after a question when it is in doubt or was logged within
     /// the hour.
     void logHeard();
+    /// What is due at that moment (milliseconds since 1970, UTC): automatic logging, the end of learning. The
+    /// dock does it each second.
+    void doWhatIsDue(qint64 now);
     /// Tunes the receiver, where it can and the listener has ticked that it may; false when it did not.
     bool tune(qint64 hertz);
     [[nodiscard]] bool mayTune() const;
@@ -88,7 +91,6 @@ private:
     void showFrequencies();
     void showWhatMoves();
     void announce(const Station &station);
-    void everySecond();
     void logStation(const Station &station);
     bool logNow(const Station &station, bool automatic);
     void save();

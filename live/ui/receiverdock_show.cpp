@@ -140,7 +140,7 @@ void ReceiverDock::showHeard()
     const Listening &listening = m_receiver.listening();
     const auto &station = listening.station();
     // What is being typed is not overwritten.
-    if (!m_ui->receiverFreq->isModified() || !m_ui->receiverFreq->hasFocus()) {
+    if (m_ui->receiverFreq->isReadOnly() || !m_ui->receiverFreq->isModified()) {
         showText(*m_ui->receiverFreq, megahertzText(listening.hertz()));
     }
     showFrequencies();

@@ -1,14 +1,13 @@
 #include "flooder.h"
 #include "live/srcpsource.h"
 #include "sourcehelp.h"
+#include "websocket.h"
 
-#include <QCryptographicHash>
 #include <QElapsedTimer>
 #include <QEventLoop>
 #include <QTest>
 #include <QThread>
 #include <QTimer>
-#include <QtEndian>
 
 #include <ctime>
 #include <malloc.h>
@@ -67,27 +66,6 @@ Cost costUntil(Done done)
     timer.start(tick);
     events.exec();
     return cost;
-}
-
-/// The answer of a server to the request for a WebSocket (RFC 6455).
-QByteArray webSocketWelcome(const QByteArray &request)
-{
-    constexpr QByteArrayView name = "Sec-WebSocket-Key: ";
-    const qsizetype begin = request.toLower().indexOf(name.toByteArray().toLower()) + name.size();
-    const QByteArray key = request.sliced(begin, request.indexOf("\r\n", begin) - begin).trimmed();
-    const QByteArray salted = key + "258EAFA5-E914-47DA-95CA-C5AB0DC85B11";
-    const QByteArray accept = QCryptographicHash::hash(salted, QCryptographicHash::Sha1);
-    return "HTTP/1.1 101 Switching Protocols\r\nUpgrade: websocket\r\nConnection: Upgrade\r\n"
-           "Sec-WebSocket-Accept: "
-        + accept.toBase64() + "\r\n\r\n";
-}
-
-/// A frame of 126 to 65,535 bytes; `first` is its first byte.
-QByteArray frame(char first, const QByteArray &payload)
-{
-    QByteArray size(2, 0);
-    qToBigEndian(static_cast<quint16>(payload.size()), size.data());
-    return first + QByteArray(1, 126) + size + payload;
 }
 
 QByteArray message(const QByteArray &pi, const QByteArray &ps)

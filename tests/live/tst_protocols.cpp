@@ -266,6 +266,38 @@ private Q_SLOTS:
         QTEST(shown(webserverEvents(json)), "told");
     }
 
+    void aGuessGetsThePositionToWhichItsDistanceLeads_data()
+    {
+        QTest::addColumn<QByteArray>("info");
+        QTest::addColumn<QString>("position");
+        // 111.19 km to the north are a degree of latitude, nearly.
+        QTest::newRow("north") << QByteArray(R"("dist":"111.2","azi":"0")") << u"51.00 10.00"_s;
+        QTest::newRow("numbers") << QByteArray(R"("dist":715,"azi":90)") << u"49.57 19.91"_s;
+        QTest::newRow("its own position")
+            << QByteArray(R"("dist":"111.2","azi":"0","lat":"51.8","lon":"10.6")") << u"51.8 10.6"_s;
+        QTest::newRow("no direction") << QByteArray(R"("dist":"111.2","azi":"")") << u" "_s;
+        QTest::newRow("nowhere on earth") << QByteArray(R"("dist":"99999","azi":"0")") << u" "_s;
+        QTest::newRow("no number") << QByteArray(R"("dist":"x","azi":[])") << u" "_s;
+    }
+
+    void aGuessGetsThePositionToWhichItsDistanceLeads()
+    {
+        QFETCH(QByteArray, info);
+        const QByteArray json = R"({"pi":"D3C2","txInfo":{"tx":"X","pi":"D3C2",)" + info + "}}";
+        const auto home = webserverHome(R"({"qthLatitude":"50.0","qthLongitude":"10.0","tunerName":"x"})");
+        const std::vector<ReceiverEvent> events = webserverEvents(json, home);
+        const auto &guess = std::get<StationGuess>(events.back());
+        QTEST(QString(guess.latitude + u' ' + guess.longitude), "position");
+    }
+
+    void aReceiverThatDoesNotTellItsPlace()
+    {
+        for (const QByteArray &json : {"{}"_ba, R"({"qthLatitude":"","qthLongitude":""})"_ba,
+                 R"({"qthLatitude":"91","qthLongitude":"0"})"_ba, "<html>"_ba}) {
+            QVERIFY2(!webserverHome(json), json.constData());
+        }
+    }
+
     void linesOfRedsea_data()
     {
         QTest::addColumn<QByteArray>("json");

@@ -9,6 +9,7 @@
 #include "live/xdrdsource.h"
 #include "sourcehelp.h"
 #include "support/testfiles.h"
+#include "websocket.h"
 
 #include <QElapsedTimer>
 #include <QFile>
@@ -296,6 +297,46 @@ private Q_SLOTS:
         client->abort();
         QTRY_COMPARE(receiver.state(), ReceiverState::Lost);
         receiver.disconnectFrom();
+    }
+
+    void theGuessOfAWebReceiverHasAPosition()
+    {
+        QTcpServer server;
+        QVERIFY(server.listen(QHostAddress::LocalHost));
+        QTcpSocket *listener = nullptr;
+        QByteArrayList asked;
+        connect(&server, &QTcpServer::newConnection, this, [&] {
+            QTcpSocket *const client = server.nextPendingConnection();
+            connect(client, &QTcpSocket::readyRead, this, [&, client, request = QByteArray()]() mutable {
+                request += client->readAll();
+                if (!request.endsWith("\r\n\r\n")) {
+                    return;
+                }
+                asked += request.first(request.indexOf("\r\n"));
+                if (request.contains("/static_data")) {
+                    client->write("HTTP/1.1 200 OK\r\nConnection: close\r\n\r\n"
+                                  R"({"qthLatitude":"50.0","qthLongitude":"10.0","tunerName":"roof"})");
+                    client->disconnectFromHost();
+                } else {
+                    client->write(webSocketWelcome(std::exchange(request, {})));
+                    listener = client;
+                }
+            });
+        });
+        Receiver receiver;
+        listen<WebserverSource>(receiver, QUrl(u"ws://127.0.0.1:%1/there/text"_s.arg(server.serverPort())));
+        QTRY_COMPARE(asked, (QByteArrayList {"GET /there/text HTTP/1.1", "GET /there/static_data HTTP/1.1"}));
+        const auto guess = [&]() -> std::optional<StationGuess> {
+            listener->write(frame(char(0x81),
+                R"({"pi":"D3C2","freq":"98.500","sig":35.11,"ps":"MDR JUMP","txInfo":{"tx":"MDR Jump","pol":"h",)"
+                R"("erp":"60","city":"Brocken","itu":"D","dist":"111","azi":"0","id":"4711","reg":false,"pi":"D3C2"}})"));
+            QCoreApplication::processEvents();
+            const auto &station = receiver.listening().station();
+            return station ? station->guess : std::nullopt;
+        };
+        QTRY_VERIFY(guess() && !guess()->latitude.isEmpty());
+        QCOMPARE(*guess(),
+            (StationGuess {0xD3C2, u"Brocken"_s, u"D"_s, u"60"_s, u"51.00"_s, u"10.00"_s, u"4711"_s}));
     }
 
     void linesOfACommand()
