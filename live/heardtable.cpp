@@ -105,12 +105,39 @@ void HeardTable::clear()
     ++m_generation;
 }
 
-void HeardTable::makeRoom()
+void HeardTable::nameFrequency(const Station &station)
 {
-    if (m_rows.size() < mostRows) {
+    const auto unnamed = m_places.constFind(key(0, station.pi));
+    if (unnamed == m_places.cend() || station.hertz <= 0) {
         return;
     }
-    m_rows.erase(m_rows.begin(), m_rows.begin() + mostRows / 4);
+    const std::size_t place = *unnamed;
+    HeardRow &row = m_rows[place];
+    // Of earlier tunings nobody knows where they were.
+    if (row.tuning != station.first || row.groupsBefore > 0) {
+        return;
+    }
+    if (m_places.contains(key(station))) {
+        erase(place, 1);
+        return;
+    }
+    row.station.hertz = station.hertz;
+    row.revision = ++m_revision;
+    m_places.erase(unnamed);
+    m_places.insert(key(station), place);
+}
+
+void HeardTable::makeRoom()
+{
+    if (m_rows.size() >= mostRows) {
+        erase(0, mostRows / 4);
+    }
+}
+
+void HeardTable::erase(std::size_t first, std::size_t count)
+{
+    const auto begin = m_rows.begin() + static_cast<std::ptrdiff_t>(first);
+    m_rows.erase(begin, begin + static_cast<std::ptrdiff_t>(count));
     m_places.clear();
     for (std::size_t i = 0; i < m_rows.size(); ++i) {
         m_places.insert(key(m_rows[i].station), i);

@@ -33,6 +33,8 @@ public:
 
     /// Notes what is heard now. Cheap when nothing has changed.
     void note(const Station &station);
+    /// The station's frequency, which was not known before, is: its row has it from now on.
+    void nameFrequency(const Station &station);
     /// Marks the row of the station as logged.
     void setLogged(const Station &station);
     /// Marks those rows as logged of which the log has an entry: of the same frequency (to 10 kHz) and PI
@@ -50,6 +52,7 @@ private:
     [[nodiscard]] static quint64 key(qint64 hertz, quint16 pi);
     [[nodiscard]] static quint64 key(const Station &station);
     void makeRoom();
+    void erase(std::size_t first, std::size_t count);
 
     std::vector<HeardRow> m_rows;
     QHash<quint64, std::size_t> m_places;

@@ -1,14 +1,19 @@
 #include "live/jsonevents.h"
 
+#include "geo/azimuthal.h"
 #include "live/frequency.h"
 #include "live/knownstations.h"
+#include "live/rdsreader.h"
+#include "platform/numbers.h"
 #include "platform/strangerstext.h"
 
 #include <QDateTime>
+#include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 
 #include <cmath>
+#include <numbers>
 
 namespace quillon {
 
@@ -31,6 +36,23 @@ QString textOf(const QJsonValue &value)
         return QString::number(value.toDouble(), 'g', 15);
     }
     return strangersText(value.toString(), longestRadiotext);
+}
+
+/// Alternative frequencies in kHz: what lies in the FM band.
+void takeFrequencies(const QJsonValue &value, std::vector<ReceiverEvent> &events)
+{
+    constexpr int lowest = 87'500;
+    constexpr int highest = 108'000;
+    FrequenciesHeard heard;
+    for (const QJsonValue &one : value.toArray()) {
+        const int kilohertz = one.toInt();
+        if (kilohertz >= lowest && kilohertz <= highest) {
+            addFrequency(heard.kilohertz, kilohertz);
+        }
+    }
+    if (!heard.kilohertz.isEmpty()) {
+        events.emplace_back(std::move(heard));
+    }
 }
 
 void takeText(QStringView text, std::vector<ReceiverEvent> &events)
@@ -63,7 +85,25 @@ std::optional<quint8> eccOf(const QJsonValue &value)
     return ok && ecc > 0 ? std::optional(static_cast<quint8>(ecc)) : std::nullopt;
 }
 
-std::optional<StationGuess> guessOf(const QJsonObject &info, quint16 pi)
+/// Where a distance in km and a direction in degrees lead.
+void takePosition(const QJsonObject &info, const GeoPosition &home, StationGuess &guess)
+{
+    const auto kilometres = numeric(textOf(info["dist"_L1]));
+    const auto degrees = numeric(textOf(info["azi"_L1]));
+    if (!kilometres || !degrees || *kilometres < 0 || *kilometres > antipodeDistance
+        || std::abs(*degrees) > 360) {
+        return;
+    }
+    constexpr int decimals = 2; // both are told to whole numbers
+    const double radians = *degrees * std::numbers::pi / 180;
+    const GeoPosition place =
+        AzimuthalEquidistant(home).place({*kilometres * std::sin(radians), *kilometres * std::cos(radians)});
+    guess.latitude = QString::number(place.latitude, 'f', decimals);
+    guess.longitude = QString::number(place.longitude, 'f', decimals);
+}
+
+std::optional<StationGuess> guessOf(
+    const QJsonObject &info, quint16 pi, const std::optional<GeoPosition> &home)
 {
     // It may lag a retune: it is of this station only when it says so.
     const auto ofPi = piCodeOf(info["pi"_L1].toString());
@@ -78,13 +118,16 @@ std::optional<StationGuess> guessOf(const QJsonObject &info, quint16 pi)
     guess.kilowatts = textOf(info["erp"_L1]);
     guess.latitude = textOf(info["lat"_L1]);
     guess.longitude = textOf(info["lon"_L1]);
+    if (home && !positionFrom(guess.latitude, guess.longitude)) {
+        takePosition(info, *home, guess);
+    }
     guess.uid = textOf(info["id"_L1]);
     return guess;
 }
 
 } // namespace
 
-std::vector<ReceiverEvent> webserverEvents(QByteArrayView json)
+std::vector<ReceiverEvent> webserverEvents(QByteArrayView json, const std::optional<GeoPosition> &home)
 {
     const QJsonObject object = objectOf(json);
     std::vector<ReceiverEvent> events;
@@ -113,10 +156,17 @@ std::vector<ReceiverEvent> webserverEvents(QByteArrayView json)
     if (const auto ecc = eccOf(object["ecc"_L1])) {
         events.emplace_back(EccHeard {*ecc});
     }
-    if (auto guess = guessOf(object["txInfo"_L1].toObject(), pi->pi)) {
+    takeFrequencies(object["af"_L1], events);
+    if (auto guess = guessOf(object["txInfo"_L1].toObject(), pi->pi, home)) {
         events.emplace_back(*std::move(guess));
     }
     return events;
+}
+
+std::optional<GeoPosition> webserverHome(QByteArrayView json)
+{
+    const QJsonObject object = objectOf(json);
+    return positionFrom(textOf(object["qthLatitude"_L1]), textOf(object["qthLongitude"_L1]));
 }
 
 std::vector<ReceiverEvent> redseaEvents(QByteArrayView json)
@@ -136,6 +186,7 @@ std::vector<ReceiverEvent> redseaEvents(QByteArrayView json)
     if (const auto ecc = eccOf(object["ecc"_L1])) {
         events.emplace_back(EccHeard {*ecc});
     }
+    takeFrequencies(object["alt_frequencies_a"_L1], events);
     const QDateTime clock = QDateTime::fromString(object["clock_time"_L1].toString().left(40), Qt::ISODate);
     if (clock.isValid()) {
         events.emplace_back(ClockHeard {DateTime {clock.toSecsSinceEpoch()}});

@@ -30,7 +30,17 @@ void Listening::on(const Tuned &tuned, qint64 when)
         m_hertz = tuned.hertz;
         return;
     }
-    const qint64 hertz = tuned.hertz > 0 ? tuned.hertz : m_hertz;
+    // What was typed for a station that has been heard is not where the receiver is now; what was typed
+    // ahead may well be.
+    const qint64 unsaid = m_station ? 0 : m_hertz;
+    end(when);
+    m_hertz = tuned.hertz > 0 ? tuned.hertz : unsaid;
+    m_together = tuned.together;
+}
+
+void Listening::end(qint64 when)
+{
+    const qint64 hertz = m_hertz;
     std::optional<Before> before;
     if (m_station) {
         before = Before {m_station->pi, m_station->ps, m_station->text};
@@ -38,7 +48,6 @@ void Listening::on(const Tuned &tuned, qint64 when)
     clear();
     m_hertz = hertz;
     m_tunedAt = when;
-    m_together = tuned.together;
     m_before = std::move(before);
 }
 
@@ -156,6 +165,15 @@ void Listening::on(const EccHeard &heard, qint64 when)
     if (Candidate *const one = current(when); one != nullptr && heard.ecc != 0) {
         one->station.ecc = heard.ecc;
         settle(when);
+    }
+}
+
+void Listening::on(const FrequenciesHeard &heard, qint64 when)
+{
+    if (Candidate *const one = current(when)) {
+        for (const int kilohertz : heard.kilohertz) {
+            addFrequency(one->frequencies, kilohertz);
+        }
     }
 }
 

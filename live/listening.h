@@ -34,10 +34,13 @@ public:
     void take(const ReceiverEvent &event, qint64 when);
     /// What is heard already is on this frequency, which was not known before.
     void nameFrequency(qint64 hertz);
+    /// The station ends, as with a retune, on the same frequency.
+    void end(qint64 when);
     /// Forgets everything, frequency included.
     void clear();
 
-    /// 0 while it is not known.
+    /// 0 while it is not known: before it was told, and after a retune that the source told without the
+    /// frequency, if a station had been heard on the one before.
     [[nodiscard]] qint64 hertz() const { return m_hertz; }
     /// When this frequency was tuned to.
     [[nodiscard]] qint64 tunedAt() const { return m_tunedAt; }
@@ -48,7 +51,7 @@ public:
     [[nodiscard]] std::optional<SignalHeard> signal() const { return m_signal; }
     /// Seconds by which the station's clock is ahead of the computer's, when it is more than ten.
     [[nodiscard]] std::optional<qint64> clockOff() const { return m_clockOff; }
-    /// Alternative frequencies of the station in kHz.
+    /// Alternative frequencies of the station in kHz, ascending, at most 25.
     [[nodiscard]] QList<int> frequencies() const;
 
 private:
@@ -56,6 +59,7 @@ private:
     {
         Station station;
         RdsReader reader;
+        QList<int> frequencies; ///< as the source itself has decoded them, in kHz
         int askings = 0;
         bool told = false;
     };
@@ -73,6 +77,7 @@ private:
     void on(const PsHeard &heard, qint64 when);
     void on(const RadiotextHeard &heard, qint64 when);
     void on(const EccHeard &heard, qint64 when);
+    void on(const FrequenciesHeard &heard, qint64 when);
     void on(const ClockHeard &heard, qint64 when);
     void on(const SignalHeard &heard, qint64 when);
     void on(const StationGuess &guess, qint64 when);

@@ -142,7 +142,7 @@ QList<int> Listening::frequencies() const
 {
     for (const Candidate &one : m_candidates) {
         if (m_station && one.station.pi == m_station->pi) {
-            return one.reader.frequencies();
+            return one.frequencies.isEmpty() ? one.reader.frequencies() : one.frequencies;
         }
     }
     return {};

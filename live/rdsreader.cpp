@@ -14,7 +14,7 @@ constexpr int groupText = 2;
 constexpr int groupClock = 4;
 
 constexpr qsizetype mostFrequencies = 25;
-constexpr int filler = 205;
+constexpr int highestFrequencyCode = 204;
 constexpr int longOrMediumWave = 250;
 constexpr qint64 modifiedJulianDay1970 = 40587;
 
@@ -39,6 +39,21 @@ quint8 low(quint16 block)
 }
 
 } // namespace
+
+std::optional<int> alternativeKilohertz(int code)
+{
+    return code >= 1 && code <= highestFrequencyCode ? std::optional(87'500 + 100 * code) : std::nullopt;
+}
+
+bool addFrequency(QList<int> &frequencies, int kilohertz)
+{
+    const auto place = std::ranges::lower_bound(frequencies, kilohertz);
+    if (frequencies.size() >= mostFrequencies || (place != frequencies.end() && *place == kilohertz)) {
+        return false;
+    }
+    frequencies.insert(place, kilohertz);
+    return true;
+}
 
 RdsReader::Changes RdsReader::take(const RdsGroup &group)
 {
@@ -87,19 +102,15 @@ void RdsReader::takeFrequencies(quint16 pair, Changes &changes)
         return;
     }
     for (const int code : {int(high(pair)), int(low(pair))}) {
-        if (code < 1 || code >= filler || m_frequencies.size() >= mostFrequencies) {
+        const auto kilohertz = alternativeKilohertz(code);
+        if (!kilohertz) {
             continue;
         }
         if (!m_frequencyOnce.test(static_cast<std::size_t>(code))) {
             m_frequencyOnce.set(static_cast<std::size_t>(code));
             continue;
         }
-        const int kilohertz = 87500 + 100 * code;
-        const auto place = std::ranges::lower_bound(m_frequencies, kilohertz);
-        if (place == m_frequencies.end() || *place != kilohertz) {
-            m_frequencies.insert(place, kilohertz);
-            changes.frequencies = true;
-        }
+        changes.frequencies = addFrequency(m_frequencies, *kilohertz) || changes.frequencies;
     }
 }
 

@@ -67,6 +67,13 @@ private:
     QString m_text;
 };
 
+/// The frequency in kHz that a code of the list of alternative frequencies stands for (IEC 62106, 87.6 to
+/// 107.9 MHz); nothing for codes that stand for no frequency of the FM band.
+[[nodiscard]] std::optional<int> alternativeKilohertz(int code);
+
+/// Adds a frequency to an ascending list of at most 25, unless it is there. True when it was added.
+bool addFrequency(QList<int> &frequencies, int kilohertz);
+
 /// What the groups of one station say.
 class RdsReader
 {

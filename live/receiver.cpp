@@ -22,17 +22,19 @@ QString Receiver::connectTo(const SourceSettings &settings)
 
 void Receiver::listenTo(std::unique_ptr<ReceiverSource> source)
 {
-    const qint64 typed = source->tellsFrequency() ? 0 : m_listening.hertz();
+    const qint64 typed = m_typed && !source->tellsFrequency() ? m_listening.hertz() : 0;
     disconnectFrom();
     m_listening.clear();
     m_source = std::move(source);
+    m_typed = typed > 0;
     if (typed > 0) {
         m_listening.take(Tuned {typed}, nowMilliseconds());
     }
     connect(m_source.get(), &ReceiverSource::stateChanged, this, [this] {
         // What is heard when the source is back is heard anew.
         if (state() == ReceiverState::Lost) {
-            take(Tuned {}, nowMilliseconds());
+            m_listening.end(nowMilliseconds());
+            Q_EMIT changed();
         }
         Q_EMIT stateChanged();
     });
@@ -49,7 +51,7 @@ void Receiver::disconnectFrom()
         // It may be the one that is speaking.
         m_source.release()->deleteLater();
         // The frequency stays, as one that was typed has to.
-        m_listening.take(Tuned {}, nowMilliseconds());
+        m_listening.end(nowMilliseconds());
         Q_EMIT stateChanged();
         Q_EMIT changed();
     }
@@ -87,9 +89,11 @@ void Receiver::setFrequency(qint64 hertz)
     if (hertz <= 0) {
         return;
     }
+    m_typed = true;
     if (m_listening.hertz() == 0) {
         m_listening.nameFrequency(hertz);
         if (const auto &station = m_listening.station()) {
+            m_heard.nameFrequency(*station);
             m_heard.note(*station);
         }
         Q_EMIT changed();

@@ -59,6 +59,7 @@ private:
     void take(const ReceiverEvent &event, qint64 when);
 
     std::unique_ptr<ReceiverSource> m_source;
+    bool m_typed = false; ///< the frequency was not told by a source
     KnownStations m_known;
     Listening m_listening;
     HeardTable m_heard;

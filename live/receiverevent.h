@@ -3,6 +3,7 @@
 #include "live/rdsgroup.h"
 #include "platform/datetime.h"
 
+#include <QList>
 #include <QString>
 
 #include <variant>
@@ -60,6 +61,12 @@ struct EccHeard
     quint8 ecc = 0;
 };
 
+/// Alternative frequencies as the source has decoded them.
+struct FrequenciesHeard
+{
+    QList<int> kilohertz;
+};
+
 /// A clock time as the source has decoded it, in UTC.
 struct ClockHeard
 {
@@ -89,6 +96,6 @@ struct StationGuess
 
 /// One thing that a source of live data tells.
 using ReceiverEvent = std::variant<Tuned, GroupHeard, PiHeard, PiGone, PsHeard, RadiotextHeard, EccHeard,
-    ClockHeard, SignalHeard, StationGuess>;
+    FrequenciesHeard, ClockHeard, SignalHeard, StationGuess>;
 
 } // namespace quillon

@@ -3,8 +3,7 @@
 #include "live/grouplines.h"
 #include "platform/strangerstext.h"
 
-#include <QString>
-
+#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -13,6 +12,8 @@ namespace quillon {
 namespace {
 
 constexpr QByteArrayView refused = "RPRT";
+/// In a fifth of a second each: longer than a station takes for the next segment of its name.
+constexpr int askingsOfPs = 3;
 
 bool isRefused(QByteArrayView answer)
 {
@@ -162,6 +163,7 @@ void RigctlSession::takeFrequency(QByteArrayView answer, std::vector<ReceiverEve
     const qint64 hertz = std::llround(number);
     if (hertz != m_hertz) {
         m_held.clear();
+        m_sameAnswers = 0;
         m_retuned = m_hasRds && m_hertz != 0;
         m_hertz = hertz;
         events.emplace_back(Tuned {hertz});
@@ -185,13 +187,26 @@ void RigctlSession::takeRds(QByteArrayView answer)
         return;
     }
     if (m_step == Step::Ps) {
-        m_held.emplace_back(PsHeard {textOf(answer, longestPs)});
+        takePs(textOf(answer, longestPs));
     } else if (m_step == Step::Text) {
         m_held.emplace_back(RadiotextHeard {textOf(answer, longestRadiotext)});
     } else if (const auto pi = hexNumber(answer.trimmed()); pi && *pi > 0 && *pi <= 0xFFFF) {
+        if (*pi != m_piOfPs) {
+            m_piOfPs = static_cast<quint16>(*pi);
+            m_sameAnswers = 0;
+        }
         m_held.emplace_back(PiHeard {static_cast<quint16>(*pi), PiTrust::Asked});
     } else {
         m_held.emplace_back(PiGone {});
+    }
+}
+
+void RigctlSession::takePs(const QString &ps)
+{
+    m_sameAnswers = m_sameAnswers > 0 && ps == m_ps ? std::min(m_sameAnswers + 1, askingsOfPs) : 1;
+    m_ps = ps;
+    if (m_sameAnswers == askingsOfPs && !ps.trimmed().isEmpty()) {
+        m_held.emplace_back(PsHeard {ps});
     }
 }
 

@@ -4,6 +4,7 @@
 
 #include <QByteArray>
 #include <QByteArrayView>
+#include <QString>
 
 #include <optional>
 #include <vector>
@@ -15,8 +16,9 @@ namespace quillon {
 /// One question at a time, since gqrx loses what arrives together: `next` gives the line to be sent, `take`
 /// the answer to it. The session first asks who is there and what it can tell, then goes round: frequency,
 /// strength, and where there is RDS, PI code, name and text, then the frequency once more; what was told
-/// between two different frequencies is thrown away. After a new frequency RDS is switched off and on, since
-/// gqrx keeps the PI code of the station before.
+/// between two different frequencies is thrown away. A name counts when three askings brought the same: what
+/// gqrx holds while it changes is half the old one, half the new. After a new frequency RDS is switched off
+/// and on, since gqrx keeps the PI code of the station before.
 class RigctlSession
 {
 public:
@@ -53,6 +55,7 @@ private:
     void takeFrequency(QByteArrayView answer, std::vector<ReceiverEvent> &events);
     void takeStrength(QByteArrayView answer, std::vector<ReceiverEvent> &events) const;
     void takeRds(QByteArrayView answer);
+    void takePs(const QString &ps);
 
     Step m_step = Step::Name;
     bool m_isGqrx = false;
@@ -63,6 +66,9 @@ private:
     qint64 m_hertz = 0;
     std::optional<qint64> m_tuneTo;
     std::optional<qint64> m_tuneSent;
+    QString m_ps; ///< the last answer
+    quint16 m_piOfPs = 0;
+    int m_sameAnswers = 0; ///< how often it came in a row
     std::vector<ReceiverEvent> m_held; ///< what was told since the frequency was asked
 };
 

@@ -2,6 +2,7 @@
 
 #include "live/grouplines.h"
 #include "live/rdscharset.h"
+#include "live/rdsreader.h"
 #include "platform/strangerstext.h"
 
 #include <algorithm>
@@ -66,6 +67,18 @@ QString radiotextOf(QByteArrayView value, bool asText)
     return rdsText(end < 0 ? QByteArrayView(*bytes) : QByteArrayView(*bytes).first(end));
 }
 
+/// Codes of alternative frequencies, two digits each.
+FrequenciesHeard frequenciesOf(QByteArrayView value)
+{
+    FrequenciesHeard heard;
+    for (const char byte : bytesOf(value).value_or(QByteArray())) {
+        if (const auto kilohertz = alternativeKilohertz(static_cast<quint8>(byte))) {
+            addFrequency(heard.kilohertz, *kilohertz);
+        }
+    }
+    return heard;
+}
+
 std::optional<PiHeard> piOf(QByteArrayView value)
 {
     constexpr qsizetype digits = 4;
@@ -100,6 +113,10 @@ public:
         } else if (isKey(key, "ecc")) {
             if (const auto ecc = hexNumber(value); ecc && *ecc <= 0xFF) {
                 m_events.emplace_back(EccHeard {static_cast<quint8>(*ecc)});
+            }
+        } else if (isKey(key, "af")) {
+            if (auto heard = frequenciesOf(value); !heard.kilohertz.isEmpty()) {
+                m_events.emplace_back(std::move(heard));
             }
         } else if (isKey(key, "rcvlevel")) {
             takeLevel(value);

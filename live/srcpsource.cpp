@@ -22,6 +22,8 @@ SrcpSource::SrcpSource(HostPort address, QObject *parent)
 {
     m_socket.setProxy(QNetworkProxy::NoProxy);
     connect(&m_socket, &QUdpSocket::readyRead, this, &SrcpSource::read);
+    m_rest.setSingleShot(true);
+    connect(&m_rest, &QTimer::timeout, this, &SrcpSource::read);
 }
 
 void SrcpSource::attempt()
@@ -41,6 +43,7 @@ void SrcpSource::attempt()
 
 void SrcpSource::hangUp()
 {
+    m_rest.stop();
     m_socket.close();
 }
 
@@ -59,7 +62,7 @@ void SrcpSource::read()
     }
     if (m_socket.hasPendingDatagrams()) {
         // The window has its turn between.
-        QTimer::singleShot(0, this, &SrcpSource::read);
+        m_rest.start(0);
     }
 }
 

@@ -33,6 +33,7 @@ private:
 
     HostPort m_address;
     QUdpSocket m_socket;
+    QTimer m_rest; ///< for what one go has left
     QHostAddress m_tuner = QHostAddress(QHostAddress::LocalHost);
     quint16 m_tunerPort = tunerPort;
 };

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QEvent>
+#include <QShortcut>
 #include <QWidget>
 #include <QWindow>
 
@@ -44,13 +45,17 @@ InputOnlyIn::InputOnlyIn(QWidget &window)
 bool InputOnlyIn::eventFilter(QObject *watched, QEvent *event)
 {
     // A modal box lets nothing through by itself.
-    const bool dropped = isInput(event->type()) && !QApplication::activeModalWidget() && !isOfWindow(watched);
+    const bool dropped = isInput(event->type()) && !QApplication::activeModalWidget() && !mayPass(watched);
     return dropped || QObject::eventFilter(watched, event);
 }
 
 // An action or a shortcut belongs to the widget that it was made for.
-bool InputOnlyIn::isOfWindow(const QObject *object) const
+bool InputOnlyIn::mayPass(const QObject *object) const
 {
+    const auto *const shortcut = qobject_cast<const QShortcut *>(object);
+    if (shortcut && shortcut->context() == Qt::ApplicationShortcut) {
+        return true;
+    }
     for (; object; object = object->parent()) {
         if (const auto *widget = qobject_cast<const QWidget *>(object)) {
             return widget->window() == &m_window;

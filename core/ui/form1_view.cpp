@@ -9,6 +9,7 @@
 #include "stats/maplog.h"
 #include "stats/novelty.h"
 #include "txdb/derivedcells.h"
+#include "ui/anywherekey.h"
 #include "ui/firststeps.h"
 #include "ui/guard.h"
 #include "ui/messages.h"
@@ -21,7 +22,6 @@
 #include <QMenu>
 #include <QScopeGuard>
 #include <QScreen>
-#include <QShortcut>
 
 #include <algorithm>
 #include <utility>
@@ -250,10 +250,8 @@ void Form1::wireReceiver()
     const QAction *view = addDock(*m_receiver, u"&Receiver"_s, u"menuViewReceiver"_s, Qt::Key_F8);
     m_ui->menuView->insertSeparator(m_ui->menuViewDistances);
     connect(view, &QAction::triggered, this, [this] { floatWithoutRoom(*m_receiver); });
-    auto *logIt = new QShortcut(Qt::Key_F6, this);
-    logIt->setContext(Qt::ApplicationShortcut);
-    connect(
-        logIt, &QShortcut::activated, this, [this] { guarded(this, [this] { m_receiver->logHeard(); }); });
+    connect(new AnywhereKey(Qt::Key_F6, *this), &AnywhereKey::pressed, this,
+        [this] { guarded(this, [this] { m_receiver->logHeard(); }); });
     connect(m_receiver, &ReceiverDock::newStation, m_status, &QLabel::setText);
     const auto tables = findChildren<QTableView *>();
     for (QTableView *const table : tables) {

@@ -10,6 +10,7 @@
 
 #include <QApplication>
 #include <QMenu>
+#include <QScopedValueRollback>
 #include <QShortcut>
 
 namespace quillon {
@@ -69,7 +70,7 @@ ReceiverDock::ReceiverDock(const Logbook &log, Log logReception, QString folder,
     m_moves.setInterval(200);
     connect(&m_moves, &QTimer::timeout, this, [this] { showWhatMoves(); });
     m_second.setInterval(1'000);
-    connect(&m_second, &QTimer::timeout, this, [this] { everySecond(); });
+    connect(&m_second, &QTimer::timeout, this, [this] { doWhatIsDue(nowMilliseconds()); });
     m_second.start();
 }
 
@@ -92,26 +93,6 @@ void ReceiverDock::logChanged()
     }
 }
 
-SourceSettings ReceiverDock::chosen() const
-{
-    SourceSettings source = m_settings.last;
-    source.kind = static_cast<SourceKind>(m_ui->receiverSource->currentIndex());
-    source.address = m_ui->receiverAddress->text().trimmed();
-    source.password = takesPassword(source.kind) ? m_ui->receiverPassword->text() : QString();
-    return source;
-}
-
-// Source: another kind has another usual address.
-void ReceiverDock::receiverSource_Change()
-{
-    const auto kind = static_cast<SourceKind>(m_ui->receiverSource->currentIndex());
-    m_ui->receiverAddress->clear();
-    m_ui->receiverAddress->setPlaceholderText(usualAddress(kind));
-    m_atOnce->setEnabled(kind == SourceKind::RdsSpy);
-    m_ui->receiverPassword->setVisible(takesPassword(kind));
-    m_ui->labelPassword->setVisible(takesPassword(kind));
-}
-
 // Connect, Disconnect.
 void ReceiverDock::receiverConnect_Click()
 {
@@ -132,12 +113,19 @@ void ReceiverDock::receiverConnect_Click()
 // MHz, where the source does not tell it.
 void ReceiverDock::receiverFreq_Edited()
 {
-    if (m_ui->receiverFreq->isReadOnly()) {
-        return;
+    if (!m_ui->receiverFreq->isReadOnly()) {
+        (void)takeFrequency();
     }
-    if (const auto hertz = hertzOf(m_ui->receiverFreq->text())) {
+}
+
+bool ReceiverDock::takeFrequency()
+{
+    const auto hertz = hertzOf(m_ui->receiverFreq->text());
+    if (hertz) {
+        m_ui->receiverFreq->setModified(false);
         m_receiver.setFrequency(*hertz);
     }
+    return hertz.has_value();
 }
 
 std::optional<Station> ReceiverDock::heardAt(const QModelIndex &index) const
@@ -180,9 +168,16 @@ void ReceiverDock::heard_Menu(const QPoint &position)
 
 void ReceiverDock::logHeard()
 {
+    // The key works while its own question is open.
+    if (m_asking) {
+        return;
+    }
+    const QScopedValueRollback asking(m_asking, true);
     // Typed, but not yet left.
-    if (m_ui->receiverFreq->isModified()) {
-        receiverFreq_Edited();
+    const QLineEdit &typed = *m_ui->receiverFreq;
+    if (typed.isModified() && !typed.isReadOnly() && !takeFrequency()) {
+        showMessage(this, u"\"%1\" is no frequency in MHz."_s.arg(typed.text()));
+        return;
     }
     const auto station = m_receiver.listening().station();
     if (!station) {
@@ -194,6 +189,7 @@ void ReceiverDock::logHeard()
 
 void ReceiverDock::logStation(const Station &station)
 {
+    const QScopedValueRollback asking(m_asking, true);
     if (station.hertz <= 0) {
         showMessage(this, u"The frequency is not known. Type it into the field MHz of the receiver."_s);
         return;
@@ -227,9 +223,8 @@ bool ReceiverDock::logNow(const Station &station, bool automatic)
     return logged;
 }
 
-void ReceiverDock::everySecond()
+void ReceiverDock::doWhatIsDue(qint64 now)
 {
-    const qint64 now = nowMilliseconds();
     if (const auto locals = m_learner.finished(now)) {
         for (const Local &local : *locals) {
             if (!m_settings.autoLog.locals.contains(local)) {

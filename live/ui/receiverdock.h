@@ -4,6 +4,7 @@
 #include "live/receiver.h"
 #include "live/receiversettings.h"
 #include "live/reception.h"
+#include "live/ui/announced.h"
 #include "live/ui/autologdialog.h"
 #include "live/ui/heardmodel.h"
 
@@ -51,6 +52,9 @@ public:
     /// Log It: logs the station that is heard now, after a question when it is in doubt or was logged within
     /// the hour.
     void logHeard();
+    /// What is due at that moment (milliseconds since 1970, UTC): automatic logging, the end of learning. The
+    /// dock does it each second.
+    void doWhatIsDue(qint64 now);
     /// Tunes the receiver, where it can and the listener has ticked that it may; false when it did not.
     bool tune(qint64 hertz);
     [[nodiscard]] bool mayTune() const;
@@ -68,6 +72,7 @@ private:
     void receiverSource_Change();
     void receiverConnect_Click();
     void receiverFreq_Edited();
+    [[nodiscard]] bool takeFrequency();
     [[nodiscard]] std::optional<Station> heardAt(const QModelIndex &index) const;
     void heard_Activated(const QModelIndex &index);
     void heard_Entered(const QModelIndex &index);
@@ -78,6 +83,7 @@ private:
     QAction *addTick(QMenu &menu, const QString &caption, bool &setting);
     void fillKept();
     void keepSource();
+    void forgetSource(const QString &name);
     void openAutoLog();
     void showSource();
     void showState();
@@ -85,7 +91,6 @@ private:
     void showFrequencies();
     void showWhatMoves();
     void announce(const Station &station);
-    void everySecond();
     void logStation(const Station &station);
     bool logNow(const Station &station, bool automatic);
     void save();
@@ -101,11 +106,13 @@ private:
     LocalsLearner m_learner;
     QPointer<AutoLogDialog> m_autoLogDialog;
     QMenu *m_kept = nullptr;
+    QMenu *m_forget = nullptr;
     QAction *m_atOnce = nullptr;
     Signs m_signs;
     QTimer m_second;
     QTimer m_moves; ///< until the signal and the rows are shown anew
-    std::optional<std::pair<qint64, quint16>> m_announced;
+    Announced m_announced;
+    bool m_asking = false; ///< a question of Log It is open
     std::unique_ptr<Ui::receiverDock> m_ui;
 };
 

@@ -27,13 +27,19 @@ void showText(QLineEdit &field, const QString &text)
     }
 }
 
+void showText(QLabel &label, const QString &text)
+{
+    if (label.text() != text) {
+        label.setText(text);
+    }
+}
+
 } // namespace
 
 // What is only shown looks like text, not like a field to be filled.
 void ReceiverDock::setLook()
 {
-    for (QLineEdit *const field :
-        {m_ui->receiverPi, m_ui->receiverPs, m_ui->receiverSignal, m_ui->receiverNew}) {
+    for (QLineEdit *const field : {m_ui->receiverPi, m_ui->receiverPs, m_ui->receiverSignal}) {
         QPalette palette = field->palette();
         palette.setColor(QPalette::Base, Qt::transparent);
         field->setPalette(palette);
@@ -78,6 +84,8 @@ void ReceiverDock::makeMenu()
     menu->addAction(u"&Keep This Source…"_s, this, [this] { guarded(this, [this] { keepSource(); }); });
     m_kept = menu->addMenu(u"Kept So&urces"_s);
     m_kept->setObjectName(u"receiverKept"_s);
+    m_forget = menu->addMenu(u"For&get a Source"_s);
+    m_forget->setObjectName(u"receiverForget"_s);
     fillKept();
     m_ui->receiverMenu->setMenu(menu);
 }
@@ -92,39 +100,6 @@ QAction *ReceiverDock::addTick(QMenu &menu, const QString &caption, bool &settin
         guarded(this, [this] { save(); });
     });
     return action;
-}
-
-void ReceiverDock::fillKept()
-{
-    m_kept->clear();
-    m_kept->setEnabled(!m_settings.kept.isEmpty());
-    for (const KeptSource &kept : m_settings.kept) {
-        QString caption = kept.name;
-        m_kept->addAction(caption.replace(u'&', u"&&"_s), this, [this, kept] {
-            m_receiver.disconnectFrom();
-            m_settings.last = kept.settings;
-            showSource();
-            guarded(this, [this] { receiverConnect_Click(); });
-        });
-    }
-}
-
-void ReceiverDock::keepSource()
-{
-    const SourceSettings source = chosen();
-    if (const QString wrong = makeSource(source).wrong; !wrong.isEmpty()) {
-        showMessage(this, wrong);
-        return;
-    }
-    const QString name =
-        inputBox(this, u"Name of this source:"_s, u"Keep This Source"_s, kindName(source.kind)).trimmed();
-    if (name.isEmpty()) {
-        return;
-    }
-    m_settings.kept.removeIf([&](const KeptSource &kept) { return kept.name == name; });
-    m_settings.kept.append({name, source});
-    fillKept();
-    save();
 }
 
 void ReceiverDock::openAutoLog()
@@ -145,15 +120,6 @@ void ReceiverDock::openAutoLog()
     m_autoLogDialog->show();
 }
 
-void ReceiverDock::showSource()
-{
-    m_ui->receiverSource->setCurrentIndex(static_cast<int>(m_settings.last.kind));
-    receiverSource_Change();
-    m_ui->receiverAddress->setText(m_settings.last.address);
-    m_ui->receiverPassword->setText(m_settings.last.password);
-    m_atOnce->setChecked(m_settings.last.atOnce);
-}
-
 void ReceiverDock::showState()
 {
     const ReceiverState state = m_receiver.state();
@@ -166,13 +132,15 @@ void ReceiverDock::showState()
         field->setEnabled(!connected);
     }
     m_ui->receiverFreq->setReadOnly(!m_receiver.wantsFrequency());
+    m_ui->receiverFreq->setPlaceholderText(m_receiver.wantsFrequency() ? u"type it here"_s : QString());
 }
 
 void ReceiverDock::showHeard()
 {
     const Listening &listening = m_receiver.listening();
     const auto &station = listening.station();
-    if (m_ui->receiverFreq->isReadOnly() || !m_ui->receiverFreq->hasFocus()) {
+    // What is being typed is not overwritten.
+    if (m_ui->receiverFreq->isReadOnly() || !m_ui->receiverFreq->isModified()) {
         showText(*m_ui->receiverFreq, megahertzText(listening.hertz()));
     }
     showFrequencies();
@@ -182,7 +150,7 @@ void ReceiverDock::showHeard()
     if (const auto off = listening.clockOff()) {
         text += u" [clock %1%2 s]"_s.arg(*off > 0 ? u"+"_s : QString()).arg(*off);
     }
-    m_ui->receiverRt->setText(text.trimmed());
+    showText(*m_ui->receiverRt, text.trimmed());
     showText(*m_ui->receiverNew, station ? marksText(station->marks) : QString());
     if (m_model.rowCount() != static_cast<int>(m_receiver.heard().rows().size())) {
         m_model.refresh();
@@ -225,11 +193,10 @@ void ReceiverDock::showWhatMoves()
 
 void ReceiverDock::announce(const Station &station)
 {
-    const auto which = std::pair(logStep(station.hertz), station.pi);
-    if (!station.certain || marksText(station.marks).isEmpty() || m_announced == which) {
+    if (!station.certain || marksText(station.marks).isEmpty()
+        || !m_announced.isNew(logStep(station.hertz), station.pi, nowMilliseconds())) {
         return;
     }
-    m_announced = which;
     if (m_settings.sound) {
         m_signs.sound();
     }

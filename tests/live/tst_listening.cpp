@@ -167,9 +167,40 @@ private Q_SLOTS:
         listening.take(PiHeard {code, PiTrust::Told}, start);
         listening.take(Tuned {98'500'120}, start);
         QVERIFY(listening.station());
-        listening.take(Tuned {}, start);
+        listening.end(start);
         QVERIFY(!listening.station());
         QCOMPARE(listening.hertz(), qint64(98'500'120));
+    }
+
+    void aRetuneToWhoKnowsWhereEndsTheFrequency()
+    {
+        Listening listening(m_none);
+        listening.take(Tuned {98'500'000}, start);
+        // Typed ahead: nothing was heard on it yet.
+        listening.take(Tuned {}, start + second);
+        QCOMPARE(listening.hertz(), qint64(98'500'000));
+        listening.take(PiHeard {code, PiTrust::Told}, start + 2 * second);
+        listening.take(Tuned {}, start + 3 * second);
+        QVERIFY(!listening.station());
+        QCOMPARE(listening.hertz(), qint64(0));
+        listening.take(PiHeard {0xF201, PiTrust::Told}, start + 4 * second);
+        QCOMPARE(listening.station()->hertz, qint64(0));
+    }
+
+    void whatASourceKnowsOfOtherFrequenciesIsOfItsStation()
+    {
+        Listening listening(m_none);
+        listening.take(Tuned {98'500'000}, start);
+        listening.take(PiHeard {code, PiTrust::Told}, start);
+        listening.take(FrequenciesHeard {{98'500, 89'100}}, start);
+        listening.take(FrequenciesHeard {{89'100, 87'600}}, start + second);
+        QCOMPARE(listening.frequencies(), (QList<int> {87'600, 89'100, 98'500}));
+        for (int i = 0; i < 1'000; ++i) {
+            listening.take(FrequenciesHeard {{87'600 + 100 * i}}, start + second);
+        }
+        QCOMPARE(listening.frequencies().size(), 25);
+        listening.take(PiHeard {0xF201, PiTrust::Told}, start + 2 * second);
+        QCOMPARE(listening.frequencies(), QList<int>());
     }
 
     void whatComesLateIsThrownAway()
@@ -350,6 +381,38 @@ private Q_SLOTS:
         note();
         QCOMPARE(table.rows().size(), std::size_t(2));
         QVERIFY(!table.rows()[1].logged);
+    }
+
+    void aRowGetsTheFrequencyThatIsTypedLater()
+    {
+        Station station;
+        station.pi = code;
+        station.certain = true;
+        station.first = start;
+        station.last = start;
+        HeardTable table;
+        table.note(station);
+        station.hertz = 98'500'000;
+        table.nameFrequency(station);
+        table.note(station);
+        QCOMPARE(table.rows().size(), std::size_t(1));
+        QCOMPARE(table.rows()[0].station.hertz, qint64(98'500'000));
+        table.setLogged(station);
+        QVERIFY(table.rows()[0].logged);
+        // The next one is on a frequency of which there is a row.
+        station.hertz = 0;
+        station.first += 60 * second;
+        station.last = station.first;
+        table.note(station);
+        QCOMPARE(table.rows().size(), std::size_t(2));
+        const quint64 generation = table.generation();
+        station.hertz = 98'500'000;
+        table.nameFrequency(station);
+        table.note(station);
+        QCOMPARE(table.rows().size(), std::size_t(1));
+        QCOMPARE(table.rows()[0].station.first, start);
+        QCOMPARE(table.rows()[0].station.last, station.last);
+        QVERIFY(table.generation() > generation);
     }
 
     void theTableHasAnEnd()

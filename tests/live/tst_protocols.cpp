@@ -38,6 +38,14 @@ QString shown(const ReceiverEvent &event)
         QString operator()(const PsHeard &e) const { return u"ps [%1]"_s.arg(e.ps); }
         QString operator()(const RadiotextHeard &e) const { return u"text [%1]"_s.arg(e.text); }
         QString operator()(const EccHeard &e) const { return u"ecc %1"_s.arg(e.ecc, 0, 16); }
+        QString operator()(const FrequenciesHeard &e) const
+        {
+            QStringList kilohertz;
+            for (const int one : e.kilohertz) {
+                kilohertz += QString::number(one);
+            }
+            return u"also "_s + kilohertz.join(u' ');
+        }
         QString operator()(const ClockHeard &e) const { return u"clock "_s + generalText(e.utc); }
         QString operator()(const SignalHeard &e) const { return u"signal %1 %2"_s.arg(e.value).arg(e.unit); }
         QString operator()(const StationGuess &e) const
@@ -191,6 +199,9 @@ private Q_SLOTS:
             << QByteArray("from=XDR-GTK;ps=4D445220 120 1 D") << u"ps [MDR     ]"_s;
         QTest::newRow("frequency last") << QByteArray("ps=4D4452204A554D50;pi=D3C2;freq=98500000")
                                         << u"tuned 98500000; pi D3C2 3; ps [MDR JUMP]"_s;
+        QTest::newRow("other frequencies") << QByteArray("from=XDR-GTK;pi=D3C2;af=106E10CDE0FA00 1")
+                                           << u"pi D3C2 3; also 87600 89100 98500"_s;
+        QTest::newRow("no other frequencies") << QByteArray("from=XDR-GTK;af=00000000;af=x;af=") << u""_s;
         QTest::newRow("TEF PI") << QByteArray("from=TEF_tuner_1;PI=D3C2") << u"pi D3C2 3"_s;
         QTest::newRow("TEF PI in doubt") << QByteArray("from=TEF_tuner_1;PI=D3C2?") << u"pi D3C2 0"_s;
         QTest::newRow("TEF name") << QByteArray("from=TEF_tuner_1;PS=MDR_JUMP") << u"ps [MDR JUMP]"_s;
@@ -219,7 +230,10 @@ private Q_SLOTS:
             "sigTop":"35.5","bw":0,"st":true,"rds":true,"ps":"MDR JUMP","tp":1,"ta":0,"ms":1,"pty":10,"ecc":null,
             "af":[98500],"rt0":"Hello","rt1":"","rt_flag":0,"ant":0,"txInfo":{"tx":"","pol":"","erp":"","city":"",
             "itu":"","dist":"","azi":"","id":"","reg":false,"pi":""},"country_name":"","country_iso":"UN","users":0})")
-            << u"tuned 98500000; pi D3C2 3; signal 35.11 dBf; ps [MDR JUMP]; text [Hello]"_s;
+            << u"tuned 98500000; pi D3C2 3; signal 35.11 dBf; ps [MDR JUMP]; text [Hello]; also 98500"_s;
+        QTest::newRow("other frequencies")
+            << QByteArray(R"({"pi":"D3C2","af":[98500,89100,89100,"x",531,120000,null]})")
+            << u"pi D3C2 3; also 89100 98500"_s;
         QTest::newRow("nothing yet") << QByteArray(R"({"pi":"?","freq":"98.500","sig":3,"ps":""})")
                                      << u"tuned 98500000; signal 3 dBf"_s;
         QTest::newRow("in doubt") << QByteArray(R"({"pi":"D3C2??","freq":"98.500"})")
@@ -252,6 +266,38 @@ private Q_SLOTS:
         QTEST(shown(webserverEvents(json)), "told");
     }
 
+    void aGuessGetsThePositionToWhichItsDistanceLeads_data()
+    {
+        QTest::addColumn<QByteArray>("info");
+        QTest::addColumn<QString>("position");
+        // 111.19 km to the north are a degree of latitude, nearly.
+        QTest::newRow("north") << QByteArray(R"("dist":"111.2","azi":"0")") << u"51.00 10.00"_s;
+        QTest::newRow("numbers") << QByteArray(R"("dist":715,"azi":90)") << u"49.57 19.91"_s;
+        QTest::newRow("its own position")
+            << QByteArray(R"("dist":"111.2","azi":"0","lat":"51.8","lon":"10.6")") << u"51.8 10.6"_s;
+        QTest::newRow("no direction") << QByteArray(R"("dist":"111.2","azi":"")") << u" "_s;
+        QTest::newRow("nowhere on earth") << QByteArray(R"("dist":"99999","azi":"0")") << u" "_s;
+        QTest::newRow("no number") << QByteArray(R"("dist":"x","azi":[])") << u" "_s;
+    }
+
+    void aGuessGetsThePositionToWhichItsDistanceLeads()
+    {
+        QFETCH(QByteArray, info);
+        const QByteArray json = R"({"pi":"D3C2","txInfo":{"tx":"X","pi":"D3C2",)" + info + "}}";
+        const auto home = webserverHome(R"({"qthLatitude":"50.0","qthLongitude":"10.0","tunerName":"x"})");
+        const std::vector<ReceiverEvent> events = webserverEvents(json, home);
+        const auto &guess = std::get<StationGuess>(events.back());
+        QTEST(QString(guess.latitude + u' ' + guess.longitude), "position");
+    }
+
+    void aReceiverThatDoesNotTellItsPlace()
+    {
+        for (const QByteArray &json : {"{}"_ba, R"({"qthLatitude":"","qthLongitude":""})"_ba,
+                 R"({"qthLatitude":"91","qthLongitude":"0"})"_ba, "<html>"_ba}) {
+            QVERIFY2(!webserverHome(json), json.constData());
+        }
+    }
+
     void linesOfRedsea_data()
     {
         QTest::addColumn<QByteArray>("json");
@@ -267,6 +313,9 @@ private Q_SLOTS:
         QTest::newRow("clock") << QByteArray(
             R"({"pi":"0xD3C2","group":"4A","clock_time":"2025-11-21T19:30:00+01:00"})")
                                << u"pi D3C2 2; clock 21/11/2025 18:30:00"_s;
+        QTest::newRow("other frequencies")
+            << QByteArray(R"({"pi":"0xD3C2","group":"0A","alt_frequencies_a":[98500,87600]})")
+            << u"pi D3C2 2; also 87600 98500"_s;
         QTest::newRow("RDS2") << QByteArray(R"({"pi":"0xD3C2","stream":1})") << u""_s;
         QTest::newRow("no PI") << QByteArray(R"({"group":"0A","ps":"MDR JUMP"})") << u""_s;
         QTest::newRow("no JSON") << QByteArray("usage: redsea") << u""_s;
@@ -326,13 +375,58 @@ private Q_SLOTS:
         const QList<QPair<QByteArray, QByteArray>> dialogue {{"_\n", "Gqrx 2.17.6"},
             {"p ?\n", "RDS_PI RDS_PS_NAME RDS_RADIOTEXT"}, {"U RDS 0\n", "RPRT 0"}, {"U RDS 1\n", "RPRT 0"},
             {"f\n", "98500000"}, {"l STRENGTH\n", "-42.5"}, {"p RDS_PI\n", "D3C2"},
-            {"p RDS_PS_NAME\n", "MDR JUMP"}, {"p RDS_RADIOTEXT\n", ""}, {"f\n", "98500000"}};
+            {"p RDS_PS_NAME\n", "MDR JUMP"}, {"p RDS_RADIOTEXT\n", "Hi"}, {"f\n", "98500000"}};
         QString told;
         for (const auto &[asked, answer] : dialogue) {
             QCOMPARE(session.next(), asked);
             told = shown(session.take(answer));
         }
-        QCOMPARE(told, u"signal -42.5 dBFS; pi D3C2 1; ps [MDR JUMP]; text []"_s);
+        QCOMPARE(told, u"signal -42.5 dBFS; pi D3C2 1; text [Hi]"_s);
+    }
+
+    void aNameThatChangesIsNeverAMixture_data()
+    {
+        QTest::addColumn<QStringList>("answers"); // of each round: PI, frequency in MHz, name
+        QTest::addColumn<QString>("names");
+        using L = QStringList;
+        const QString old = u"D3C2 98 OLD NAME"_s;
+        const QString mixed = u"D3C2 98 OLD STAR"_s;
+        const QString fresh = u"D3C2 98 NEW STAR"_s;
+        QTest::newRow("twice") << L {old, old} << u""_s;
+        QTest::newRow("three times") << L {old, old, old} << u"OLD NAME"_s;
+        QTest::newRow("a change") << L {old, old, old, mixed, mixed, fresh, fresh, fresh}
+                                  << u"OLD NAME, NEW STAR"_s;
+        QTest::newRow("back and forth") << L {old, mixed, old, mixed, old, mixed} << u""_s;
+        QTest::newRow("nothing yet") << L {u"D3C2 98 "_s, u"D3C2 98 "_s, u"D3C2 98 "_s} << u""_s;
+        QTest::newRow("another station")
+            << L {old, old, old, u"F201 98 OLD NAME"_s, u"F201 98 OLD NAME"_s} << u"OLD NAME"_s;
+        QTest::newRow("a retune") << L {old, old, old, u"D3C2 99 OLD NAME"_s, u"D3C2 99 OLD NAME"_s,
+            u"D3C2 99 OLD NAME"_s} << u"OLD NAME"_s;
+    }
+
+    void aNameThatChangesIsNeverAMixture()
+    {
+        QFETCH(QStringList, answers);
+        RigctlSession session;
+        QStringList names;
+        for (const QString &answer : std::as_const(answers)) {
+            for (QByteArray asked = session.next(); !asked.isEmpty(); asked = session.next()) {
+                const std::vector<ReceiverEvent> events = session.take(asked == "_\n" ? "Gqrx 2.17.6"
+                        : asked == "p ?\n"                                            ? "RDS_PI RDS_PS_NAME"
+                        : asked == "f\n"             ? answer.sliced(5, 2).toLatin1() + "000000"
+                        : asked == "p RDS_PI\n"      ? answer.first(4).toLatin1()
+                        : asked == "p RDS_PS_NAME\n" ? answer.sliced(8).toLatin1()
+                                                     : QByteArray("RPRT 0"));
+                for (const ReceiverEvent &event : events) {
+                    const auto *const name = std::get_if<PsHeard>(&event);
+                    if (name != nullptr && (names.isEmpty() || names.last() != name->ps)) {
+                        names += name->ps;
+                    }
+                }
+            }
+            session.begin();
+        }
+        QTEST(names.join(u", "_s), "names");
     }
 
     void theDialogueWithRigctld()

@@ -7,9 +7,9 @@
 #include "live/srcpsource.h"
 #include "live/webserversource.h"
 #include "live/xdrdsource.h"
-#include "loopback.h"
-#include "rds-signal/groupmaker.h"
+#include "sourcehelp.h"
 #include "support/testfiles.h"
+#include "websocket.h"
 
 #include <QElapsedTimer>
 #include <QFile>
@@ -22,63 +22,6 @@ using namespace quillon;
 using namespace quillon::rdssignal;
 using namespace quillon::test;
 using namespace Qt::StringLiterals;
-
-namespace {
-
-const SignalStation jump {98'500'000, 0xD3C2, u"MDR JUMP"_s, u"Now: Sade"_s, {}, 10, 0xE0};
-
-const SignalStation france {87'500'000, 0xF201, u"FRANCE"_s, {}, {}, 10, 0};
-
-/// The groups of a station as lines.
-QByteArray groupLines(
-    const SignalStation &station, int groups, const QByteArray &before, const QByteArray &after)
-{
-    GroupMaker maker(station);
-    QByteArray lines;
-    for (int i = 0; i < groups; ++i) {
-        lines += before + groupText(maker.next()) + after;
-    }
-    return lines;
-}
-
-HostPort at(quint16 port)
-{
-    return {u"127.0.0.1"_s, port};
-}
-
-bool hears(const Receiver &receiver, quint16 pi, const QString &ps)
-{
-    const auto &station = receiver.listening().station();
-    return station && station->pi == pi && station->ps == ps && station->certain;
-}
-
-/// A Receiver on a source, in which a second lasts 20 ms.
-template<typename Source, typename... Arguments>
-Source *listen(Receiver &receiver, Arguments... arguments)
-{
-    auto source = std::make_unique<Source>(arguments...);
-    Source *const made = source.get();
-    made->setSecond(20);
-    receiver.listenTo(std::move(source));
-    return made;
-}
-
-/// The longest that the event loop was away while `done` became true, in milliseconds.
-qint64 longestBreak(const std::function<bool()> &done)
-{
-    qint64 longest = 0;
-    QElapsedTimer whole;
-    whole.start();
-    QElapsedTimer turn;
-    while (!done() && whole.elapsed() < 20'000) {
-        turn.start();
-        QCoreApplication::processEvents();
-        longest = std::max(longest, turn.elapsed());
-    }
-    return longest;
-}
-
-} // namespace
 
 class TestSources : public QObject
 {
@@ -189,9 +132,40 @@ private Q_SLOTS:
         server.send(groupLines(jump, 60, "G:\r\n", "\r\n\r\n"));
         QTRY_VERIFY(hears(receiver, 0xD3C2, u"MDR JUMP"_s));
         QCOMPARE(receiver.listening().station()->hertz, qint64(98'500'000));
+        // A station heard there is not the next one: where that is has to be typed.
         server.send("G:\r\nRESET-------\r\n\r\n");
         QTRY_VERIFY(!receiver.listening().station());
+        QCOMPARE(receiver.listening().hertz(), qint64(0));
+        server.send(groupLines(france, 60, "G:\r\n", "\r\n\r\n"));
+        QTRY_VERIFY(hears(receiver, 0xF201, u"FRANCE  "_s));
+        receiver.setFrequency(87'500'000);
+        QCOMPARE(receiver.listening().station()->hertz, qint64(87'500'000));
+        // Typed ahead, it stays; and so it does when the connection is lost.
+        receiver.setFrequency(98'500'000);
+        server.send("G:\r\nRESET-------\r\n\r\n" + groupLines(jump, 60, "G:\r\n", "\r\n\r\n"));
+        QTRY_VERIFY(hears(receiver, 0xD3C2, u"MDR JUMP"_s));
+        QCOMPARE(receiver.listening().station()->hertz, qint64(98'500'000));
+        server.vanish();
+        QTRY_COMPARE(receiver.state(), ReceiverState::Lost);
+        QVERIFY(!receiver.listening().station());
         QCOMPARE(receiver.listening().hertz(), qint64(98'500'000));
+        QCOMPARE(receiver.heard().rows().size(), std::size_t(2));
+    }
+
+    void aFrequencyThatASourceToldIsNotOneThatWasTyped()
+    {
+        LoopbackServer server("0123456789abcdef\n");
+        Receiver receiver;
+        listen<XdrdSource>(receiver, at(server.port()), QString());
+        QTRY_COMPARE(server.lines().size(), 1);
+        server.send("T98500\n");
+        QTRY_COMPARE(receiver.listening().hertz(), qint64(98'500'000));
+        LoopbackServer groups;
+        listen<RdsSpySource>(receiver, at(groups.port()));
+        QCOMPARE(receiver.listening().hertz(), qint64(0));
+        receiver.setFrequency(87'500'000);
+        listen<RdsSpySource>(receiver, at(groups.port()));
+        QCOMPARE(receiver.listening().hertz(), qint64(87'500'000));
     }
 
     void recordedFiles_data()
@@ -323,6 +297,46 @@ private Q_SLOTS:
         client->abort();
         QTRY_COMPARE(receiver.state(), ReceiverState::Lost);
         receiver.disconnectFrom();
+    }
+
+    void theGuessOfAWebReceiverHasAPosition()
+    {
+        QTcpServer server;
+        QVERIFY(server.listen(QHostAddress::LocalHost));
+        QTcpSocket *listener = nullptr;
+        QByteArrayList asked;
+        connect(&server, &QTcpServer::newConnection, this, [&] {
+            QTcpSocket *const client = server.nextPendingConnection();
+            connect(client, &QTcpSocket::readyRead, this, [&, client, request = QByteArray()]() mutable {
+                request += client->readAll();
+                if (!request.endsWith("\r\n\r\n")) {
+                    return;
+                }
+                asked += request.first(request.indexOf("\r\n"));
+                if (request.contains("/static_data")) {
+                    client->write("HTTP/1.1 200 OK\r\nConnection: close\r\n\r\n"
+                                  R"({"qthLatitude":"50.0","qthLongitude":"10.0","tunerName":"roof"})");
+                    client->disconnectFromHost();
+                } else {
+                    client->write(webSocketWelcome(std::exchange(request, {})));
+                    listener = client;
+                }
+            });
+        });
+        Receiver receiver;
+        listen<WebserverSource>(receiver, QUrl(u"ws://127.0.0.1:%1/there/text"_s.arg(server.serverPort())));
+        QTRY_COMPARE(asked, (QByteArrayList {"GET /there/text HTTP/1.1", "GET /there/static_data HTTP/1.1"}));
+        const auto guess = [&]() -> std::optional<StationGuess> {
+            listener->write(frame(char(0x81),
+                R"({"pi":"D3C2","freq":"98.500","sig":35.11,"ps":"MDR JUMP","txInfo":{"tx":"MDR Jump","pol":"h",)"
+                R"("erp":"60","city":"Brocken","itu":"D","dist":"111","azi":"0","id":"4711","reg":false,"pi":"D3C2"}})"));
+            QCoreApplication::processEvents();
+            const auto &station = receiver.listening().station();
+            return station ? station->guess : std::nullopt;
+        };
+        QTRY_VERIFY(guess() && !guess()->latitude.isEmpty());
+        QCOMPARE(*guess(),
+            (StationGuess {0xD3C2, u"Brocken"_s, u"D"_s, u"60"_s, u"51.00"_s, u"10.00"_s, u"4711"_s}));
     }
 
     void linesOfACommand()
@@ -493,57 +507,6 @@ private Q_SLOTS:
             QVERIFY2(made.source != nullptr, qPrintable(kindName(SourceKind(kind))));
             QVERIFY(!usualAddress(SourceKind(kind)).isEmpty());
         }
-    }
-
-    void floods_data()
-    {
-        QTest::addColumn<QByteArray>("flood");
-        QTest::newRow("groups") << groupLines(jump, 100'000, "R", "00\n");
-        QTest::newRow("a line without an end") << QByteArray(20'000'000, 'R');
-        QTest::newRow("empty lines") << QByteArray(2'000'000, '\n');
-        QTest::newRow("a megabyte of name") << "PS" + QByteArray(1'000'000, 'x') + "\n";
-    }
-
-    void floods()
-    {
-        QFETCH(QByteArray, flood);
-        LoopbackServer server("0123456789abcdef\n");
-        Receiver receiver;
-        int changes = 0;
-        connect(&receiver, &Receiver::changed, this, [&] { ++changes; });
-        listen<XdrdSource>(receiver, at(server.port()), QString());
-        QTRY_COMPARE(server.lines().size(), 1);
-        QElapsedTimer clock;
-        clock.start();
-        server.send(flood + "\nT87500\n" + groupLines(france, 60, "R", "00\n"));
-        const qint64 longest = longestBreak([&] {
-            return receiver.listening().hertz() == 87'500'000 && hears(receiver, 0xF201, u"FRANCE  "_s);
-        });
-        QVERIFY(hears(receiver, 0xF201, u"FRANCE  "_s));
-        QVERIFY2(longest < 250, qPrintable(u"%1 ms without the event loop"_s.arg(longest)));
-        QVERIFY(changes <= clock.elapsed() / Receiver::gathered + 2);
-        QVERIFY(receiver.heard().rows().size() <= 2);
-    }
-
-    void aFloodOfDatagrams()
-    {
-        QUdpSocket probe;
-        QVERIFY(probe.bind(QHostAddress::LocalHost, 0));
-        const quint16 port = probe.localPort();
-        probe.close();
-        Receiver receiver;
-        listen<SrcpSource>(receiver, at(port));
-        QUdpSocket tuner;
-        int sent = 0;
-        const qint64 longest = longestBreak([&] {
-            for (int i = 0; i < 500; ++i) {
-                tuner.writeDatagram(
-                    "freq=98500000;pi=D3C2;ps=4D4452204A554D50", QHostAddress::LocalHost, port);
-            }
-            return ++sent >= 100;
-        });
-        QVERIFY2(longest < 250, qPrintable(u"%1 ms without the event loop"_s.arg(longest)));
-        QTRY_VERIFY(hears(receiver, 0xD3C2, u"MDR JUMP"_s));
     }
 };
 

@@ -1,5 +1,5 @@
+#include "docked.h"
 #include "live/grouplines.h"
-#include "live/ui/receiverdock.h"
 #include "platform/files.h"
 #include "platform/runtimeerror.h"
 #include "rds-signal/groupmaker.h"
@@ -14,7 +14,6 @@
 #include <QFileInfo>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMainWindow>
 #include <QMenu>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -29,100 +28,6 @@ using namespace quillon;
 using namespace quillon::rdssignal;
 using namespace quillon::test;
 using namespace Qt::StringLiterals;
-
-namespace {
-
-/// A source that tells what the test wants.
-class Told : public ReceiverSource
-{
-public:
-    explicit Told(bool knowsFrequency = true)
-        : m_knowsFrequency(knowsFrequency)
-    {
-    }
-    void say(const ReceiverEvent &event, qint64 ago = 0) { Q_EMIT told(event, nowMilliseconds() - ago); }
-    [[nodiscard]] bool canTune() const override { return true; }
-    void tune(qint64 hertz) override { tunedTo += hertz; }
-    [[nodiscard]] bool tellsFrequency() const override { return m_knowsFrequency; }
-    QList<qint64> tunedTo;
-
-protected:
-    void attempt() override { listening(); }
-    void hangUp() override { }
-
-private:
-    bool m_knowsFrequency;
-};
-
-/// A dock in a window, with a log that it logs to.
-class Docked
-{
-public:
-    explicit Docked(const QString &folder)
-        : dock(
-            log,
-            [this](const HeardReception &reception) {
-                log.AddEntry(reception.entry);
-                receptions.append(reception);
-                return true;
-            },
-            folder)
-    {
-        window.addDockWidget(Qt::RightDockWidgetArea, &dock);
-        window.resize(1200, 800);
-        window.show();
-        dock.start();
-    }
-    Told *listen(bool knowsFrequency = true)
-    {
-        auto source = std::make_unique<Told>(knowsFrequency);
-        Told *const made = source.get();
-        dock.receiver().listenTo(std::move(source));
-        return made;
-    }
-    template<typename Widget>
-    Widget *get(const QString &name)
-    {
-        Widget *const widget = dock.findChild<Widget *>(name);
-        if (widget == nullptr) {
-            qFatal("%s is missing", qPrintable(name));
-        }
-        return widget;
-    }
-    QString text(const QString &name) { return get<QWidget>(name)->property("text").toString(); }
-    void press(const QString &name) { QTest::mouseClick(get<QPushButton>(name), Qt::LeftButton); }
-    void choose(const QString &caption)
-    {
-        const auto actions = get<QMenu>(u"receiverOptions"_s)->actions();
-        for (QAction *const action : actions) {
-            if (action->text().remove(u'&') == caption) {
-                action->trigger();
-                return;
-            }
-        }
-        qFatal("no entry %s", qPrintable(caption));
-    }
-    QString cell(int row, int column)
-    {
-        const auto *const model = get<QTableView>(u"heard"_s)->model();
-        return model->index(row, column).data().toString();
-    }
-
-    Logbook log;
-    QList<HeardReception> receptions;
-    QMainWindow window;
-    ReceiverDock dock;
-};
-
-void hear(
-    Told &source, qint64 hertz, quint16 pi, const QString &ps, PiTrust trust = PiTrust::Told, qint64 ago = 0)
-{
-    source.say(Tuned {hertz}, ago + 1'000);
-    source.say(PiHeard {pi, trust}, ago);
-    source.say(PsHeard {ps}, ago);
-}
-
-} // namespace
 
 class TestReceiverDock : public QObject
 {
@@ -258,6 +163,58 @@ private Q_SLOTS:
         QCOMPARE(docked.receptions.size(), 1);
         QCOMPARE(docked.receptions[0].entry.freq, u"98.5"_s);
         QCOMPARE(docked.receptions[0].entry.piCode, u"E201"_s);
+    }
+
+    void aFrequencyThatIsNoneIsSaid()
+    {
+        const TestDirectory folder;
+        Docked docked(folder.path());
+        Told &source = *docked.listen(false);
+        auto *const field = docked.get<QLineEdit>(u"receiverFreq"_s);
+        QTest::keyClicks(field, u"98.5\r"_s);
+        source.say(PiHeard {0xE201, PiTrust::Told}, -1'000);
+        QTRY_COMPARE(docked.text(u"receiverPi"_s), u"E201"_s);
+        field->setFocus();
+        field->selectAll();
+        QTest::keyClicks(field, u"99..0"_s);
+        DialogAnswers answers;
+        answers.press(QMessageBox::Ok);
+        docked.dock.logHeard();
+        QCOMPARE(answers.takeTexts(), (QStringList {u"\"99..0\" is no frequency in MHz."_s}));
+        QCOMPARE(docked.receptions.size(), 0);
+    }
+
+    void aTypedFrequencyEndsWithItsStation()
+    {
+        const TestDirectory folder;
+        Docked docked(folder.path());
+        Told &source = *docked.listen(false);
+        auto *const field = docked.get<QLineEdit>(u"receiverFreq"_s);
+        field->setFocus();
+        QTest::keyClicks(field, u"98.5"_s);
+        QTest::keyClick(field, Qt::Key_Return);
+        source.say(PiHeard {0xE201, PiTrust::Told}, -1'000);
+        QTRY_COMPARE(docked.text(u"receiverPi"_s), u"E201"_s);
+        source.say(Tuned {}, -2'000);
+        source.say(PiHeard {0xE202, PiTrust::Told}, -3'000);
+        QTRY_COMPARE(docked.text(u"receiverPi"_s), u"E202"_s);
+        QCOMPARE(field->text(), QString());
+        DialogAnswers answers;
+        answers.press(QMessageBox::Ok);
+        docked.dock.logHeard();
+        QCOMPARE(answers.takeTexts(),
+            (QStringList {u"The frequency is not known. Type it into the field MHz of the receiver."_s}));
+        // What is being typed meanwhile stays.
+        QTest::keyClicks(field, u"99"_s);
+        source.say(SignalHeard {10, u"dBf"});
+        source.say(PsHeard {u"RNE 2   "_s}, -3'000);
+        QTRY_COMPARE(docked.text(u"receiverPs"_s), u"RNE 2   "_s);
+        QCOMPARE(field->text(), u"99"_s);
+        docked.dock.logHeard();
+        QCOMPARE(docked.receptions.size(), 1);
+        QCOMPARE(docked.receptions[0].entry.freq, u"99.0"_s);
+        QCOMPARE(docked.receptions[0].entry.piCode, u"E202"_s);
+        QCOMPARE(docked.get<QTableView>(u"heard"_s)->model()->rowCount(), 2);
     }
 
     void afterADisconnectNothingIsHeard()
