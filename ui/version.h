@@ -4,7 +4,7 @@
 
 namespace quillon {
 
-/// The version of this build, such as "1.0.0".
+/// The version of this build, such as "2.0.0".
 [[nodiscard]] QString versionNumber();
 
 /// "V" and the version.

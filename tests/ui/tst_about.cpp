@@ -48,7 +48,7 @@ void About::tellsVersionLibrariesLicenceAndDirectory()
     window.setAttribute(Qt::WA_DeleteOnClose, false);
     window.tellDirectory(u"/home/dx/log & more"_s);
     window.show();
-    QCOMPARE(textOf(window, u"Label1"_s), u"Quillon V1.0.0"_s);
+    QCOMPARE(textOf(window, u"Label1"_s), u"Quillon V2.0.0"_s);
     QCOMPARE(textOf(window, u"libraries"_s),
         u"With Qt and Qt Charts %1, libcurl %2"_s.arg(QString::fromLatin1(qVersion()),
             QString::fromLatin1(curl_version_info(CURLVERSION_NOW)->version)));
