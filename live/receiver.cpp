@@ -2,6 +2,13 @@
 
 namespace quillon {
 
+namespace {
+
+/// Whoever types a frequency ahead tunes to it soon, in milliseconds.
+constexpr qint64 typedAhead = 10'000;
+
+} // namespace
+
 Receiver::Receiver(QObject *parent)
     : QObject(parent)
     , m_listening(m_known)
@@ -27,6 +34,7 @@ void Receiver::listenTo(std::unique_ptr<ReceiverSource> source)
     m_listening.clear();
     m_source = std::move(source);
     m_typed = typed > 0;
+    m_inDoubt = false;
     if (typed > 0) {
         m_listening.take(Tuned {typed}, nowMilliseconds());
     }
@@ -90,6 +98,8 @@ void Receiver::setFrequency(qint64 hertz)
         return;
     }
     m_typed = true;
+    m_typedAt = nowMilliseconds();
+    m_inDoubt = false;
     if (m_listening.hertz() == 0) {
         m_listening.nameFrequency(hertz);
         if (const auto &station = m_listening.station()) {
@@ -118,6 +128,9 @@ void Receiver::findLogged(const Logbook &log)
 void Receiver::take(const ReceiverEvent &event, qint64 when)
 {
     m_listening.take(event, when);
+    if (const auto *const tuned = std::get_if<Tuned>(&event); tuned != nullptr && tuned->hertz == 0) {
+        m_inDoubt = m_listening.hertz() > 0 && when - m_typedAt > typedAhead;
+    }
     if (const auto &station = m_listening.station()) {
         m_heard.note(*station);
     }

@@ -39,6 +39,10 @@ public:
     /// then it is that of the station heard now.
     void setFrequency(qint64 hertz);
 
+    /// True when the receiver was tuned, nobody knows where to, long after the frequency was typed, and
+    /// nothing had been heard on it: it may be that of before. Typed again, it is in doubt no more.
+    [[nodiscard]] bool isFrequencyInDoubt() const { return m_inDoubt; }
+
     /// What the log knows.
     void setKnown(KnownStations known) { m_known = std::move(known); }
     [[nodiscard]] KnownStations &known() { return m_known; }
@@ -60,6 +64,8 @@ private:
 
     std::unique_ptr<ReceiverSource> m_source;
     bool m_typed = false; ///< the frequency was not told by a source
+    qint64 m_typedAt = 0;
+    bool m_inDoubt = false;
     KnownStations m_known;
     Listening m_listening;
     HeardTable m_heard;

@@ -1,5 +1,7 @@
 #include "live/receiversource.h"
 
+#include "platform/strangerstext.h"
+
 #include <QDateTime>
 
 #include <algorithm>
@@ -13,6 +15,8 @@ namespace {
 constexpr int longestPause = 30;
 constexpr int mostDoublings = 5;
 constexpr int secondsOfSilence = 30;
+/// A server may have had its say in it.
+constexpr qsizetype longestReason = 300;
 
 } // namespace
 
@@ -102,8 +106,9 @@ void ReceiverSource::tell(const std::vector<ReceiverEvent> &events)
     }
 }
 
-void ReceiverSource::setState(ReceiverState state, const QString &why)
+void ReceiverSource::setState(ReceiverState state, const QString &reason)
 {
+    const QString why = strangersText(reason, longestReason);
     if (m_state != state || m_why != why) {
         m_state = state;
         m_why = why;

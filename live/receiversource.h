@@ -65,7 +65,7 @@ protected:
     [[nodiscard]] int second() const { return m_second; }
 
 private:
-    void setState(ReceiverState state, const QString &why);
+    void setState(ReceiverState state, const QString &reason);
     void fallSilent();
 
     ReceiverState m_state = ReceiverState::NotConnected;

@@ -184,6 +184,15 @@ void ReceiverDock::logHeard()
         showMessage(this, u"Nothing to log: no PI code has been received on this frequency."_s);
         return;
     }
+    if (m_receiver.isFrequencyInDoubt()) {
+        if (!askYesNo(this,
+                u"The receiver was tuned after %1 MHz was typed. Is it on %1 MHz?"_s.arg(
+                    megahertzText(station->hertz)),
+                u"Log It"_s)) {
+            return;
+        }
+        m_receiver.setFrequency(station->hertz);
+    }
     logStation(*station);
 }
 
@@ -237,7 +246,8 @@ void ReceiverDock::doWhatIsDue(qint64 now)
         }
         guarded(this, [this] { save(); });
     }
-    if (m_receiver.state() != ReceiverState::Listening || !m_autoLog.wants(m_receiver.listening(), now)) {
+    if (m_receiver.state() != ReceiverState::Listening || m_receiver.isFrequencyInDoubt()
+        || !m_autoLog.wants(m_receiver.listening(), now)) {
         return;
     }
     const Station station = *m_receiver.listening().station();

@@ -425,6 +425,20 @@ private Q_SLOTS:
         QTRY_VERIFY(connections.size() >= 2);
     }
 
+    void aReasonMayBeTextOfAStranger()
+    {
+        class Gone : public ReceiverSource
+        {
+        protected:
+            void attempt() override { lost(u"404 \x1b[2J\n"_s + QString(1'000'000, u'x')); }
+            void hangUp() override { }
+        };
+        Gone source;
+        source.start();
+        QCOMPARE(source.why(), u"404 [2J "_s + QString(292, u'x'));
+        source.stop();
+    }
+
     void onlyARegularFileIsPlayed()
     {
         Receiver receiver;

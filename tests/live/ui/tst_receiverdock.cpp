@@ -217,6 +217,44 @@ private Q_SLOTS:
         QCOMPARE(docked.get<QTableView>(u"heard"_s)->model()->rowCount(), 2);
     }
 
+    void aFrequencyThatMayBeThatOfBeforeIsAskedFor()
+    {
+        const TestDirectory folder;
+        ReceiverSettings settings;
+        settings.autoLog = {true, 0, 0, 60, {}};
+        writeReceiverSettings(folder.path(), settings);
+        Docked docked(folder.path());
+        Told &source = *docked.listen(false);
+        auto *const field = docked.get<QLineEdit>(u"receiverFreq"_s);
+        QTest::keyClicks(field, u"98.5"_s);
+        QTest::keyClick(field, Qt::Key_Return);
+        // Nothing was heard there for a while.
+        source.say(Tuned {}, -60'000);
+        source.say(PiHeard {0xE201, PiTrust::Told}, -61'000);
+        QTRY_COMPARE(docked.text(u"receiverPi"_s), u"E201"_s);
+        docked.dock.doWhatIsDue(nowMilliseconds() + 62'000);
+        QCOMPARE(docked.receptions.size(), 0);
+        DialogAnswers answers;
+        answers.press(QMessageBox::No);
+        docked.dock.logHeard();
+        QCOMPARE(answers.takeTexts(),
+            (QStringList {u"The receiver was tuned after 98.5 MHz was typed. Is it on 98.5 MHz?"_s}));
+        QCOMPARE(docked.receptions.size(), 0);
+        answers.press(QMessageBox::Yes);
+        docked.dock.logHeard();
+        QCOMPARE(docked.receptions.size(), 1);
+        QCOMPARE(docked.receptions[0].entry.freq, u"98.5"_s);
+        // Typed for where it is tuned to next, it is in no doubt.
+        field->selectAll();
+        QTest::keyClicks(field, u"99.0"_s);
+        QTest::keyClick(field, Qt::Key_Return);
+        source.say(Tuned {}, -1'000);
+        source.say(PiHeard {0xE202, PiTrust::Told}, -2'000);
+        docked.dock.logHeard();
+        QCOMPARE(docked.receptions.size(), 2);
+        QCOMPARE(docked.receptions[1].entry.freq, u"99.0"_s);
+    }
+
     void afterADisconnectNothingIsHeard()
     {
         const TestDirectory folder;
