@@ -15,7 +15,7 @@ class TestLearningLocals : public QObject
 
     static QDialog *openDialog(Docked &docked)
     {
-        docked.choose(u"Automatic Logging..."_s);
+        docked.choose(u"Automatic Logging…"_s);
         return docked.get<QDialog>(u"autoLog"_s);
     }
     static void hearThree(Docked &docked)
