@@ -269,7 +269,9 @@ public:
     {
         m_window.reset();
         writeFile(m_home.filePath(u"RDSLog.log"_s), m_log);
-        return m_window.emplace(m_home.path());
+        m_window.emplace(m_home.path());
+        Window::rest();
+        return *m_window;
     }
     [[nodiscard]] Window &window() { return *m_window; }
 
@@ -342,6 +344,7 @@ int main(int argc, char *argv[])
     table.head();
     {
         Window window(room.path());
+        Window::rest();
         table.memory("memory of the process after the start", memoryMb(), 95);
         measureEntries(table, window, room.path());
         measureSearches(table, window, answering);

@@ -10,6 +10,7 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QThread>
 #include <QTimer>
 
 #include <ctime>
@@ -99,6 +100,13 @@ public:
     {
         m_form.Form_Load();
         m_form.show();
+        settle();
+    }
+    /// What is put off until the window is there is done.
+    static void rest()
+    {
+        constexpr unsigned long longEnough = 300;
+        QThread::msleep(longEnough);
         settle();
     }
     template<typename Control>

@@ -242,7 +242,7 @@ void LogDocument::restore(const std::vector<Change> &changes)
         log = log || !change.log.isEmpty();
     }
     std::ranges::sort(told.entries);
-    told.entries.erase(std::ranges::unique(told.entries).begin(), told.entries.end());
+    told.entries.erase(std::unique(told.entries.begin(), told.entries.end()), told.entries.end());
     try {
         save(log, told.sites);
     } catch (const RuntimeError &) {

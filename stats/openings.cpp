@@ -29,9 +29,8 @@ public:
         for (const qint32 number : run) {
             measure(opening, number);
         }
+        opening.countries.removeDuplicates();
         std::ranges::sort(opening.countries);
-        const auto twice = std::ranges::unique(opening.countries);
-        opening.countries.erase(twice.begin(), twice.end());
         opening.entries = std::move(run);
         m_found.push_back(std::move(opening));
     }
