@@ -4,6 +4,8 @@
 #include "core/logfields.h"
 
 #include <algorithm>
+#include <array>
+#include <iterator>
 #include <span>
 
 namespace quillon {
@@ -28,21 +30,31 @@ qsizetype usualLine(const LogEntry &entry)
     return size;
 }
 
+// The room for a line is that of the very texts which are then written: no character takes more than one
+// byte.
 void appendLine(QByteArray &bytes, const LogEntry &entry, const CodePage &page)
 {
-    for (const LogColumn &field : logFields()) {
-        if (!field.text) {
-            const auto characters = generalCharacters(entry.dateTime);
-            bytes.append(characters.data(), static_cast<qsizetype>(characters.size()));
-        } else if (const QString &text = entry.*field.text;
-                   field.field == LogField::Notes && text.contains("\r\n"_L1)) {
-            page.appendEncoded(bytes, foldedLineBreaks(text));
-        } else {
-            page.appendEncoded(bytes, text);
+    constexpr QByteArrayView lineEnd = "\r\n";
+    const auto moment = generalCharacters(entry.dateTime);
+    const QString notes = entry.notes.contains("\r\n"_L1) ? foldedLineBreaks(entry.notes) : entry.notes;
+    std::array<QStringView, logFieldCount> texts; // that of the moment stays empty
+    qsizetype room = std::ssize(moment) + std::ssize(texts) + lineEnd.size();
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+        const LogColumn &field = logFields()[i];
+        if (field.text) {
+            texts[i] = field.field == LogField::Notes ? notes : entry.*field.text;
+            room += texts[i].size();
         }
-        bytes += '|';
     }
-    bytes += "\r\n";
+    const qsizetype start = bytes.size();
+    bytes.resize(start + room);
+    char *out = bytes.data() + start;
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+        out = logFields()[i].text ? page.encodeTo(out, texts[i]) : std::ranges::copy(moment, out).out;
+        *out++ = '|';
+    }
+    out = std::ranges::copy(lineEnd, out).out;
+    bytes.truncate(out - bytes.constData());
 }
 
 QByteArray linesOf(std::span<const LogEntry> entries, const CodePage &codePage)

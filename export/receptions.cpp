@@ -3,6 +3,7 @@
 #include "core/fetchahead.h"
 
 #include <algorithm>
+#include <iterator>
 #include <numeric>
 
 namespace quillon {
@@ -36,44 +37,45 @@ constexpr QByteArrayView lineBegin = "<li>[";
 constexpr QByteArrayView betweenFields = "] [";
 constexpr QByteArrayView lineEnd = "]</li>\r\n";
 
-// The most bytes that a line takes: no character takes more than one.
-qsizetype longest(const LogEntry &entry)
-{
-    constexpr qsizetype moment = 19;
-    return lineBegin.size() + moment + 3 * betweenFields.size() + entry.piCode.size() + entry.rdsName.size()
-        + entry.freq.size() + lineEnd.size();
-}
+// What most lines take, so that the bytes need not grow often.
+constexpr qsizetype usualLine = 64;
 
 } // namespace
 
 ReceptionLines::ReceptionLines(const Logbook &log, const CodePage &codePage)
 {
     m_starts.reserve(static_cast<std::size_t>(log.count()) + 1);
-    qsizetype size = 0;
-    for (const LogEntry &entry : log) {
-        size += longest(entry);
-    }
-    m_bytes = QByteArray(size, Qt::Uninitialized);
-    char *const begin = m_bytes.data();
-    char *out = begin;
-    const auto put = [&out](const auto &characters) { out = std::ranges::copy(characters, out).out; };
+    m_bytes.reserve(usualLine * log.count());
     GeneralCharacters moments;
     qint32 number = 0;
     for (const LogEntry &entry : log) {
         fetchAhead(log, number++, &LogEntry::piCode, &LogEntry::rdsName, &LogEntry::freq);
-        m_starts.push_back(out - begin);
-        put(lineBegin);
-        put(moments.of(entry.dateTime));
-        put(betweenFields);
-        out = codePage.encodeTo(out, entry.piCode);
-        put(betweenFields);
-        out = codePage.encodeTo(out, entry.rdsName);
-        put(betweenFields);
-        out = codePage.encodeTo(out, entry.freq);
-        put(lineEnd);
+        m_starts.push_back(m_bytes.size());
+        appendLine(moments.of(entry.dateTime), {entry.piCode, entry.rdsName, entry.freq}, codePage);
     }
-    m_starts.push_back(out - begin);
-    m_bytes.resize(out - begin);
+    m_starts.push_back(m_bytes.size());
+}
+
+// The room for a line is that of the very texts which are then written: no character takes more than one
+// byte.
+void ReceptionLines::appendLine(
+    std::span<const char> moment, const std::array<QStringView, 3> &texts, const CodePage &codePage)
+{
+    qsizetype room = lineBegin.size() + std::ssize(moment) + lineEnd.size();
+    for (const QStringView text : texts) {
+        room += betweenFields.size() + text.size();
+    }
+    const qsizetype start = m_bytes.size();
+    m_bytes.resize(start + room);
+    char *out = m_bytes.data() + start;
+    out = std::ranges::copy(lineBegin, out).out;
+    out = std::ranges::copy(moment, out).out;
+    for (const QStringView text : texts) {
+        out = std::ranges::copy(betweenFields, out).out;
+        out = codePage.encodeTo(out, text);
+    }
+    out = std::ranges::copy(lineEnd, out).out;
+    m_bytes.truncate(out - m_bytes.constData());
 }
 
 QByteArrayView ReceptionLines::of(qint32 entry) const

@@ -6,7 +6,10 @@
 
 #include <QByteArray>
 #include <QByteArrayView>
+#include <QStringView>
 
+#include <array>
+#include <span>
 #include <vector>
 
 namespace quillon {
@@ -35,6 +38,9 @@ public:
     [[nodiscard]] QByteArrayView of(qint32 entry) const;
 
 private:
+    void appendLine(
+        std::span<const char> moment, const std::array<QStringView, 3> &texts, const CodePage &codePage);
+
     QByteArray m_bytes;
     std::vector<qsizetype> m_starts;
 };

@@ -71,6 +71,26 @@ private Q_SLOTS:
         QVERIFY(!nearestPlausible(results, legsOf(results, std::nullopt), heard, mode));
     }
 
+    void eachModeHasItsReach_data()
+    {
+        QTest::addColumn<QString>("mode");
+        QTest::addColumn<double>("least");
+        QTest::addColumn<double>("most");
+        QTest::newRow("Es") << u"Es"_s << 500.0 << 4700.0;
+        QTest::newRow("Tropo") << u"Tropo"_s << 0.0 << 2000.0;
+        QTest::newRow("MS") << u"MS"_s << 500.0 << 2400.0;
+        QTest::newRow("TEP") << u"TEP"_s << 2500.0 << 9000.0;
+        QTest::newRow("Aur") << u"Aur"_s << 0.0 << 2200.0;
+        QTest::newRow("FAI") << u"FAI"_s << 300.0 << 2400.0;
+    }
+
+    void eachModeHasItsReach()
+    {
+        QFETCH(QString, mode);
+        QTEST(reachOf(mode).least, "least");
+        QTEST(reachOf(mode).most, "most");
+    }
+
     void everyModeReachesSomewhere()
     {
         for (const QString &mode : {u"Es"_s, u"Tropo"_s, u"MS"_s, u"TEP"_s, u"Aur"_s, u"F2"_s, u"FAI"_s}) {

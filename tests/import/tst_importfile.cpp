@@ -65,6 +65,7 @@ private Q_SLOTS:
     void eachKindIsKnownByItsContent();
     void encodingsAreToldApart_data();
     void encodingsAreToldApart();
+    void oneNumberTellsTheDecimalSign();
     void whatIsChosenGoesBeforeWhatIsTold();
     void localTimesFollowTheZone_data();
     void localTimesFollowTheZone();
@@ -213,6 +214,13 @@ void TestImportFile::everyCodePageIsOffered()
         QCOMPARE(encodingName(encoding), u"Windows-%1"_s.arg(page));
         QCOMPARE(decodedText("\xE0", encoding), CodePage(page).decode("\xE0"));
     }
+}
+
+void TestImportFile::oneNumberTellsTheDecimalSign()
+{
+    const QByteArray line = "Date;Time;MHz;PI\n13/04/2025;12:00;98,5;D3C1\n";
+    QCOMPARE(read(line).format.decimalComma, true);
+    QCOMPARE(read(QByteArray(line).replace("98,5", "98.5")).format.decimalComma, false);
 }
 
 void TestImportFile::aFileWithoutAHeadingIsNotRemembered()

@@ -44,6 +44,7 @@ class TestImportSession : public QObject
 private Q_SLOTS:
     void theSameIsFound_data();
     void theSameIsFound();
+    void ofEqualOnesTheFirstIsFound();
     void deletedEntriesAreNotThere();
     void rowsAboveCountToo();
     void whatIsThereCompletesEmptyFieldsOnly();
@@ -100,6 +101,16 @@ void TestImportSession::theSameIsFound()
     const auto found = known.find(reception(moment, freq, piCode, rdsName));
     QTEST(found.has_value(), "found");
     QVERIFY(!found || *found == 7);
+}
+
+void TestImportSession::ofEqualOnesTheFirstIsFound()
+{
+    KnownReceptions known(60);
+    const auto later = reception(u"12/06/2010 18:10:00"_s, u"87.6"_s, u"D3C3"_s, {});
+    known.add(reception(u"12/06/2010 18:00:00"_s, u"87.6"_s, u"D3C3"_s, {}), 1);
+    known.add(later, 2);
+    known.add(later, 3);
+    QCOMPARE(known.find(later), std::optional<qint64>(2));
 }
 
 void TestImportSession::deletedEntriesAreNotThere()

@@ -98,6 +98,27 @@ class TestCollectionTables : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void theChartOfYearsHasTheLastThirty()
+    {
+        Collected collected;
+        for (const int year : {1950, 1980, 1981, 2009, 2010}) {
+            collected.add(entryOf(QString::number(0xD000 + year, 16).toUpper(), {}, u"Brocken"_s, u"D"_s,
+                u"200"_s, {year, 6, 1}));
+        }
+        const ChartTable chart = stationsView(collected.all()).chart;
+        QCOMPARE(chart.categories().size(), 30);
+        QCOMPARE(chart.categories().first(), u"1981"_s);
+        QCOMPARE(chart.categories().last(), u"2010"_s);
+        int all = 0;
+        for (int year = 0; year < 30; ++year) {
+            all += chart.count(year, 0);
+        }
+        QCOMPARE(all, 3);
+        QCOMPARE(chart.count(0, 0), 1);
+        QCOMPARE(chart.count(28, 0), 1);
+        QCOMPARE(chart.count(29, 0), 1);
+    }
+
     void eachCellFiltersToWhatItCounts_data()
     {
         QTest::addColumn<QString>("miles");

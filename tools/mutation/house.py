@@ -7,7 +7,7 @@ import time
 from pathlib import Path
 
 SURROUNDINGS = {"QT_QPA_PLATFORM": "offscreen", "LANG": "en_GB.UTF-8", "LC_ALL": "", "QUILLON_DIR": "",
-                "TZ": "UTC", "no_proxy": "*"}
+                "TZ": "UTC", "no_proxy": "*", "QTEST_DISABLE_STACK_DUMP": "1"}
 
 
 class House:

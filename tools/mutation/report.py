@@ -1,6 +1,8 @@
 """What the runs of tools/mutants found, as a page."""
 from collections import Counter, defaultdict
 
+from mutation.unseen import UNSEEN
+
 HEAD = """# Changes that no test notices
 
 `tools/mutants` changes the sources in one place at a time (a comparison, a constant, the order of two statements, a dropped
@@ -11,43 +13,52 @@ test more or a line less. This page is what `tools/mutants --report` wrote of th
 
 
 def latest(results):
-    """The last result of each change, and the first."""
+    """The first and the last result of each change that was tried."""
     first, last = {}, {}
     for each in results:
-        key = (each["path"], each["was"], each["now"], each["seed"])
-        first.setdefault(key, each)
-        last[key] = each
+        if each["fate"] != "passed over":
+            key = (each["path"], each["was"], each["now"], each["seed"])
+            first.setdefault(key, each)
+            last[key] = each
     return first, last
+
+
+def why_unseen(each):
+    return UNSEEN.get((each["path"], each["was"], each["now"]))
 
 
 def table(first, last):
     rows = defaultdict(Counter)
     for key, each in last.items():
-        folder = each["path"].rpartition("/")[0]
-        if each["fate"] != "passed over":
-            rows[folder]["tried"] += 1
-            rows[folder]["killed at first"] += first[key]["fate"] == "killed"
-            rows[folder]["killed now"] += each["fate"] in ("killed", "line gone")
+        row = rows[each["path"].rpartition("/")[0]]
+        row["tried"] += 1
+        row["killed at first"] += first[key]["fate"] == "killed"
+        row["killed now"] += each["fate"] in ("killed", "line gone")
+        row["unseen"] += each["fate"] == "survived" and why_unseen(each) is not None
     total = sum(rows.values(), Counter())
-    lines = ["| Folder | Changes | Killed at first | Killed now |", "|---|---:|---:|---:|"]
+    lines = ["| Folder | Changes | Killed at first | Killed or gone now | Of no effect |", "|---|---:|---:|---:|---:|"]
     for folder, row in [*sorted(rows.items()), ("all", total)]:
-        share = 100 * row["killed now"] / row["tried"] if row["tried"] else 0
-        lines.append(f"| {folder} | {row['tried']} | {row['killed at first']} | {row['killed now']} ({share:.0f} of 100) |")
+        lines.append(f"| {folder} | {row['tried']} | {row['killed at first']} | {row['killed now']} | {row['unseen']} |")
+    share = 100 * total["killed now"] / max(total["tried"] - total["unseen"], 1)
+    lines.append(f"\nOf those that have an effect, {share:.0f} of 100 are killed.")
     return "\n".join(lines)
 
 
+def told(each, why=""):
+    now = f"`{each['now']}`" if each["now"] else "nothing"
+    return f"- {each['path']}:{each['line']} ({each['kind']}): `{each['was']}` became {now}{why}"
+
+
 def survivors(last):
-    lines = []
-    for each in sorted(last.values(), key=lambda one: (one["path"], one["line"])):
-        if each["fate"] == "survived":
-            now = f"`{each['now']}`" if each["now"] else "nothing"
-            lines.append(f"- {each['path']}:{each['line']} ({each['kind']}): `{each['was']}` became {now}")
-    return "\n".join(lines) or "None."
+    alive = sorted((each for each in last.values() if each["fate"] == "survived"), key=lambda one: (one["path"], one["line"]))
+    seen = [told(each) for each in alive if not why_unseen(each)]
+    unseen = [told(each, ": " + why_unseen(each)) for each in alive if why_unseen(each)]
+    return f"## Survived\n\n{chr(10).join(seen) or 'None.'}\n\n## Of no effect\n\n{chr(10).join(unseen) or 'None.'}\n"
 
 
 def report(results):
     first, last = latest(results)
     seeds = ", ".join(str(seed) for seed in sorted({each["seed"] for each in results}))
-    passed = sum(each["fate"] == "passed over" for each in last.values())
-    return (f"{HEAD}Seeds: {seeds}. {passed} more changes were passed over: the compiler refused them, or made the same "
-            f"code of them.\n\n{table(first, last)}\n\n## Survived\n\n{survivors(last)}\n")
+    passed = sum(each["fate"] == "passed over" for each in results)
+    return (f"{HEAD}Seed {seeds}. {passed} more changes were passed over: the compiler refused them, or made the same code of "
+            f"them.\n\n{table(first, last)}\n\n{survivors(last)}")

@@ -31,6 +31,7 @@ private Q_SLOTS:
     void aHeadingSortsByItsColumn();
     void aSecondClickTurnsTheOrderAndAThirdGoesBack();
     void theLoadedEntryStaysMarkedThroughSorting();
+    void theLoadedEntryStaysInSightThroughSorting();
     void updateAfterSortingRewritesTheRightRow();
     void theModelKeepsTheRules();
     void aDateTypedWithALocalMonthIsSorted();
@@ -117,6 +118,30 @@ void TestSorting::theLoadedEntryStaysMarkedThroughSorting()
         QCOMPARE(window.grid().text(window.grid().row(), GridColumn::PiCode), u"AAA1"_s);
         QCOMPARE(window.text("Text1"), u"AAA1"_s);
         QCOMPARE(window.form().selected(), 0);
+    }
+}
+
+void TestSorting::theLoadedEntryStaysInSightThroughSorting()
+{
+    constexpr int count = 300;
+    QByteArray log;
+    for (int i = 0; i < count; ++i) {
+        log += logLine(QByteArray::number(0x1000 + i, 16).toUpper(),
+            QByteArray("12/06/2010 18:%1:%2")
+                .replace("%1", QByteArray::number(10 + i / 60))
+                .replace("%2", QByteArray::number(100 + i % 60).last(2)),
+            QByteArray::number(107.9 - i * 0.05, 'f', 2), "NAME");
+    }
+    MainWindow window;
+    window.start(log);
+    window.grid().showRow(3);
+    window.clickRow(3);
+    QCOMPARE(window.text("Text1"), u"1002"_s);
+    for (const int place : {count - 2, 3, 3}) {
+        window.clickHeading(static_cast<int>(GridColumn::Freq));
+        QCOMPARE(window.grid().row(), place);
+        QVERIFY(window.isRowVisible(place));
+        QCOMPARE(window.form().selected(), 2);
     }
 }
 
