@@ -51,8 +51,8 @@ public:
     void setTips(Derived tips) { m_tips = std::move(tips); }
 
     /// A row for each entry, deleted ones included, sorted by Date/Time; rows of one Date/Time stay in log
-    /// order. Forgets what was typed and the sorting by a column. `changed` are the entries whose rows may read
-    /// otherwise than before; none by number stands for all.
+    /// order. Forgets what was typed and the sorting by a column. `changed` are the entries whose rows may
+    /// read otherwise than before; none by number stands for all.
     void refill(std::span<const qint32> changed = {});
 
     /// All rows in the order of the last refill, whatever is sorted or filtered: what is exported.

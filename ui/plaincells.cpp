@@ -94,8 +94,8 @@ void PlainCells::paint(QPainter *painter, const QStyleOptionViewItem &option, co
     const Shaped &drawn = shaped(option, {text, room.width()});
     const Qt::Alignment alignment(index.data(Qt::TextAlignmentRole).toInt());
     painter->setFont(option.font);
-    painter->setPen(option.palette.color(
-        groupOf(option.state), selected ? QPalette::HighlightedText : QPalette::Text));
+    painter->setPen(
+        option.palette.color(groupOf(option.state), selected ? QPalette::HighlightedText : QPalette::Text));
     painter->drawStaticText(placed(drawn.size, room, alignment), drawn.text);
 }
 

@@ -124,8 +124,8 @@ private Q_SLOTS:
         QVERIFY((shown.pixelOf(u"Sevilla"_s) - sevilla).manhattanLength() <= 1);
         // One that would shrink the map to nothing, or beyond, is none.
         const MapViewport seen = shown->viewport();
-        for (const double value : {-1.0, -1.5, std::numeric_limits<double>::quiet_NaN(),
-                 std::numeric_limits<double>::infinity()}) {
+        for (const double value :
+            {-1.0, -1.5, std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::infinity()}) {
             QNativeGestureEvent broken(Qt::ZoomNativeGesture, QPointingDevice::primaryPointingDevice(), 2,
                 place, place, onScreen, value, {});
             QApplication::sendEvent(&*shown, &broken);
