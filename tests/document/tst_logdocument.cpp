@@ -119,6 +119,8 @@ private Q_SLOTS:
         DocumentHome home;
         QCOMPARE(home.document->loadLogbook(), LogbookLoading::NoFile);
         QVERIFY(!home.document->loadSites());
+        home.directory.write(u"tx.lst"_s, "Brest|F|48.4|-4.5||\r\n");
+        QVERIFY(home.document->loadSites());
         home.directory.write(u"RDSLog.log"_s, "no logbook\r\n");
         home.open();
         QCOMPARE(home.document->loadLogbook(), LogbookLoading::NotLoaded);
@@ -576,6 +578,8 @@ private Q_SLOTS:
         QCOMPARE(home.document->loadLogbook(), LogbookLoading::Loaded);
         Change import {u"Import of 3"_s, {}, {}};
         import.log.added = {reception(1), reception(2), reception(3)};
+        import.sites.push_back(
+            *home.document->sites().addition({u"Brest"_s, u"F"_s, u"48.4"_s, u"-4.5"_s, {}}));
         const auto is = [&home](const QString &error, int count) {
             return error.startsWith(u"Run-time error: Overflow\n"_s) && home.document->log().count() == count
                 && home.logFile() == home.logBytes() && !home.document->isUnsaved();
@@ -583,7 +587,10 @@ private Q_SLOTS:
         QSignalSpy changed(home.document.get(), &LogDocument::changed);
         QVERIFY(is(errorOf([&] { home.document->commit(import); }), 32'498));
         QCOMPARE(changed.size(), 1);
+        // The entry that is in the log has its site.
+        QVERIFY(home.document->sites().find(u"Brest", u"F"));
         home.document->undo();
+        QVERIFY(!home.document->sites().find(u"Brest", u"F"));
         QCOMPARE(home.logFile(), file);
         changed.clear();
         // It fills the log once more, which is told once more.

@@ -7,7 +7,9 @@ HEAD = """# Changes that no test notices
 
 `tools/mutants` changes the sources in one place at a time (a comparison, a constant, the order of two statements, a dropped
 statement or check), builds, and runs the tests of the folder. A change that they do not notice has survived: it is either a
-test more or a line less. This page is what `tools/mutants --report` wrote of the last runs; nothing of it is computed.
+test more or a line less. This page is what `tools/mutants --report` wrote of the runs that were made; folders that are not in
+the table were not tried. "At first" is before the survivors were looked at, "now" with the tests that came of them: only the
+first says what a change elsewhere would meet.
 
 """
 
@@ -39,8 +41,11 @@ def table(first, last):
     lines = ["| Folder | Changes | Killed at first | Killed or gone now | Of no effect |", "|---|---:|---:|---:|---:|"]
     for folder, row in [*sorted(rows.items()), ("all", total)]:
         lines.append(f"| {folder} | {row['tried']} | {row['killed at first']} | {row['killed now']} | {row['unseen']} |")
-    share = 100 * total["killed now"] / max(total["tried"] - total["unseen"], 1)
-    lines.append(f"\nOf those that have an effect, {share:.0f} of 100 are killed.")
+    effective = max(total["tried"] - total["unseen"], 1)
+    share = 100 * total["killed now"] / effective
+    before = 100 * total["killed at first"] / effective
+    lines.append(f"\n{total['tried']} changes in {len(rows)} folders. Of those that have an effect, {before:.0f} of 100 were killed at "
+                 f"first and {share:.0f} are now.")
     return "\n".join(lines)
 
 
