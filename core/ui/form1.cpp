@@ -14,6 +14,7 @@
 
 #include <QCloseEvent>
 #include <QDialog>
+#include <QDockWidget>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QScreen>
@@ -72,7 +73,13 @@ Form1::Form1(const Form1Options &options)
     giveMenuIcons(*m_ui->menubar);
 }
 
-Form1::~Form1() = default;
+Form1::~Form1()
+{
+    // What goes with the window is hidden first, and would tell a window that is half gone.
+    for (QDockWidget *dock : findChildren<QDockWidget *>()) {
+        dock->disconnect(this);
+    }
+}
 
 void Form1::addStatusBar()
 {

@@ -270,6 +270,7 @@ private Q_SLOTS:
         QStringList received;
         connect(&server, &QWebSocketServer::newConnection, this, [&] {
             client = server.nextPendingConnection();
+            client->setParent(&server);
             connect(client, &QWebSocket::textMessageReceived, this,
                 [&](const QString &text) { received += text; });
         });

@@ -229,7 +229,7 @@ private Q_SLOTS:
     {
         QTest::addColumn<QByteArray>("bytes");
         QTest::newRow("empty") << QByteArray("");
-        QTest::newRow("junk") << QByteArray("\x00\xff[[[\n=\n@Variant(\x00\x00\x7f\xff)\n;%zz", 29);
+        QTest::newRow("junk") << "\x00\xff[[[\n=\n@Variant(\x00\x00\x7f\xff)\n;%zz"_ba;
         QTest::newRow("zeros") << QByteArray(5000, '\0');
         QTest::newRow("another layout")
             << QByteArray("[General]\nversion=99\n[columns]\ntable\\order=2, 1, 0\n"

@@ -47,9 +47,9 @@ private:
 
     std::vector<SignalStation> m_stations;
     Channel m_channel;
-    QTcpServer m_server;
     QList<Client> m_clients;
     QTimer m_groups;
+    QTcpServer m_server; ///< goes before those: its sockets still tell that they are closed
     std::size_t m_station = 0;
     qint64 m_hertz = 0;
     bool m_noise = false; ///< tuned to where no station is

@@ -383,7 +383,8 @@ void TestComforts::statisticsFollowWhatIsShown()
     QTRY_VERIFY(picture() != spanish);
     QTest::keyClick(window.find<QLineEdit>("filterText"), Qt::Key_Escape);
     only->setChecked(false);
-    QTRY_COMPARE(picture(), all);
+    constexpr int patience = 30'000; // milliseconds
+    QTRY_VERIFY_WITH_TIMEOUT(picture() == all, patience);
 }
 
 void TestComforts::everyMenuEntryHasItsIconAndItsKey()
