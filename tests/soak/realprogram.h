@@ -72,7 +72,7 @@ public:
     }
 
 private:
-    static constexpr int patience = 30'000; // milliseconds
+    static constexpr int patience = 120'000; // milliseconds
     static constexpr int look = 5;
 
     QString m_door;
