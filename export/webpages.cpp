@@ -5,6 +5,7 @@
 #include "export/webrows.h"
 #include "export/webtemplate.h"
 #include "platform/files.h"
+#include "platform/folder.h"
 #include "platform/runtimeerror.h"
 
 #include <QDir>
@@ -39,6 +40,7 @@ QString pageDirectory(const QString &applicationDir, FileCalls &calls)
         const QString doing = u"Creating the directory "_s + path;
         throw errno == ENOENT ? RuntimeError(ErrorName::PathNotFound, doing) : systemError(errno, doing);
     }
+    syncFolder(QFile::encodeName(applicationDir), calls, u"Creating the directory "_s + path);
     return path;
 }
 

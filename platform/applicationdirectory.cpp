@@ -48,7 +48,11 @@ public:
 
     [[nodiscard]] QString path() const { return m_shelter + u"/new"_s; }
 
-    void commit() const { check(m_calls.rename(QFile::encodeName(path()), m_target)); }
+    void commit() const
+    {
+        check(m_calls.rename(QFile::encodeName(path()), m_target));
+        syncFolder(QFile::encodeName(QFileInfo(m_shelter).path()), m_calls, m_doing);
+    }
 
 private:
     void check(int result) const

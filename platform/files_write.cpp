@@ -1,5 +1,6 @@
 #include "platform/files.h"
 
+#include "platform/folder.h"
 #include "platform/runtimeerror.h"
 
 #include <QDir>
@@ -62,13 +63,6 @@ void writeAll(int file, QByteArrayView bytes, FileCalls &calls, const QString &d
         check(written > 0 ? 0 : -1, doing);
         bytes = bytes.sliced(written);
     }
-}
-
-// Not every file system can sync a directory.
-void syncDirectory(const QByteArray &directory, FileCalls &calls, const QString &doing)
-{
-    const int synced = calls.syncDirectory(directory);
-    check(synced < 0 && (errno == EINVAL || errno == ENOTSUP) ? 0 : synced, doing);
 }
 
 // A file on its way to the disk: gone again unless it was renamed to where it belongs.
@@ -145,7 +139,7 @@ public:
         check(m_calls.close(file));
         check(m_calls.rename(m_name, m_target));
         m_named = false;
-        syncDirectory(m_directory, m_calls, m_doing);
+        syncFolder(m_directory, m_calls, m_doing);
     }
 
 private:
@@ -183,7 +177,7 @@ void appendToFile(const QString &path, QByteArrayView bytes, FileCalls &calls)
     closing.dismiss();
     check(calls.close(file), doing);
     if (isNew) {
-        syncDirectory(QFile::encodeName(QFileInfo(path).path()), calls, doing);
+        syncFolder(QFile::encodeName(QFileInfo(path).path()), calls, doing);
     }
 }
 

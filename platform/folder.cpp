@@ -91,19 +91,29 @@ std::optional<QByteArray> listedFile(const QString &directory, const QString &na
     return found ? std::optional(QFile::encodeName(directory) + '/' + *found) : std::nullopt;
 }
 
+void syncFolder(const QByteArray &path, FileCalls &calls, const QString &doing)
+{
+    // Not every file system can sync a directory.
+    if (calls.syncDirectory(path) < 0 && errno != EINVAL && errno != ENOTSUP) {
+        throw systemError(errno, doing);
+    }
+}
+
 void makeFolders(const QString &path, FileCalls &calls, const QString &doing)
 {
     constexpr mode_t usualMode = 0777;
     if (QFileInfo(path).isDir()) {
         return;
     }
-    if (const QString above = QFileInfo(path).path(); above != path) {
+    const QString above = QFileInfo(path).path();
+    if (above != path) {
         makeFolders(above, calls, doing);
     }
     // Another program may have been quicker.
     if (calls.makeDirectory(QFile::encodeName(path), usualMode) < 0 && errno != EEXIST) {
         throw systemError(errno, doing);
     }
+    syncFolder(QFile::encodeName(above), calls, doing);
 }
 
 } // namespace quillon

@@ -24,8 +24,12 @@ namespace quillon {
 [[nodiscard]] std::optional<QByteArray> listedFile(
     const QString &directory, const QString &name, const CodePage &codePage);
 
-/// Makes the folder of this path and those on the way to it that are not there. Throws the run-time error of
-/// what failed, with `doing`.
+/// Syncs a folder, where its file system can: what is made, renamed and removed in it until now stays so
+/// after a power cut. Throws the run-time error of what failed, with `doing`.
+void syncFolder(const QByteArray &path, FileCalls &calls, const QString &doing);
+
+/// Makes the folder of this path and those on the way to it that are not there, each synced into its own.
+/// Throws the run-time error of what failed, with `doing`.
 void makeFolders(const QString &path, FileCalls &calls, const QString &doing);
 
 } // namespace quillon

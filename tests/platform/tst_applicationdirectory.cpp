@@ -116,8 +116,10 @@ private Q_SLOTS:
                 QVERIFY(failing > 2);
             } catch (const RuntimeError &error) {
                 QCOMPARE(error.name(), ErrorName::DiskFull);
-                const auto all = QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot;
-                QCOMPARE(QDir(home.path()).entryList(all), QStringList());
+                // Only the very last call finds it whole in its place.
+                if (home.names() != QStringList(u"log"_s)) {
+                    QCOMPARE(home.names(), QStringList());
+                }
                 // The next start tries anew.
                 prepareApplicationDirectory(home.file(u"log"_s), supplied.path(), CodePage());
             }

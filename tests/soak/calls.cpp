@@ -1,0 +1,136 @@
+#include "kind.h"
+#include "ledger.h"
+#include "session.h"
+#include "toldcalls.h"
+
+#include "core/logbooklines.h"
+#include "platform/files.h"
+
+#include <array>
+#include <cerrno>
+#include <unistd.h>
+
+namespace quillon::soak {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int receptions = 20;
+constexpr int mostCalls = 500;
+constexpr qsizetype fewBytes = 100;
+
+// A way in which a call fails.
+struct Failure
+{
+    const char *name;
+    int code = 0; ///< 0 for writes that take a part of what they are given
+};
+
+constexpr std::array failures {Failure {"EIO", EIO}, Failure {"ENOSPC", ENOSPC}, Failure {"EACCES", EACCES},
+    Failure {"EINTR", EINTR}, Failure {"short writes", 0}};
+
+// One command, with its first call failing, its second, and so on until it succeeds.
+class NthCall
+{
+public:
+    NthCall(const Round &round, const Session::Command &command, const Failure &failure, Outcome &outcome)
+        : m_root(round.root)
+        , m_command(command)
+        , m_failure(failure)
+        , m_outcome(outcome)
+        , m_ledger(round.root)
+        , m_teller([this](const QByteArray &line) { m_ledger.take(line); })
+        , m_calls(m_teller)
+        , m_session(round.root, m_calls, m_teller, receptions, round.seed)
+    {
+    }
+
+    void run()
+    {
+        m_session.start();
+        check(m_ledger, 0);
+        if (m_failure.code == 0) {
+            // Only a full disk ends writing early: the rest of what is to be written follows.
+            m_calls.writeAtMost(fewBytes);
+            m_session.run(m_command);
+            ++m_outcome.cases;
+            check(m_ledger, 0);
+            return;
+        }
+        for (int call = 1; call < mostCalls; ++call) {
+            m_calls.failAt(call, m_failure.code);
+            m_session.run(m_command);
+            const bool reached = m_calls.hasFailed();
+            m_calls.failAt(0, 0);
+            if (reached) {
+                ++m_outcome.cases;
+                afterFailure(call);
+            }
+            check(m_ledger, call);
+            if (!reached) {
+                return;
+            }
+        }
+        lose(mostCalls, u"it never succeeds"_s);
+    }
+
+private:
+    void afterFailure(int call)
+    {
+        // What the user was not told to be stored may be on the disk or not, until the next save.
+        Ledger now = m_ledger;
+        check(now, call);
+        if (!m_session.failed() && !isStored()) {
+            lose(call, u"what failed is not told"_s);
+        }
+        m_session.form().document().saveUnsaved();
+        if (!isStored()) {
+            lose(call, u"the log is not stored with all calls well again"_s);
+        }
+    }
+    [[nodiscard]] bool isStored()
+    {
+        return fileHolds(m_root + u"/log/RDSLog.log"_s,
+            logbookBytes(m_session.form().log(), Regional::fromEnvironment().codePage));
+    }
+    void check(Ledger &ledger, int call)
+    {
+        QStringList problems = ledger.problems();
+        if (!ledger.messages().isEmpty()) {
+            problems += QString::fromUtf8(ledger.messages());
+        }
+        if (!problems.isEmpty()) {
+            lose(call, problems.join(u'\n'));
+        }
+    }
+    void lose(int call, const QString &what)
+    {
+        m_outcome.lose(u"%1, call %2, %3: %4"_s.arg(QString::fromLatin1(m_command.name))
+                           .arg(call)
+                           .arg(QString::fromLatin1(m_failure.name), what));
+    }
+
+    QString m_root;
+    const Session::Command &m_command;
+    const Failure &m_failure;
+    Outcome &m_outcome;
+    Ledger m_ledger;
+    Teller m_teller;
+    ToldCalls m_calls;
+    Session m_session;
+};
+
+} // namespace
+
+// Each round is another command with another failure; as many rounds as there are of both are all of them.
+Outcome callsRound(const Round &round)
+{
+    const auto &commands = Session::commands();
+    const Session::Command &command = commands.at(round.seed % commands.size());
+    const Failure &failure = failures.at(round.seed / commands.size() % failures.size());
+    layOut(round.root, receptions, static_cast<quint16>(20'000 + ::getpid() % 20'000));
+    return outcomeOf([&](Outcome &outcome) { NthCall(round, command, failure, outcome).run(); });
+}
+
+} // namespace quillon::soak

@@ -1,0 +1,151 @@
+#include "kind.h"
+#include "ledger.h"
+#include "process.h"
+#include "session.h"
+#include "toldcalls.h"
+
+#include <QElapsedTimer>
+#include <QRandomGenerator>
+
+#include <algorithm>
+#include <unistd.h>
+
+namespace quillon::soak {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int killsOfARound = 20;
+constexpr int receptions = 100;
+constexpr int numbersOfALife = 10'000;
+constexpr quint32 longestLifeUs = 150'000;
+constexpr quint32 longestStartUs = 60'000;
+constexpr int mostCalls = 120;
+
+// When a program dies.
+struct Death
+{
+    enum class Cause { TimeAtWork, TimeAtStart, Call };
+    Cause cause {};
+    quint32 microseconds = 0;
+    int call = 0;
+    ToldCalls::Moment moment {};
+
+    static Death drawn(QRandomGenerator &random)
+    {
+        const auto die = random.bounded(10);
+        Death death;
+        death.cause = die < 5 ? Cause::TimeAtWork : die < 9 ? Cause::Call : Cause::TimeAtStart;
+        death.microseconds =
+            random.bounded(death.cause == Cause::TimeAtStart ? longestStartUs : longestLifeUs);
+        death.call = death.cause == Cause::Call ? random.bounded(1, mostCalls) : 0;
+        death.moment = static_cast<ToldCalls::Moment>(random.bounded(3));
+        return death;
+    }
+};
+
+// Works with the program until it dies.
+[[noreturn]] void live(
+    const QString &root, int first, quint32 seed, const Death &death, const Process::Tell &tell)
+{
+    qputenv("TMPDIR", (root + u"/tmp"_s).toLocal8Bit());
+    Teller teller(tell);
+    ToldCalls calls(teller);
+    Session session(root, calls, teller, first, seed);
+    session.start();
+    if (death.call > 0) {
+        calls.killAt(death.call, death.moment);
+    }
+    for (;;) {
+        session.runAny();
+    }
+}
+
+void take(Ledger &ledger, const QByteArray &lines)
+{
+    const QByteArrayList all = lines.split('\n');
+    for (const QByteArray &line : all) {
+        ledger.take(line);
+    }
+}
+
+// Waits until the program has started or is no more; false when neither happens.
+bool waitForStart(Process &process, Ledger &ledger)
+{
+    QElapsedTimer timer;
+    timer.start();
+    while (ledger.started() < 0 && timer.elapsed() < patience) {
+        const QByteArray lines = process.told(patience);
+        if (lines.isEmpty()) {
+            return timer.elapsed() < patience;
+        }
+        take(ledger, lines);
+    }
+    return ledger.started() >= 0;
+}
+
+QString startProblem(const Ledger &ledger, int onDisk)
+{
+    if (ledger.started() >= 0 && ledger.started() != onDisk) {
+        return u"the start found %1 receptions of %2"_s.arg(ledger.started()).arg(onDisk);
+    }
+    return ledger.messages().isEmpty() ? QString()
+                                       : u"the start says: "_s + QString::fromUtf8(ledger.messages());
+}
+
+void kill(Process &process, Ledger &ledger, const Death &death, Outcome &outcome)
+{
+    if (death.cause == Death::Cause::TimeAtStart) {
+        ::usleep(death.microseconds);
+    } else if (!waitForStart(process, ledger)) {
+        outcome.crash(u"the program hangs at its start"_s);
+    } else if (death.cause == Death::Cause::TimeAtWork) {
+        ::usleep(death.microseconds);
+    } else {
+        // It kills itself.
+        QElapsedTimer timer;
+        timer.start();
+        for (QByteArray lines = process.told(patience); !lines.isEmpty(); lines = process.told(patience)) {
+            take(ledger, lines);
+        }
+        if (timer.elapsed() >= patience) {
+            outcome.crash(u"the program hangs in "_s + QString::fromUtf8(ledger.command()));
+        }
+    }
+    take(ledger, process.end());
+}
+
+} // namespace
+
+Outcome killsRound(const Round &round)
+{
+    Outcome outcome;
+    QRandomGenerator random(round.seed);
+    layOut(round.root, receptions, static_cast<quint16>(20'000 + ::getpid() % 20'000));
+    Ledger ledger(round.root);
+    for (int i = 0; i <= killsOfARound && outcome.problem.isEmpty(); ++i) {
+        const bool last = i == killsOfARound;
+        const Death death = last ? Death {} : Death::drawn(random);
+        const quint32 seed = random.generate();
+        const int onDisk = ledger.onDisk();
+        ledger.restart();
+        Process process([&](const Process::Tell &tell) {
+            live(round.root, (i + 1) * numbersOfALife, seed, death, tell);
+        });
+        kill(process, ledger, death, outcome);
+        outcome.cases += last ? 0 : 1;
+        const QString at = u" (kill %1, in %2)"_s.arg(i + 1).arg(QString::fromUtf8(ledger.command()));
+        if (!process.wasKilled()) {
+            outcome.crash(u"the program ended by "_s + QString::fromUtf8(process.ending()) + at);
+        }
+        const QStringList problems = QStringList {startProblem(ledger, onDisk)} + ledger.problems();
+        const QString problem = problems.join(u'\n').trimmed();
+        if (!problem.isEmpty() || !ledger.errors().isEmpty()) {
+            outcome.lose(problem + u'\n' + QString::fromUtf8(ledger.errors().join('\n')) + at);
+        }
+    }
+    return outcome;
+}
+
+} // namespace quillon::soak

@@ -1,0 +1,187 @@
+#include "core/logbooklines.h"
+#include "kind.h"
+#include "session.h"
+
+#include <QAction>
+#include <QDir>
+#include <QFile>
+
+#include <algorithm>
+#include <ctime>
+#include <unistd.h>
+#include <vector>
+
+namespace quillon::soak {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int receptions = 2'000;
+constexpr int commandsOfATest = 150;
+constexpr int mostOfMemory = 8; // of a hundred
+constexpr qint64 someMemory = 4 << 20;
+constexpr double mostOfTime = 1.5;
+
+// What the process has, after one round of all commands.
+struct Reading
+{
+    double seconds = 0; ///< of processor time for the commands
+    qint64 memory = 0; ///< bytes that are resident
+    qsizetype handles = 0;
+    qint64 files = 0; ///< bytes of the files in the folder
+};
+
+double processorSeconds()
+{
+    return static_cast<double>(std::clock()) / CLOCKS_PER_SEC;
+}
+
+qint64 residentMemory()
+{
+    QFile file(u"/proc/self/statm"_s);
+    return file.open(QIODevice::ReadOnly)
+        ? file.readAll().split(' ').value(1).toLongLong() * ::sysconf(_SC_PAGESIZE)
+        : 0;
+}
+
+qint64 bytesIn(const QString &folder)
+{
+    qint64 bytes = 0;
+    const QFileInfoList files = QDir(folder).entryInfoList(QDir::Files | QDir::Hidden);
+    for (const QFileInfo &file : files) {
+        bytes += file.size();
+    }
+    return bytes;
+}
+
+double middle(std::vector<double> numbers)
+{
+    std::ranges::nth_element(numbers, numbers.begin() + static_cast<std::ptrdiff_t>(numbers.size() / 2));
+    return numbers.at(numbers.size() / 2);
+}
+
+// Somebody who does everything in turn, and takes it all back.
+class Evening
+{
+public:
+    explicit Evening(const Round &round)
+        : m_root(round.root)
+        , m_teller([this](const QByteArray &line) {
+            if (line.startsWith('E')) {
+                m_error = QString::fromUtf8(line);
+            }
+        })
+        , m_session(round.root, FileCalls::real(), m_teller, receptions, round.seed)
+    {
+        m_session.start();
+    }
+
+    [[nodiscard]] Reading once()
+    {
+        const double before = processorSeconds();
+        for (const Session::Command &command : commands()) {
+            m_session.run(command);
+            ++m_done;
+        }
+        Reading reading;
+        reading.seconds = processorSeconds() - before;
+        auto *undo = m_session.form().findChild<QAction *>(u"menuEditUndo"_s);
+        while (!m_session.form().document().undoName().isEmpty()) {
+            undo->trigger();
+        }
+        // The dated copies that the RDSDX import makes, and the record of the automatic search, which grow by
+        // what is done.
+        const QStringList grown =
+            QDir(m_root + u"/log"_s).entryList({u"*.bak"_s, u"autoupdate.log"_s}, QDir::Files);
+        for (const QString &name : grown) {
+            QFile::remove(m_root + u"/log/"_s + name);
+        }
+        reading.memory = residentMemory();
+        reading.handles =
+            QDir(u"/proc/self/fd"_s).entryList(QDir::Files | QDir::System | QDir::NoDotAndDotDot).size();
+        reading.files = bytesIn(m_root + u"/log"_s);
+        return reading;
+    }
+    [[nodiscard]] int done() const { return m_done; }
+    [[nodiscard]] const QString &error() const { return m_error; }
+
+private:
+    static const std::vector<Session::Command> &commands()
+    {
+        static const std::vector<Session::Command> all = [] {
+            std::vector<Session::Command> list = Session::commands();
+            list.push_back({"searches", &Session::search});
+            list.push_back({"windows", &Session::look});
+            return list;
+        }();
+        return all;
+    }
+
+    QString m_root;
+    QString m_error;
+    Teller m_teller;
+    Session m_session;
+    int m_done = 0;
+};
+
+// What is not flat; empty when all is.
+QString growthIn(const std::vector<Reading> &readings)
+{
+    const std::size_t third = readings.size() / 3;
+    const auto timeFrom = [&](std::size_t first) {
+        std::vector<double> seconds;
+        for (std::size_t i = first; i < first + third; ++i) {
+            seconds.push_back(readings.at(i).seconds);
+        }
+        return middle(seconds);
+    };
+    // The first third warms up.
+    const Reading &early = readings.at(third);
+    const Reading &late = readings.back();
+    QStringList growth;
+    if (late.memory > early.memory + early.memory * mostOfMemory / 100 + someMemory) {
+        growth += u"memory from %1 to %2 KiB"_s.arg(early.memory / 1024).arg(late.memory / 1024);
+    }
+    if (late.handles > early.handles) {
+        growth += u"handles from %1 to %2"_s.arg(early.handles).arg(late.handles);
+    }
+    // A name or two of those that are set may be a letter longer.
+    constexpr qint64 someLetters = 64;
+    if (late.files > early.files + someLetters) {
+        growth += u"files from %1 to %2 bytes"_s.arg(early.files).arg(late.files);
+    }
+    const double before = timeFrom(third);
+    const double after = timeFrom(readings.size() - third);
+    if (after > before * mostOfTime) {
+        growth += u"time from %1 to %2 ms"_s.arg(before * 1000).arg(after * 1000);
+    }
+    return growth.join(u", "_s);
+}
+
+} // namespace
+
+Outcome longRound(const Round &round)
+{
+    layOut(round.root, receptions, static_cast<quint16>(20'000 + ::getpid() % 20'000));
+    return outcomeOf([&](Outcome &outcome) {
+        Evening evening(round);
+        std::vector<Reading> readings;
+        const qint64 wanted = round.wanted > 0 ? round.wanted : commandsOfATest;
+        while (evening.done() < wanted && evening.error().isEmpty()) {
+            readings.push_back(evening.once());
+        }
+        outcome.cases = evening.done();
+        const QString problem = evening.error() + growthIn(readings);
+        if (!problem.isEmpty()) {
+            outcome.lose(problem);
+        }
+        const Reading &last = readings.back();
+        const Reading &early = readings.at(readings.size() / 3);
+        qInfo("long      memory %lld to %lld KiB, %lld handles, %.0f to %.0f ms a round of all commands",
+            static_cast<long long>(early.memory / 1024), static_cast<long long>(last.memory / 1024),
+            static_cast<long long>(last.handles), early.seconds * 1000, last.seconds * 1000);
+    });
+}
+
+} // namespace quillon::soak

@@ -1,0 +1,82 @@
+#pragma once
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFileInfo>
+#include <QLocalSocket>
+#include <QProcess>
+#include <QThread>
+
+namespace quillon::soak {
+
+/// The program itself, started whole, without a screen. All its folders are below the root.
+class RealProgram
+{
+public:
+    RealProgram(const QString &root, const QString &directory)
+        : m_door(root + QStringLiteral("/run"))
+    {
+        for (const char *folder : {"/run", "/home", "/look"}) {
+            QDir().mkpath(root + QLatin1StringView(folder));
+        }
+        QFile::setPermissions(m_door, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.remove(QStringLiteral("QUILLON_DIR"));
+        environment.insert(QStringLiteral("HOME"), root + QStringLiteral("/home"));
+        environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), m_door);
+        environment.insert(QStringLiteral("XDG_STATE_HOME"), root + QStringLiteral("/state"));
+        environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+        m_process.setProcessEnvironment(environment);
+        m_process.setStandardOutputFile(QProcess::nullDevice());
+        m_process.setStandardErrorFile(QProcess::nullDevice());
+        m_process.start(QStringLiteral(QUILLON_PROGRAM),
+            {QStringLiteral("--directory"), directory, QStringLiteral("--settings"),
+                root + QStringLiteral("/look")});
+        m_process.waitForStarted(patience);
+    }
+    RealProgram(const RealProgram &) = delete;
+    RealProgram &operator=(const RealProgram &) = delete;
+    ~RealProgram() { kill(); }
+
+    /// Kills it; false when it had ended by itself.
+    bool kill()
+    {
+        const bool ran = isRunning();
+        m_process.kill();
+        m_process.waitForFinished(patience);
+        return ran;
+    }
+    [[nodiscard]] bool isRunning()
+    {
+        return m_process.state() == QProcess::Running && !m_process.waitForFinished(0);
+    }
+    /// Waits until it answers at its door, as it does for a second start. It may be reading its files yet.
+    [[nodiscard]] bool answers()
+    {
+        QElapsedTimer timer;
+        timer.start();
+        while (timer.elapsed() < patience && isRunning()) {
+            const QStringList doors =
+                QDir(m_door).entryList({QStringLiteral("quillon-*")}, QDir::System | QDir::Files);
+            // Nobody is behind the doors that killed programs have left.
+            for (const QString &door : doors) {
+                QLocalSocket socket;
+                socket.connectToServer(m_door + QLatin1Char('/') + door);
+                if (socket.waitForConnected(patience) && socket.waitForReadyRead(patience)) {
+                    return true;
+                }
+            }
+            QThread::msleep(look);
+        }
+        return false;
+    }
+
+private:
+    static constexpr int patience = 120'000; // milliseconds
+    static constexpr int look = 5;
+
+    QString m_door;
+    QProcess m_process;
+};
+
+} // namespace quillon::soak

@@ -1,0 +1,64 @@
+#pragma once
+
+#include <QByteArray>
+#include <QByteArrayList>
+
+#include <functional>
+
+namespace quillon::soak {
+
+/// What a case says of itself while it runs, one line each, so that whoever outlives it knows what has to be
+/// on the disk.
+class Teller
+{
+public:
+    using Sink = std::function<void(const QByteArray &line)>;
+    explicit Teller(Sink sink)
+        : m_sink(std::move(sink))
+    {
+    }
+
+    /// The program has read its files: so many receptions, and what it had to say.
+    void started(int receptions, const QByteArray &messages)
+    {
+        say({"S", QByteArray::number(receptions), messages});
+    }
+    void command(const QByteArray &name) { say({"C", name}); }
+    /// A reception is about to be stored; `start` is how its line begins.
+    void adding(const QByteArray &name, const QByteArray &start, const QByteArray &note)
+    {
+        say({"+", name, start, note});
+    }
+    void removing(const QByteArray &name) { say({"-", name}); }
+    void noting(const QByteArray &name, const QByteArray &note) { say({"=", name, note}); }
+    /// The user has been told that it is done.
+    void done() { say({"D"}); }
+    /// The program has told an error.
+    void failed(const QByteArray &text) { say({"E", text}); }
+
+    /// A file on its way to the disk is about to get this hidden name.
+    void naming(const QByteArray &path) { say({"N", path}); }
+    /// The file of this path is about to become another, or to go.
+    void replacing(const QByteArray &path, const QByteArray &hash) { say({"W", path, hash}); }
+    /// The file has become what was told last.
+    void replaced(const QByteArray &path) { say({"Y", path}); }
+    /// Something is about to be added to the end of the file.
+    void appending(const QByteArray &path) { say({"A", path}); }
+
+private:
+    void say(QByteArrayList words)
+    {
+        for (QByteArray &word : words) {
+            word.replace('\n', ' ').replace('\t', ' ');
+            word.truncate(mostOfAWord);
+        }
+        m_sink(words.join('\t') + '\n');
+    }
+
+    // A line goes through a pipe whole or not at all.
+    static constexpr qsizetype mostOfAWord = 900;
+
+    Sink m_sink;
+};
+
+} // namespace quillon::soak
