@@ -53,7 +53,8 @@ RdsSpyCandidate rdsSpyCandidate(const QString &fileName, const MonthNames &month
     const QString moment =
         QString(tokens[0]).replace(u'-', u'/') + u' ' + QString(tokens[1]).replace(u'-', u':');
     const auto dateTime = parseDateTime(moment, months);
-    if (!dateTime) {
+    // A tab divides the line below: one in the moment would put it elsewhere.
+    if (!dateTime || moment.contains(u'\t')) {
         throw RuntimeError(ErrorName::TypeMismatch,
             u"the file name \"%1\" does not begin with a date and a time: \"%2\""_s.arg(fileName, moment));
     }

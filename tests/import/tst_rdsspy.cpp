@@ -129,6 +129,9 @@ private Q_SLOTS:
         QTest::newRow("impossible time") << u"2010-06-12 24-00-00 D3C3 R1.txt"_s << ErrorName::TypeMismatch;
         QTest::newRow("month first") << u"06-13-2010 18-22-05 D3C3 R1.txt"_s << ErrorName::TypeMismatch;
         QTest::newRow("blank before") << u" 2010-06-12 18-22-05 D3C3 R1.txt"_s << ErrorName::TypeMismatch;
+        QTest::newRow("tab before") << u"\t2010-06-12 18-22-05 D3C3 R1.txt"_s << ErrorName::TypeMismatch;
+        QTest::newRow("tab behind the date")
+            << u"2010-06-12\t 18-22-05 D3C3 R1.txt"_s << ErrorName::TypeMismatch;
     }
 
     void namesThatAreNoReceptionFail()
