@@ -5,6 +5,7 @@
 #include <QProcess>
 #include <QString>
 #include <QStringList>
+#include <QTest>
 
 namespace quillon::test {
 
@@ -83,15 +84,35 @@ private:
     QString m_name;
 };
 
-/// Presses a key in the program's window with this title as soon as it is there.
-inline bool typed(QProcess &keys, const Program &program, const QString &title, const QString &key)
+/// Whether the program shows a window with this title now; it is given the focus and the key, if any.
+inline bool hasWindow(const Program &program, const QString &title, const QString &key = {})
 {
-    keys.setProcessEnvironment(program.process.processEnvironment());
-    keys.start(u"xdotool"_s,
-        {u"search"_s, u"--sync"_s, u"--all"_s, u"--onlyvisible"_s, u"--pid"_s,
-            QString::number(program.process.processId()), u"--name"_s, title, u"windowfocus"_s, u"--sync"_s,
-            u"key"_s, key});
-    return keys.waitForFinished(patience);
+    QStringList words {u"search"_s, u"--all"_s, u"--onlyvisible"_s, u"--pid"_s,
+        QString::number(program.process.processId()), u"--name"_s, title};
+    if (!key.isEmpty()) {
+        words += {u"windowfocus"_s, u"key"_s, key};
+    }
+    QProcess search;
+    search.setProcessEnvironment(program.process.processEnvironment());
+    search.start(u"xdotool"_s, words);
+    return search.waitForFinished(patience) && search.exitCode() == 0;
+}
+
+/// Presses a key in the program's window with this title as soon as it is there, until the window is gone:
+/// one that has just come may not hear the first.
+inline bool typed(const Program &program, const QString &title, const QString &key)
+{
+    constexpr int pause = 300; // milliseconds
+    return QTest::qWaitFor([&] { return hasWindow(program, title); }, patience)
+        && QTest::qWaitFor(
+            [&] {
+                if (!hasWindow(program, title, key)) {
+                    return true;
+                }
+                QTest::qSleep(pause);
+                return !hasWindow(program, title);
+            },
+            patience);
 }
 
 } // namespace quillon::test

@@ -157,8 +157,7 @@ void TestProgram::aFileInPlaceOfTheDirectoryIsRefused()
     program.home.write(u"taken"_s, "mine");
     QVERIFY(program.start({u"--directory"_s, u"taken"_s}));
     // The message waits for the user; nothing is written.
-    QProcess keys;
-    QVERIFY2(typed(keys, program, u"^Quillon$"_s, u"Return"_s), "this test needs xdotool");
+    QVERIFY2(typed(program, u"^Quillon$"_s, u"Return"_s), "this test needs xdotool");
     QVERIFY(program.ended());
     QCOMPARE(program.process.exitStatus(), QProcess::NormalExit);
     QCOMPARE(program.process.exitCode(), 1);
@@ -267,8 +266,7 @@ void TestProgram::theWindowEndsTheProgramWithSuccess()
         display.give(program);
         program.home.write(u"old/LOGBOOK.INI"_s, "LOG_BOOK_CALLSIGN=CLOSING\r\n");
         QVERIFY(program.start({u"--directory"_s, u"old"_s}));
-        QProcess keys;
-        QVERIFY2(typed(keys, program, u"^Quillon - CLOSING$"_s, u"ctrl+q"_s), "this test needs xdotool");
+        QVERIFY2(typed(program, u"^Quillon - CLOSING$"_s, u"ctrl+q"_s), "this test needs xdotool");
         QVERIFY(program.ended());
         QCOMPARE(program.process.exitStatus(), QProcess::NormalExit);
         QCOMPARE(program.process.exitCode(), 0);
