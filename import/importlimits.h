@@ -7,13 +7,13 @@ namespace quillon {
 // What an import takes in, so that no file can take all the memory or all the time.
 
 /// Bytes of a file, as it is and unpacked.
-inline constexpr qint64 mostImportBytes = 32 * 1024 * 1024;
+inline constexpr qint64 mostImportBytes = qint64(32) * 1024 * 1024;
 /// Bytes of all files of an import.
-inline constexpr qint64 mostImportBytesInAll = 64 * 1024 * 1024;
+inline constexpr qint64 mostImportBytesInAll = qint64(64) * 1024 * 1024;
 /// Files of a folder.
 inline constexpr qsizetype mostImportFiles = 50'000;
 /// Characters of a line, the line breaks within quotes included.
-inline constexpr qsizetype longestImportLine = 256 * 1024;
+inline constexpr qsizetype longestImportLine = qsizetype(256) * 1024;
 /// Cells of a line.
 inline constexpr qsizetype mostImportColumns = 200;
 /// Lines of all files of an import.

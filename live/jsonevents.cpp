@@ -44,7 +44,8 @@ void takeFrequencies(const QJsonValue &value, std::vector<ReceiverEvent> &events
     constexpr int lowest = 87'500;
     constexpr int highest = 108'000;
     FrequenciesHeard heard;
-    for (const QJsonValue &one : value.toArray()) {
+    const QJsonArray frequencies = value.toArray();
+    for (const auto &one : frequencies) {
         const int kilohertz = one.toInt();
         if (kilohertz >= lowest && kilohertz <= highest) {
             addFrequency(heard.kilohertz, kilohertz);

@@ -223,7 +223,8 @@ bool RadiotextReader::take(int segment, int width, bool flag, std::array<quint8,
         m_flag = flag;
     }
     const auto isOther = [&](int i) {
-        const auto at = static_cast<std::size_t>(segment * width + i);
+        const int place = segment * width + i;
+        const auto at = static_cast<std::size_t>(place);
         return (good & (1U << static_cast<unsigned>(i))) != 0 && m_known[at]
             && m_characters[at] != characters[static_cast<std::size_t>(i)];
     };

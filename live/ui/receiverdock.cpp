@@ -158,7 +158,7 @@ void ReceiverDock::heard_Menu(const QPoint &position)
     if (!heard) {
         return;
     }
-    const Station station = *heard;
+    const Station &station = *heard;
     auto *const menu = new QMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
     menu->addAction(u"&Log It"_s, this, [this, station] { logStation(station); });
