@@ -293,7 +293,7 @@ private:
     {
         const auto text = [this](int most) { return QString::number(m_random.bounded(most)); };
         LogEntry entry;
-        entry.dateTime = {86'400 * m_random.bounded(30)};
+        entry.dateTime = {qint64(86'400) * m_random.bounded(30)};
         entry.piCode = m_random.bounded(8) == 0 ? deletedPiCode.toString() : text(9);
         entry.freq = text(5);
         entry.rdsName = m_random.bounded(2) == 0 ? u"a"_s : u"B"_s;
@@ -376,7 +376,7 @@ private:
             numbers.push_back(i);
         }
         std::ranges::sort(numbers);
-        numbers.erase(std::ranges::unique(numbers).begin(), numbers.end());
+        numbers.erase(std::unique(numbers.begin(), numbers.end()), numbers.end());
         m_rows.restore(numbers);
         for (const qint32 number : numbers) {
             m_plain.forget(number);
@@ -543,7 +543,7 @@ private Q_SLOTS:
         rows.setWatcher(&watcher);
         rows.refill();
         watcher.cells.clear();
-        changeEntry(log, 0, [](LogEntry &entry) { entry.dateTime.seconds += 9 * 3600; });
+        changeEntry(log, 0, [](LogEntry &entry) { entry.dateTime.seconds += qint64(9) * 3600; });
         rows.entriesChanged(Rows {0});
         QCOMPARE(copyOf(rows.shown()), (Rows {0, 1, 2}));
         QVERIFY(watcher.cells == (std::vector<std::pair<int, int>> {{0, 0}}));
@@ -641,7 +641,7 @@ private Q_SLOTS:
         rows.refill();
         rows.sortBy(LogRows::Sorting {GridColumn::DateTime, false});
         rows.setTyped(1, GridColumn::DateTime, u"soon"_s);
-        changeEntry(log, 2, [](LogEntry &entry) { entry.dateTime.seconds += 9 * 3600; });
+        changeEntry(log, 2, [](LogEntry &entry) { entry.dateTime.seconds += qint64(9) * 3600; });
         rows.restore(Rows {2});
         QCOMPARE(copyOf(rows.shown()), (Rows {1, 0, 2}));
         QCOMPARE(rows.text(1, GridColumn::DateTime), u"soon"_s);
