@@ -3,6 +3,7 @@
 #include "live/receiversettings.h"
 #include "live/ui/receiverdock.h"
 #include "loggingwindow.h"
+#include "support/told.h"
 
 #include <QAction>
 #include <QContextMenuEvent>
@@ -19,28 +20,6 @@ using namespace quillon::test;
 using namespace Qt::StringLiterals;
 
 namespace {
-
-/// A source whose groups come when the test wants.
-class Groups : public ReceiverSource
-{
-public:
-    void say(const ReceiverEvent &event, qint64 when) { Q_EMIT told(event, when); }
-    [[nodiscard]] bool canTune() const override { return true; }
-    void tune(qint64 hertz) override { tunedTo += hertz; }
-    QList<qint64> tunedTo;
-
-protected:
-    void attempt() override { listening(); }
-    void hangUp() override { }
-};
-
-Groups &listen(ReceiverDock &dock)
-{
-    auto made = std::make_unique<Groups>();
-    Groups &source = *made;
-    dock.receiver().listenTo(std::move(made));
-    return source;
-}
 
 /// Double-clicks the cell below a heading, as a person does.
 void doubleClick(QTableView &table, int row, const QString &heading)
@@ -87,7 +66,7 @@ void TestReceiver::thirtyFiveOfFortyAreLoggedByTheKey()
     window.start(oneEntry);
     window.key(Qt::Key_F8);
     auto *dock = window.find<ReceiverDock>("receiverDock");
-    Groups &source = listen(*dock);
+    Told &source = listenTold(dock->receiver());
     // The listener is typing something else meanwhile.
     window.key(Qt::Key_N, Qt::ControlModifier);
     window.type("Text3", u"opening to Spain"_s);
@@ -99,7 +78,7 @@ void TestReceiver::thirtyFiveOfFortyAreLoggedByTheKey()
         const Evening::Heard &heard = evening.heard()[i];
         bool wanted = i % 8 != 7;
         const auto first = evening.listenTo(i, [&](const ReceiverEvent &event, qint64 when) {
-            source.say(event, when);
+            source.sayAt(event, when);
             const auto &now = dock->receiver().listening().station();
             if (!wanted || !now || !now->certain || now->ps.isEmpty()) {
                 return;
@@ -142,7 +121,7 @@ void TestReceiver::aFrequencyTunesWhenTicked()
     window.form().resize(1300, 760);
     window.key(Qt::Key_F8);
     auto *dock = window.find<ReceiverDock>("receiverDock");
-    const Groups &source = listen(*dock);
+    const Told &source = listenTold(dock->receiver());
     window.type("Text1", u"D3C3"_s);
     window.click("Command4");
     QCOMPARE(window.list().count(), 1);
@@ -219,4 +198,5 @@ void TestReceiver::withoutRoomItFloats()
 }
 
 QTEST_MAIN(TestReceiver)
+#include "support/told.h"
 #include "tst_receiver.moc"

@@ -2,6 +2,7 @@
 #include "importingwindow.h"
 #include "live/receiversettings.h"
 #include "live/ui/receiverdock.h"
+#include "support/told.h"
 
 #include <QAction>
 #include <QDialog>
@@ -13,29 +14,10 @@ using namespace quillon::test;
 
 namespace {
 
-/// A source that hears what the test wants.
-class Radio : public ReceiverSource
-{
-public:
-    void hear(qint64 hertz, quint16 pi, const QString &ps)
-    {
-        tell({Tuned {hertz}, PiHeard {pi, PiTrust::Told}, PsHeard {ps}});
-    }
-    [[nodiscard]] bool canTune() const override { return true; }
-    void tune(qint64 hertz) override { tunedTo += hertz; }
-    QList<qint64> tunedTo;
-
-protected:
-    void attempt() override { listening(); }
-    void hangUp() override { }
-};
-
 /// A receiver that hears RNE 1 on 98.5 MHz.
-Radio &listen(MainWindow &window)
+Told &listen(MainWindow &window)
 {
-    auto made = std::make_unique<Radio>();
-    Radio &source = *made;
-    window.find<ReceiverDock>("receiverDock")->receiver().listenTo(std::move(made));
+    Told &source = listenTold(window.find<ReceiverDock>("receiverDock")->receiver());
     source.hear(98'500'000, 0xE201, u"RNE 1   "_s);
     return source;
 }
@@ -149,7 +131,7 @@ void TestReceiverMeanwhile::whileItLogsByItself()
     MainWindow window;
     logAutomatically(window);
     window.start(oldEntry);
-    Radio &source = listen(window);
+    Told &source = listen(window);
     aSecondLater(window);
     QCOMPARE(logged(window), 2);
     QCOMPARE(last(window).notes, u"auto"_s);
@@ -238,7 +220,7 @@ void TestReceiverMeanwhile::aResultOfTheServiceTunes()
 {
     FmlistWindow window;
     window.open(oneEntry);
-    Radio &source = listen(window);
+    Told &source = listen(window);
     window.clickRow(1);
     window.click("Command11");
     QCOMPARE(window.resultRows(), QStringList {berlin});
@@ -267,4 +249,5 @@ void TestReceiverMeanwhile::aResultOfTheServiceTunes()
 }
 
 QTEST_MAIN(TestReceiverMeanwhile)
+#include "support/told.h"
 #include "tst_receivermeanwhile.moc"

@@ -5,6 +5,7 @@
 #include "live/ui/receiverdock.h"
 #include "platform/runtimeerror.h"
 #include "support/strangers.h"
+#include "support/told.h"
 #include "ui/filterbar.h"
 #include "ui/messages.h"
 
@@ -35,18 +36,6 @@ QByteArray strangeEntry(const QByteArray &freq = "87.6")
 }
 const QByteArray strangeSite = "<img src=x>|<b>x</b>|43.2630|-2.9350|812.4|\r\n";
 const QByteArray withSender = "OMID=1234\r\nHOME_DEC_LAT=52.5\r\nHOME_DEC_LON=13.4\r\n";
-
-// Groups that come when the test wants, from a receiver that ends with a stranger's words.
-class StrangeReceiver : public ReceiverSource
-{
-public:
-    void say(const ReceiverEvent &event) { Q_EMIT told(event, 1'000); }
-    void end() { ended(strangeLink); }
-
-protected:
-    void attempt() override { listening(); }
-    void hangUp() override { }
-};
 
 // Asks for the tip of a label as a resting pointer does, and paints it.
 void askForTip(QWidget &widget)
@@ -233,19 +222,17 @@ private Q_SLOTS:
         window.start(strangeEntry());
         window.key(Qt::Key_F8);
         auto *dock = window.find<ReceiverDock>("receiverDock");
-        auto made = std::make_unique<StrangeReceiver>();
-        StrangeReceiver &source = *made;
-        dock->receiver().listenTo(std::move(made));
-        source.say(Tuned {99'400'000});
-        source.say(PiHeard {0xD313});
-        source.say(PsHeard {strangePs});
-        source.say(RadiotextHeard {strangeImage + u' ' + strangeLink});
+        Told &source = listenTold(dock->receiver());
+        source.sayAt(Tuned {99'400'000}, 1'000);
+        source.sayAt(PiHeard {0xD313}, 1'000);
+        source.sayAt(PsHeard {strangePs}, 1'000);
+        source.sayAt(RadiotextHeard {strangeImage + u' ' + strangeLink}, 1'000);
         QTRY_COMPARE(window.text("receiverPs"), strangePs);
         QTRY_VERIFY(window.text("receiverRt").contains(strangeImage));
         watch.lookAtAll();
         window.click("receiverLog");
         watch.lookAtAll();
-        source.end();
+        source.end(strangeLink);
         QTRY_VERIFY(window.text("receiverState").contains(strangeLink));
         watch.lookAtAll();
         QCOMPARE(watch.taken(), QStringList());

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "live/ui/receiverdock.h"
+#include "support/told.h"
 
 #include <QMainWindow>
 #include <QMenu>
@@ -9,28 +10,6 @@
 #include <QTest>
 
 namespace quillon::test {
-
-/// A source that tells what the test wants.
-class Told : public ReceiverSource
-{
-public:
-    explicit Told(bool knowsFrequency = true)
-        : m_knowsFrequency(knowsFrequency)
-    {
-    }
-    void say(const ReceiverEvent &event, qint64 ago = 0) { Q_EMIT told(event, nowMilliseconds() - ago); }
-    [[nodiscard]] bool canTune() const override { return true; }
-    void tune(qint64 hertz) override { tunedTo += hertz; }
-    [[nodiscard]] bool tellsFrequency() const override { return m_knowsFrequency; }
-    QList<qint64> tunedTo;
-
-protected:
-    void attempt() override { listening(); }
-    void hangUp() override { }
-
-private:
-    bool m_knowsFrequency;
-};
 
 /// A dock in a window, with a log that it logs to.
 class Docked
@@ -51,13 +30,7 @@ public:
         window.show();
         dock.start();
     }
-    Told *listen(bool knowsFrequency = true)
-    {
-        auto source = std::make_unique<Told>(knowsFrequency);
-        Told *const made = source.get();
-        dock.receiver().listenTo(std::move(source));
-        return made;
-    }
+    Told *listen(bool knowsFrequency = true) { return &listenTold(dock.receiver(), knowsFrequency); }
     template<typename Widget>
     Widget *get(const QString &name)
     {
