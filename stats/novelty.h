@@ -96,12 +96,11 @@ private:
     std::vector<std::vector<double>> m_farthest; ///< up to each entry of the groups of NoveltyMark::Farthest
     Known m_remembered;
     // Numbers are never given back, so that what was known before can be compared with what is known now.
-    using Texts = TextNumbering;
-    Texts m_piCodes;
-    Texts m_names; ///< of stations without a PI code
-    Texts m_siteNames;
-    Texts m_countries;
-    Texts m_modes;
+    TextNumbering m_piCodes;
+    TextNumbering m_names; ///< of stations without a PI code
+    TextNumbering m_siteNames;
+    TextNumbering m_countries;
+    TextNumbering m_modes;
     Pairs m_sites;
     Pairs m_countriesInMode;
     std::vector<int> m_countryOfPair; ///< by number of m_countriesInMode

@@ -33,6 +33,7 @@ private:
 class TextNumbering
 {
 public:
+    /// The number of a text: the same for the same text, another for every other.
     [[nodiscard]] int of(const QString &text)
     {
         const auto letters = lettersOf(text);

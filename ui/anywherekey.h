@@ -17,6 +17,7 @@ public:
     AnywhereKey(Qt::Key key, QWidget &window);
 
 Q_SIGNALS:
+    /// The key was pressed, in whatever window.
     void pressed();
 
 protected:

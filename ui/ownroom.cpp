@@ -1,5 +1,6 @@
 #include "ui/ownroom.h"
 
+#include <QEvent>
 #include <QLayout>
 
 #include <memory>
@@ -19,6 +20,14 @@ OwnRoom::OwnRoom(QWidget &content)
     content.setParent(this);
     content.setGeometry(rect());
     content.setVisible(!wasHidden);
+}
+
+void OwnRoom::changeEvent(QEvent *event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) {
+        updateGeometry();
+    }
 }
 
 void OwnRoom::resizeEvent(QResizeEvent *event)

@@ -18,6 +18,7 @@ public:
     [[nodiscard]] QSize minimumSizeHint() const override { return m_content.minimumSizeHint(); }
 
 protected:
+    void changeEvent(QEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
 
 private:

@@ -34,6 +34,7 @@ public:
 
     /// What else comes of a change, one line that is told with its effect; empty when nothing does.
     using Consequence = std::function<QString(const LogChange &)>;
+    /// Tells of a change what `consequence` says, beside its effect.
     void tellAlso(Consequence consequence);
 
     /// Entries have changed: tells anew what would change. Those that are gone are the window's no more,

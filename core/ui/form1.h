@@ -79,6 +79,7 @@ public:
     /// Number of the entry that the form shows, -1 for a new one.
     [[nodiscard]] qint32 selected() const { return m_selected; }
 
+    /// Fills the grid anew and marks its last row; `changed` is as LogRows::refill has it.
     void populateGrid(std::span<const qint32> changed = {});
     void saveLogbook();
 

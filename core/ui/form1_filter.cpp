@@ -42,7 +42,14 @@ void Form1::applyFilter()
         lets = [matches = LogFilterMatcher(filter, m_config.settings().inMiles())](
                    const LogEntry &entry, qint32 /*number*/) mutable { return matches(entry); };
     }
-    m_ui->Grid1->setFilter(std::move(lets));
+    Grid &grid = *m_ui->Grid1;
+    grid.setFilter(std::move(lets));
+    // What is being edited is marked once it is shown, even if the log was changed while it was hidden.
+    if (grid.row() == 0 && grid.chosenCount() == 0 && m_form->state() == EntryForm::State::Editing) {
+        if (const int row = grid.rowOfEntry(m_selected); row > 0) {
+            grid.setRow(row);
+        }
+    }
     showCounts();
     tellStatistics();
     refreshMap();

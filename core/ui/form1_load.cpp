@@ -48,8 +48,11 @@ void Form1::Form_Load()
     restoreLook();
     refreshLists();
     showCounts();
-    m_receiver->start();
-    floatWithoutRoom(*m_receiver);
+    // Its dock is opened after the docks have come back as they were left, with the window.
+    QTimer::singleShot(0, this, [this] {
+        m_receiver->start();
+        floatWithoutRoom(*m_receiver);
+    });
     if (splash) {
         splash->close();
     }

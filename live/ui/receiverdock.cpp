@@ -191,7 +191,10 @@ void ReceiverDock::logHeard()
                 u"Log It"_s)) {
             return;
         }
-        m_receiver.setFrequency(station->hertz);
+        // It may have been tuned elsewhere while that was asked.
+        if (m_receiver.listening().hertz() == station->hertz) {
+            m_receiver.setFrequency(station->hertz);
+        }
     }
     logStation(*station);
 }

@@ -107,7 +107,7 @@ inline bool typed(const Program &program, const QString &title, const QString &k
         && QTest::qWaitFor(
             [&] {
                 if (!hasWindow(program, title, key)) {
-                    return true;
+                    return !hasWindow(program, title);
                 }
                 QTest::qSleep(pause);
                 return !hasWindow(program, title);

@@ -129,7 +129,7 @@ Outcome callsRound(const Round &round)
     const auto &commands = Session::commands();
     const Session::Command &command = commands.at(round.seed % commands.size());
     const Failure &failure = failures.at(round.seed / commands.size() % failures.size());
-    layOut(round.root, receptions, static_cast<quint16>(20'000 + ::getpid() % 20'000));
+    layOut(round.root, receptions, freePort());
     return outcomeOf([&](Outcome &outcome) { NthCall(round, command, failure, outcome).run(); });
 }
 

@@ -3,6 +3,7 @@
 #include "import/ui/importfile.h"
 #include "import/ui/importrdsspy.h"
 #include "import/ui/rdsdxlist.h"
+#include "put.h"
 
 #include <QDate>
 #include <QDir>
@@ -22,14 +23,6 @@ constexpr int receptionsOfAnImport = 3;
 constexpr int firstPi = 0x1000;
 constexpr int manyPis = 0xE000;
 constexpr int manyDays = 15'000;
-
-void put(const QString &path, const QByteArray &bytes)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size()) {
-        qFatal("cannot write %s", qPrintable(path));
-    }
-}
 
 // Imports are of days of their own.
 QDate importDay(int number)

@@ -1,6 +1,7 @@
 #include "core/logbooklines.h"
 #include "kind.h"
 #include "platform/files.h"
+#include "put.h"
 #include "realprogram.h"
 #include "session.h"
 #include "support/testfiles.h"
@@ -19,14 +20,6 @@ namespace {
 
 constexpr int receptions = 50;
 constexpr int swapsOfARound = 40;
-
-void put(const QString &path, const QByteArray &bytes)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size()) {
-        qFatal("cannot write %s", qPrintable(path));
-    }
-}
 
 // Swaps the log under the program as programs do that keep folders alike.
 QByteArray swapLog(const QString &path, int number, QRandomGenerator &random)

@@ -122,7 +122,7 @@ Outcome killsRound(const Round &round)
 {
     Outcome outcome;
     QRandomGenerator random(round.seed);
-    layOut(round.root, receptions, static_cast<quint16>(20'000 + ::getpid() % 20'000));
+    layOut(round.root, receptions, freePort());
     Ledger ledger(round.root);
     for (int i = 0; i <= killsOfARound && outcome.problem.isEmpty(); ++i) {
         const bool last = i == killsOfARound;

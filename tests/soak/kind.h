@@ -7,8 +7,8 @@
 
 namespace quillon::soak {
 
-/// How long something may take before it counts as hanging, on a machine however busy (milliseconds).
-inline constexpr int patience = 1'800'000;
+/// How long something may take before it counts as hanging (milliseconds). CTest waits longer.
+inline constexpr int patience = 250'000;
 
 /// What a round of cases came to.
 struct Outcome

@@ -163,7 +163,7 @@ QString growthIn(const std::vector<Reading> &readings)
 
 Outcome longRound(const Round &round)
 {
-    layOut(round.root, receptions, static_cast<quint16>(20'000 + ::getpid() % 20'000));
+    layOut(round.root, receptions, freePort());
     return outcomeOf([&](Outcome &outcome) {
         Evening evening(round);
         std::vector<Reading> readings;
@@ -172,6 +172,11 @@ Outcome longRound(const Round &round)
             readings.push_back(evening.once());
         }
         outcome.cases = evening.done();
+        constexpr std::size_t fewest = 3;
+        if (readings.size() < fewest) {
+            outcome.lose(evening.error().isEmpty() ? u"too few rounds to compare"_s : evening.error());
+            return;
+        }
         const QString problem = evening.error() + growthIn(readings);
         if (!problem.isEmpty()) {
             outcome.lose(problem);

@@ -32,9 +32,8 @@ Process::Process(const std::function<void(const Tell &tell)> &work)
     m_id = ::fork();
     if (m_id == 0) {
         ::prctl(PR_SET_PDEATHSIG, SIGKILL);
-        std::signal(SIGINT, SIG_DFL);
-        std::signal(SIGTERM, SIG_DFL);
-        std::signal(SIGINT, SIG_DFL);
+        // Ctrl+C ends the run with its round, not the round.
+        std::signal(SIGINT, SIG_IGN);
         std::signal(SIGTERM, SIG_DFL);
         ::close(ends[0]);
         const rlimit noCore {0, 0};

@@ -34,6 +34,7 @@ public:
         }
         writeFile(root + u"/stations.txt"_s, stations);
         m_process.setStandardErrorFile(QProcess::nullDevice());
+        m_process.setChildProcessModifier(liveWithTheRound);
         m_process.start(QStringLiteral(QUILLON_RECEIVER),
             {u"--stations"_s, root + u"/stations.txt"_s, u"--speed"_s, u"20"_s});
         if (!m_process.waitForReadyRead(patience)) {
@@ -103,19 +104,27 @@ void killAFirstStart(
     {
         RealProgram program(root, folder);
         ::usleep(random.bounded(longestStartUs / 2));
-        program.kill();
-    }
-    const bool there = QDir(folder).exists();
-    const QStringList names = QDir(folder).entryList(QDir::Files);
-    const auto supplied = QDir(QStringLiteral(QUILLON_SUPPLIED)).entryList(QDir::Files);
-    for (const QString &name : supplied) {
-        if (there && !names.contains(name)) {
-            outcome.lose(u"the new folder lacks "_s + name);
+        if (!program.kill()) {
+            outcome.crash(u"the program ended by itself at its first start"_s);
         }
+    }
+    const auto look = [&] {
+        const QStringList names = QDir(folder).entryList(QDir::Files);
+        const auto supplied = QDir(QStringLiteral(QUILLON_SUPPLIED)).entryList(QDir::Files);
+        for (const QString &name : supplied) {
+            if (!names.contains(name)) {
+                outcome.lose(u"the new folder lacks "_s + name);
+            }
+        }
+    };
+    if (QDir(folder).exists()) {
+        look();
     }
     RealProgram next(root, folder);
     if (!next.answers()) {
         outcome.crash(u"after a first start that was killed, the next one does not work"_s);
+    } else {
+        look();
     }
     if (const QString name = surplus(folder, known); !name.isEmpty()) {
         outcome.lose(u"the new folder also holds "_s + name);
@@ -136,7 +145,7 @@ void killAtWork(const QString &root, QRandomGenerator &random, const QStringList
     QElapsedTimer timer;
     timer.start();
     // It has been at work, and is now.
-    while (logIn(root).size() == before && timer.elapsed() < patience) {
+    while (logIn(root).size() == before && timer.elapsed() < patience && program.isRunning()) {
         QThread::msleep(2);
     }
     ::usleep(random.bounded(longestWorkUs));
@@ -161,7 +170,9 @@ void killAtStart(const QString &root, QRandomGenerator &random, Outcome &outcome
     const QByteArray seen = logIn(root);
     RealProgram program(root, root + u"/log"_s);
     ::usleep(random.bounded(longestStartUs));
-    program.kill();
+    if (!program.kill()) {
+        outcome.crash(u"the program ended by itself at its start"_s);
+    }
     if (const QString problem = logProblem(seen, logIn(root)); !problem.isEmpty()) {
         outcome.lose(problem);
     }

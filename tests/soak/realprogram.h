@@ -7,7 +7,19 @@
 #include <QProcess>
 #include <QThread>
 
+#include <csignal>
+#include <sys/prctl.h>
+#include <unistd.h>
+
 namespace quillon::soak {
+
+/// What a program does first that is started beside the rounds: it ends with who started it, and hears no
+/// Ctrl+C before.
+inline void liveWithTheRound()
+{
+    ::setpgid(0, 0);
+    ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+}
 
 /// The program itself, started whole, without a screen. All its folders are below the root.
 class RealProgram
@@ -29,6 +41,7 @@ public:
         m_process.setProcessEnvironment(environment);
         m_process.setStandardOutputFile(QProcess::nullDevice());
         m_process.setStandardErrorFile(QProcess::nullDevice());
+        m_process.setChildProcessModifier(liveWithTheRound);
         m_process.start(QStringLiteral(QUILLON_PROGRAM),
             {QStringLiteral("--directory"), directory, QStringLiteral("--settings"),
                 root + QStringLiteral("/look")});

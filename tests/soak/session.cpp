@@ -1,6 +1,7 @@
 #include "session.h"
 
 #include "platform/pause.h"
+#include "put.h"
 #include "support/testfiles.h"
 #include "ui/grid.h"
 
@@ -13,6 +14,7 @@
 #include <QFile>
 #include <QLineEdit>
 #include <QPlainTextEdit>
+#include <QTcpServer>
 #include <QTest>
 
 #include <algorithm>
@@ -28,17 +30,12 @@ namespace quillon::soak {
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-void writeTo(const QString &path, const QByteArray &bytes)
+quint16 freePort()
 {
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size()) {
-        qFatal("cannot write %s", qPrintable(path));
-    }
+    QTcpServer server;
+    server.listen(QHostAddress::LocalHost);
+    return server.serverPort();
 }
-
-} // namespace
 
 QString nameOf(int number)
 {
@@ -62,16 +59,16 @@ void layOut(const QString &root, int receptions, quint16 port)
         QFile::copy(supplied.filePath(name), root + u"/log/"_s + name);
     }
     // Small ones, as they are copied and compared again and again.
-    writeTo(root + u"/log/quillon_mapview.htm"_s, "<title>Map</title>\n");
-    writeTo(root + u"/log/manual.html"_s, "<title>Manual</title>\n");
+    put(root + u"/log/quillon_mapview.htm"_s, "<title>Map</title>\n");
+    put(root + u"/log/manual.html"_s, "<title>Manual</title>\n");
     QByteArray log;
     for (int i = 0; i < receptions; ++i) {
         log += test::logLine("E201", dateOf(i).toLatin1(), "87.6", nameOf(i).toLatin1(),
             i % 3 == 0 ? "E" : "F", i % 3 == 0 ? "Bilbao" : "Reims");
     }
-    writeTo(root + u"/log/RDSLog.log"_s, log);
-    writeTo(root + u"/log/tx.lst"_s, "Bilbao|E|43.26|-2.93||\r\nReims|F|49.1|3.93||\r\n");
-    writeTo(root + u"/log/LOGBOOK.INI"_s,
+    put(root + u"/log/RDSLog.log"_s, log);
+    put(root + u"/log/tx.lst"_s, "Bilbao|E|43.26|-2.93||\r\nReims|F|49.1|3.93||\r\n");
+    put(root + u"/log/LOGBOOK.INI"_s,
         "LOG_BOOK_CALLSIGN=DL1ABC\r\nHOME_DEC_LAT=51.5\r\nHOME_DEC_LON=-0.1\r\nAS_MILES=FALSE\r\nTIME_OFFSET="
         "0\r\n"
         "RDSSPY_LOGS="

@@ -18,6 +18,9 @@ namespace quillon::soak {
 /// commands need. The stand-in of the service will be on that port of loopback.
 void layOut(const QString &root, int receptions, quint16 port);
 
+/// A port of loopback on which nobody listens.
+[[nodiscard]] quint16 freePort();
+
 /// The name of a reception, which it has in common with no other of its case, and when it was heard.
 [[nodiscard]] QString nameOf(int number);
 [[nodiscard]] QString dateOf(int number);
@@ -37,7 +40,6 @@ public:
     {
         const char *name;
         void (Session::*run)();
-        bool writes = true; ///< changes the disk
     };
     [[nodiscard]] static const std::vector<Command> &commands();
     /// Does it and tells of it. Error messages are told and answered.

@@ -7,6 +7,7 @@
 #include "export/textlog.h"
 #include "export/webpages.h"
 #include "platform/files.h"
+#include "put.h"
 #include "session.h"
 #include "support/testfiles.h"
 
@@ -18,18 +19,6 @@
 namespace quillon::soak {
 
 using namespace Qt::StringLiterals;
-
-namespace {
-
-void put(const QString &path, const QByteArray &bytes)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size()) {
-        qFatal("cannot write %s", qPrintable(path));
-    }
-}
-
-} // namespace
 
 Works::Works(const QString &folder, int receptions, FileCalls &calls)
     : m_folder(folder)

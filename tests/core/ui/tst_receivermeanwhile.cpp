@@ -249,5 +249,4 @@ void TestReceiverMeanwhile::aResultOfTheServiceTunes()
 }
 
 QTEST_MAIN(TestReceiverMeanwhile)
-#include "support/told.h"
 #include "tst_receivermeanwhile.moc"

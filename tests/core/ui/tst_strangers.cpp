@@ -155,12 +155,7 @@ private Q_SLOTS:
             "<img src=x>,D3C1,<b>x</b>,<b>x</b>,D,<img src=x>,\r\n");
         window.trigger("menuImportFile");
         auto *import = window.find<importFile>("importFile");
-        QMimeData data;
-        data.setUrls({QUrl::fromLocalFile(window.directory.file(u"in/<img src=x>.csv"_s))});
-        QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-        QCoreApplication::sendEvent(import, &enter);
-        QDropEvent drop(QPointF(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-        QCoreApplication::sendEvent(import, &drop);
+        ImportingWindow::drop(*import, {window.directory.file(u"in/<img src=x>.csv"_s)});
         QTRY_VERIFY(import->findChild<QAbstractItemView *>(u"importTable"_s)->model()->rowCount() > 0);
         watch.lookAtAll();
         QCOMPARE(watch.taken(), QStringList());
