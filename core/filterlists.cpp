@@ -5,6 +5,8 @@
 #include <QSet>
 
 #include <algorithm>
+#include <array>
+#include <cstdint>
 #include <functional>
 #include <tuple>
 
@@ -29,6 +31,48 @@ QStringList inOrder(const QSet<QString> &texts, const std::function<qsizetype(co
     return sorted;
 }
 
+// Different texts out of many. Equal ones mostly share their letters, and what was seen lately is known by
+// where its letters are.
+class Texts
+{
+public:
+    void insert(const QString &text)
+    {
+        const QChar *letters = text.constData();
+        const QChar *&seen = m_seen[(reinterpret_cast<std::uintptr_t>(letters) >> 4U) % m_seen.size()];
+        if (seen != letters && !text.isEmpty()) {
+            m_all.insert(text);
+            seen = letters;
+        }
+    }
+    [[nodiscard]] const QSet<QString> &all() const { return m_all; }
+
+private:
+    std::array<const QChar *, 256> m_seen {};
+    QSet<QString> m_all;
+};
+
+// The years of many moments; neighbours in a log are mostly of the same one.
+class Years
+{
+public:
+    void insert(DateTime moment)
+    {
+        if (moment < m_from || moment >= m_end) {
+            const int year = civil(moment).year;
+            m_all.insert(year);
+            m_from = fromCivil({year}).value_or(moment);
+            m_end = fromCivil({year + 1}).value_or(m_from);
+        }
+    }
+    [[nodiscard]] const QSet<int> &all() const { return m_all; }
+
+private:
+    DateTime m_from;
+    DateTime m_end;
+    QSet<int> m_all;
+};
+
 qsizetype placeOfMode(const QString &mode)
 {
     return std::ranges::find(propagationModes, QStringView(mode)) - propagationModes.begin();
@@ -38,22 +82,21 @@ qsizetype placeOfMode(const QString &mode)
 
 FilterLists filterLists(const Logbook &log)
 {
-    QSet<QString> modes;
-    QSet<QString> countries;
-    QSet<int> years;
+    Texts modes;
+    Texts countries;
+    Years years;
     for (const LogEntry &entry : log) {
-        if (!isDeleted(entry)) {
-            modes.insert(entry.prop);
-            countries.insert(entry.country);
-            years.insert(civil(entry.dateTime).year);
+        if (isDeleted(entry)) {
+            continue;
         }
+        modes.insert(entry.prop);
+        countries.insert(entry.country);
+        years.insert(entry.dateTime);
     }
-    modes.remove({});
-    countries.remove({});
     FilterLists lists;
-    lists.modes = inOrder(modes, placeOfMode);
-    lists.countries = inOrder(countries, [](const QString &) { return 0; });
-    lists.years.assign(years.begin(), years.end());
+    lists.modes = inOrder(modes.all(), placeOfMode);
+    lists.countries = inOrder(countries.all(), [](const QString &) { return 0; });
+    lists.years.assign(years.all().begin(), years.all().end());
     std::ranges::sort(lists.years, std::greater());
     return lists;
 }

@@ -207,9 +207,16 @@ std::vector<qint32> LogRows::inOrderOfTime(std::span<const qint32> changed) cons
     const auto before = [this](qint32 left, qint32 right) { return timeOrder(left, right) < 0; };
     if (m_inOrder && changed.size() <= fewRows) {
         rows = m_all;
-        std::erase_if(rows, [&](qint32 entry) {
-            return entry >= m_log.count() || std::ranges::find(changed, entry) != changed.end();
-        });
+        const auto known = static_cast<qint32>(m_all.size());
+        if (m_log.count() < known) {
+            std::erase_if(rows, [this](qint32 entry) { return entry >= m_log.count(); });
+        }
+        for (const qint32 entry : changed) {
+            const auto row = entry < known ? std::ranges::find(rows, entry) : rows.end();
+            if (row != rows.end()) {
+                rows.erase(row);
+            }
+        }
         for (const qint32 entry : changed) {
             rows.insert(std::ranges::upper_bound(rows, entry, before), entry);
         }

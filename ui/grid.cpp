@@ -172,7 +172,9 @@ void Grid::sortByNext(int column)
 void Grid::showSorting()
 {
     const auto sorting = logRows().sorting();
-    horizontalHeader()->setSortIndicatorShown(sorting.has_value());
+    if (horizontalHeader()->isSortIndicatorShown() != sorting.has_value()) {
+        horizontalHeader()->setSortIndicatorShown(sorting.has_value());
+    }
     if (sorting) {
         horizontalHeader()->setSortIndicator(static_cast<int>(sorting->column),
             sorting->descending ? Qt::DescendingOrder : Qt::AscendingOrder);

@@ -27,10 +27,11 @@ void Grid::rowsCameOrWent(const QModelIndex &, int first)
     const std::pair before(verticalScrollBar()->value(), places.offset());
     updateGeometries();
     // What was the last page can stand a little otherwise now, without having been scrolled.
-    const bool hasMoved = verticalScrollBar()->value() == before.first && places.offset() != before.second;
-    const int top = hasMoved          ? 0
-        : first < m_model->rowCount() ? rowViewportPosition(first)
-                                      : places.length() - places.offset();
+    if (verticalScrollBar()->value() == before.first) {
+        viewport()->scroll(0, before.second - places.offset());
+    }
+    const int top =
+        first < m_model->rowCount() ? rowViewportPosition(first) : places.length() - places.offset();
     viewport()->update(viewport()->rect().adjusted(0, std::max(top, 0), 0, 0));
     showPage();
 }

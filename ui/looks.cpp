@@ -1,8 +1,9 @@
 #include "ui/looks.h"
 
-#include "ui/scrollbarpicture.h"
+#include "ui/keptpictures.h"
 
 #include <QAbstractScrollArea>
+#include <QAbstractSpinBox>
 #include <QApplication>
 #include <QComboBox>
 #include <QEvent>
@@ -60,6 +61,13 @@ bool hasRing(const QStyleOption &option, const QWidget *widget)
         && !qobject_cast<const QComboBox *>(widget->parentWidget());
 }
 
+// Not the part of another control that is typed in.
+bool isFieldOfItsOwn(const QWidget *widget)
+{
+    return qobject_cast<const QLineEdit *>(widget) && !qobject_cast<const QComboBox *>(widget->parentWidget())
+        && !qobject_cast<const QAbstractSpinBox *>(widget->parentWidget());
+}
+
 void drawRing(QPainter &painter, const QStyleOption &option)
 {
     painter.save();
@@ -95,7 +103,14 @@ public:
     void drawPrimitive(PrimitiveElement element, const QStyleOption *option, QPainter *painter,
         const QWidget *widget) const override
     {
-        QProxyStyle::drawPrimitive(element, option, painter, widget);
+        const auto draw = [&](QPainter &on) { QProxyStyle::drawPrimitive(element, option, &on, widget); };
+        const auto *field =
+            element == PE_PanelLineEdit ? qstyleoption_cast<const QStyleOptionFrame *>(option) : nullptr;
+        if (field && !field->rect.isEmpty() && isFieldOfItsOwn(widget) && baseStyle()->name() == u"fusion") {
+            m_pictures.drawFieldPanel(*painter, *field, draw);
+        } else {
+            draw(*painter);
+        }
         if ((element == PE_PanelLineEdit || element == PE_Frame) && hasRing(*option, widget)) {
             drawRing(*painter, *option);
         }
@@ -104,17 +119,22 @@ public:
     void drawComplexControl(ComplexControl control, const QStyleOptionComplex *option, QPainter *painter,
         const QWidget *widget) const override
     {
-        const auto *bar =
-            control == CC_ScrollBar ? qstyleoption_cast<const QStyleOptionSlider *>(option) : nullptr;
-        if (bar && !bar->rect.isEmpty() && baseStyle()->name() == u"fusion") {
-            drawScrollBar(*painter, *bar,
-                baseStyle()->subControlRect(CC_ScrollBar, bar, SC_ScrollBarSlider, widget),
-                [&](QPainter &onPicture) {
-                    QProxyStyle::drawComplexControl(control, option, &onPicture, widget);
-                });
+        const auto draw = [&](QPainter &on) {
+            QProxyStyle::drawComplexControl(control, option, &on, widget);
+        };
+        const bool keeps = !option->rect.isEmpty() && baseStyle()->name() == u"fusion";
+        if (const auto *bar = qstyleoption_cast<const QStyleOptionSlider *>(option);
+            bar && control == CC_ScrollBar && keeps) {
+            m_pictures.drawScrollBar(*painter, *bar,
+                baseStyle()->subControlRect(CC_ScrollBar, bar, SC_ScrollBarSlider, widget), draw);
             return;
         }
-        QProxyStyle::drawComplexControl(control, option, painter, widget);
+        if (const auto *combo = qstyleoption_cast<const QStyleOptionComboBox *>(option);
+            combo && control == CC_ComboBox && keeps) {
+            m_pictures.drawCombo(*painter, *combo, draw);
+        } else {
+            draw(*painter);
+        }
         if (control == CC_ComboBox && hasRing(*option, widget)) {
             drawRing(*painter, *option);
         }
@@ -131,6 +151,9 @@ public:
         }
         return QProxyStyle::eventFilter(watched, event);
     }
+
+private:
+    mutable KeptPictures m_pictures;
 };
 
 } // namespace

@@ -446,10 +446,20 @@ void TestLogFilter::listsHoldWhatIsInTheLog()
     other.piCode = u"delete"_s;
     other.prop = u"Gone"_s;
     log.AddEntry(other);
+    // The ends of years, to the second, and the last year that there is.
+    other.piCode = u"D3C3"_s;
+    other.prop.clear();
+    other.country.clear();
+    for (const CivilTime &moment : std::initializer_list<CivilTime> {{1969, 12, 31, 23, 59, 59}, {1970, 1, 1},
+             {1971, 12, 31, 23, 59, 59}, {9999, 12, 31, 23, 59, 59}, {9999, 1, 1}, {100, 1, 1},
+             {1973, 1, 1}}) {
+        other.dateTime = fromCivil(moment).value();
+        log.AddEntry(other);
+    }
     const FilterLists lists = filterLists(log);
     QCOMPARE(lists.modes, (QStringList {u"Es"_s, u"Tropo"_s, u"Balloon"_s}));
     QCOMPARE(lists.countries, (QStringList {u"D"_s, u"E"_s, u"EST"_s, u"NOR"_s, u"Österreich"_s}));
-    QCOMPARE(lists.years, (std::vector {2025, 2024, 1999}));
+    QCOMPARE(lists.years, (std::vector {9999, 2025, 2024, 1999, 1973, 1971, 1970, 1969, 100}));
 }
 
 QTEST_GUILESS_MAIN(TestLogFilter)

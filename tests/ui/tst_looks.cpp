@@ -52,6 +52,24 @@ int pixelsOf(QWidget &widget, const QColor &colour)
 
 } // namespace
 
+// The greatest difference of a colour's part, 0 to 255, in any pixel; 255 for pictures of two sizes.
+int difference(const QImage &one, const QImage &other)
+{
+    if (one.size() != other.size()) {
+        return 255;
+    }
+    int greatest = 0;
+    for (int y = 0; y < one.height(); ++y) {
+        for (int x = 0; x < one.width(); ++x) {
+            const QColor left = one.pixelColor(x, y);
+            const QColor right = other.pixelColor(x, y);
+            greatest = std::max({greatest, std::abs(left.red() - right.red()),
+                std::abs(left.green() - right.green()), std::abs(left.blue() - right.blue())});
+        }
+    }
+    return greatest;
+}
+
 /// What the program adds to the style of the desktop.
 class TestLooks : public QObject
 {
@@ -61,6 +79,8 @@ private Q_SLOTS:
     void initTestCase() { installLooks(); }
     void cleanup() { QApplication::setPalette(QPalette()); }
     void aKeptScrollBarLooksAsTheStyleDrawsIt();
+    void keptFieldsAndCombosLookAsTheStyleDrawsThem_data() { shades(); }
+    void keptFieldsAndCombosLookAsTheStyleDrawsThem();
     void contrastIsThatOfTheGuidelines();
     void textsOfDisabledControlsAreReadable_data() { shades(); }
     void textsOfDisabledControlsAreReadable();
@@ -101,6 +121,41 @@ void TestLooks::aKeptScrollBarLooksAsTheStyleDrawsIt()
             bar.setStyle(QApplication::style());
             QCOMPARE(bar.grab().toImage(), expected);
             QCOMPARE(bar.grab().toImage(), expected);
+        }
+    }
+}
+
+void TestLooks::keptFieldsAndCombosLookAsTheStyleDrawsThem()
+{
+    constexpr int rounding = 2; // of what shines through twice
+    QFETCH(QPalette, palette);
+    QApplication::setPalette(palette);
+    const std::unique_ptr<QStyle> fusion(QStyleFactory::create(u"fusion"_s));
+    QLineEdit field(u"90.3"_s);
+    QComboBox typed;
+    typed.setEditable(true);
+    typed.setEditText(u"Es"_s);
+    QComboBox chosen;
+    chosen.addItem(u"Tropo"_s);
+    const QPalette plain = QApplication::palette();
+    QPalette yellow = plain;
+    yellow.setColor(QPalette::Base, Qt::yellow);
+    yellow.setColor(QPalette::Button, Qt::yellow);
+    for (QWidget *control : std::initializer_list<QWidget *> {&field, &typed, &chosen}) {
+        for (const auto &[size, colours, enabled, framed] : {std::tuple(QSize(120, 24), plain, true, true),
+                 {QSize(120, 24), plain, false, true}, {QSize(120, 24), yellow, true, true},
+                 {QSize(120, 24), yellow, false, true}, {QSize(121, 24), yellow, true, true},
+                 {QSize(121, 24), plain, true, false}, {QSize(120, 24), plain, true, true}}) {
+            field.setFrame(framed);
+            typed.setFrame(framed);
+            control->resize(size);
+            control->setPalette(colours);
+            control->setEnabled(enabled);
+            control->setStyle(fusion.get());
+            const QImage expected = control->grab().toImage();
+            control->setStyle(QApplication::style());
+            QVERIFY(difference(control->grab().toImage(), expected) <= rounding);
+            QVERIFY(difference(control->grab().toImage(), expected) <= rounding);
         }
     }
 }

@@ -1,0 +1,99 @@
+#include "ui/keptpictures.h"
+
+#include <QPainter>
+#include <QStyleOptionComboBox>
+#include <QStyleOptionFrame>
+#include <QStyleOptionSlider>
+
+#include <memory>
+
+namespace quillon {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+void append(QString &key, quint32 part)
+{
+    key += QChar(static_cast<char16_t>(part));
+    key += QChar(static_cast<char16_t>(part >> 16U));
+}
+
+// Colours by what they are: a palette that was set anew with the same ones has another key.
+void appendColours(QString &key, const QPalette &palette)
+{
+    for (int role = 0; role < QPalette::NColorRoles; ++role) {
+        const QBrush &brush = palette.brush(static_cast<QPalette::ColorRole>(role));
+        append(key, brush.color().rgba());
+        if (brush.style() != Qt::SolidPattern) {
+            append(key, static_cast<quint32>(palette.cacheKey() >> 32));
+            append(key, static_cast<quint32>(palette.cacheKey()));
+        }
+    }
+}
+
+} // namespace
+
+// Draws what looks the same wherever `parts`, its size, its state and its colours are the same.
+void KeptPictures::drawKept(QPainter &painter, const QStyleOption &option, QString key,
+    std::initializer_list<int> parts, const Draw &draw)
+{
+    const qreal ratio = painter.device()->devicePixelRatioF();
+    for (const int part : parts) {
+        append(key, static_cast<quint32>(part));
+    }
+    for (const int part : {option.rect.width(), option.rect.height(), static_cast<int>(option.direction),
+             static_cast<int>(option.state), qRound(ratio * 1000)}) {
+        append(key, static_cast<quint32>(part));
+    }
+    appendColours(key, option.palette);
+    const QPixmap *picture = m_pictures.object(key);
+    if (!picture) {
+        auto drawn = std::make_unique<QPixmap>(option.rect.size() * ratio);
+        drawn->setDevicePixelRatio(ratio);
+        drawn->fill(Qt::transparent);
+        QPainter painterOfPicture(drawn.get());
+        painterOfPicture.translate(-option.rect.topLeft());
+        draw(painterOfPicture);
+        painterOfPicture.end();
+        const qsizetype bytes = qsizetype {drawn->width()} * drawn->height() * 4;
+        if (bytes > maximalBytes / 4) {
+            painter.drawPixmap(option.rect.topLeft(), *drawn);
+            return;
+        }
+        picture = drawn.get();
+        m_pictures.insert(key, drawn.release(), bytes);
+    }
+    painter.drawPixmap(option.rect.topLeft(), *picture);
+}
+
+void KeptPictures::drawScrollBar(
+    QPainter &painter, const QStyleOptionSlider &option, QRect slider, const Draw &draw)
+{
+    // Of its range and value, where the slider is in pixels.
+    const QPoint start = slider.topLeft() - option.rect.topLeft();
+    drawKept(painter, option, u"scroll bar"_s,
+        {static_cast<int>(option.orientation), start.x(), start.y(), slider.width(), slider.height(),
+            int {option.minimum == option.maximum}, int {option.sliderPosition == option.minimum},
+            int {option.sliderPosition == option.maximum}, int {option.upsideDown},
+            static_cast<int>(option.subControls), static_cast<int>(option.activeSubControls)},
+        draw);
+}
+
+void KeptPictures::drawCombo(QPainter &painter, const QStyleOptionComboBox &option, const Draw &draw)
+{
+    drawKept(painter, option, u"combo"_s,
+        {int {option.editable}, int {option.frame}, static_cast<int>(option.subControls),
+            static_cast<int>(option.activeSubControls)},
+        draw);
+}
+
+void KeptPictures::drawFieldPanel(QPainter &painter, const QStyleOptionFrame &option, const Draw &draw)
+{
+    drawKept(painter, option, u"field"_s,
+        {option.lineWidth, option.midLineWidth, static_cast<int>(option.features.toInt()),
+            static_cast<int>(option.frameShape)},
+        draw);
+}
+
+} // namespace quillon

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QCache>
+#include <QPixmap>
+#include <QString>
+
+#include <functional>
+#include <initializer_list>
+
+class QPainter;
+class QRect;
+class QStyleOption;
+class QStyleOptionComboBox;
+class QStyleOptionFrame;
+class QStyleOptionSlider;
+
+namespace quillon {
+
+/// Pictures of controls, kept by everything that they are drawn by. A style's gradients and smoothed corners
+/// cost more than a row of the grid, and every reception that comes asks for those of the whole form.
+class KeptPictures
+{
+public:
+    using Draw = std::function<void(QPainter &)>;
+
+    /// Each draws the control by `draw`, or from the picture that was kept of one that looks the same: a
+    /// scroll bar with its slider in the same place, a combo without its text, the panel of a text field.
+    void drawScrollBar(QPainter &painter, const QStyleOptionSlider &option, QRect slider, const Draw &draw);
+    void drawCombo(QPainter &painter, const QStyleOptionComboBox &option, const Draw &draw);
+    void drawFieldPanel(QPainter &painter, const QStyleOptionFrame &option, const Draw &draw);
+
+private:
+    static constexpr qsizetype maximalBytes = 4'000'000;
+
+    void drawKept(QPainter &painter, const QStyleOption &option, QString key,
+        std::initializer_list<int> parts, const Draw &draw);
+
+    QCache<QString, QPixmap> m_pictures {maximalBytes};
+};
+
+} // namespace quillon
