@@ -35,7 +35,24 @@ constexpr quint8 firstRow = 0xE0;
 
 KnownStations::KnownStations(const Logbook &log)
 {
-    for (const LogEntry &entry : log) {
+    addFrom(log, 0);
+}
+
+void KnownStations::follow(const Logbook &log, std::span<const qint32> changed)
+{
+    const bool onlyAdded = log.count() >= m_counted
+        && std::ranges::all_of(changed, [this](qint32 entry) { return entry >= m_counted; });
+    if (onlyAdded) {
+        addFrom(log, m_counted);
+    } else {
+        *this = KnownStations(log);
+    }
+}
+
+void KnownStations::addFrom(const Logbook &log, qint32 first)
+{
+    for (m_counted = first; m_counted < log.count(); ++m_counted) {
+        const LogEntry &entry = log.entry(m_counted);
         if (!isDeleted(entry)) {
             add(entry.freq, entry.piCode, entry.country);
         }

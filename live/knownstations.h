@@ -9,6 +9,7 @@
 
 #include <array>
 #include <optional>
+#include <span>
 
 namespace quillon {
 
@@ -32,6 +33,9 @@ public:
     KnownStations() = default;
     /// The entries of the log that are not deleted.
     explicit KnownStations(const Logbook &log);
+    /// The log has changed: these entries came, went or are others now. What was only added is added; the
+    /// rest takes a look at the whole log.
+    void follow(const Logbook &log, std::span<const qint32> changed);
 
     /// One more reception. Frequency and PI Code are texts of the log; what is no number or no PI code is
     /// left out.
@@ -48,7 +52,9 @@ public:
 
 private:
     [[nodiscard]] static quint64 pair(qint64 hertz, quint16 pi);
+    void addFrom(const Logbook &log, qint32 first);
 
+    qint32 m_counted = 0; ///< so many entries of the log are known
     QSet<quint16> m_codes;
     QSet<quint64> m_pairs;
     QSet<QString> m_countries;

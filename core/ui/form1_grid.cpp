@@ -64,7 +64,7 @@ void Form1::documentChanged(const DocumentChange &what)
         m_rows.entriesChanged({});
     }
     listsChanged();
-    m_receiver->logChanged();
+    m_receiver->logChanged(what.entries);
     m_probably->logChanged();
     if (auto *statistics = findChild<logStats *>(QString(), Qt::FindDirectChildrenOnly)) {
         guarded(this, [statistics] { statistics->logChanged(); });

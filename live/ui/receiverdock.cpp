@@ -85,11 +85,11 @@ void ReceiverDock::start()
 }
 
 // Only a receiver that listens needs to know what the log has.
-void ReceiverDock::logChanged()
+void ReceiverDock::logChanged(std::span<const qint32> entries)
 {
     m_receiver.findLogged(*m_log);
     if (m_receiver.state() != ReceiverState::NotConnected) {
-        m_receiver.setKnown(KnownStations(*m_log));
+        m_receiver.known().follow(*m_log, entries);
     }
 }
 

@@ -13,6 +13,7 @@
 
 #include <functional>
 #include <memory>
+#include <span>
 
 class QAction;
 class QMenu;
@@ -47,8 +48,8 @@ public:
     /// Connects to the last source, and shows the dock, when that is ticked. To be called once the log is
     /// loaded.
     void start();
-    /// The log has changed: what is new is asked of it anew.
-    void logChanged();
+    /// These entries of the log came, went or are others now: what is new is asked of it anew.
+    void logChanged(std::span<const qint32> entries);
     /// Log It: logs the station that is heard now, after a question when it is in doubt or was logged within
     /// the hour.
     void logHeard();

@@ -1,3 +1,4 @@
+#include "core/logchange.h"
 #include "live/autolog.h"
 #include "live/heardtable.h"
 #include "live/listening.h"
@@ -6,6 +7,9 @@
 #include "rds-signal/groupmaker.h"
 
 #include <QTest>
+
+#include <tuple>
+#include <vector>
 
 using namespace quillon;
 using namespace quillon::rdssignal;
@@ -93,6 +97,38 @@ private Q_SLOTS:
         QVERIFY(listening.station());
         QTEST(listening.station()->certain, "certain");
         QCOMPARE(shownPi(*listening.station()), listening.station()->certain ? u"D3C2"_s : u"D3C2?"_s);
+    }
+
+    void whatIsKnownFollowsTheLog()
+    {
+        const auto numbers = [](std::initializer_list<qint32> entries) { return std::vector(entries); };
+        const auto knows = [](const KnownStations &known) {
+            return std::tuple(known.knows(98'500'000, code), known.knows(87'600'000, 0xE201),
+                known.knows(99'000'000, 0xE202), known.marks(0, 0xE999, std::nullopt).country);
+        };
+        Logbook log = smallLog();
+        KnownStations known(log);
+        QCOMPARE(knows(known), std::tuple(true, true, false, false));
+        // What is only told and never logged stays known while receptions are only added.
+        known.add(u"100.0", u"1234", u"");
+        log.AddEntry(logged(u"99.0"_s, u"E202"_s, u"Spain"_s));
+        log.AddEntry(logged(u"99.1"_s, u"delete"_s, u"Spain"_s));
+        known.follow(log, numbers({4, 5}));
+        QCOMPARE(knows(known), std::tuple(true, true, true, false));
+        QVERIFY(known.knows(0x1234));
+        known.follow(log, {});
+        QVERIFY(known.knows(0x1234));
+        // Others are looked at anew.
+        LogChange change;
+        change.fields.push_back({0, LogField::PiCode, u"D3C2"_s, u"D3C3"_s});
+        log.apply(change);
+        known.follow(log, numbers({0}));
+        QCOMPARE(knows(known), std::tuple(false, true, true, false));
+        QVERIFY(!known.knows(0x1234));
+        Logbook shorter = smallLog();
+        known.follow(shorter, numbers({4, 5}));
+        QCOMPARE(knows(known), std::tuple(true, true, false, false));
+        QVERIFY(!KnownStations(Logbook()).knows(code));
     }
 
     void aBlockAWithErrorsDoesNotCount()

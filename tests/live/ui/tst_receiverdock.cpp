@@ -498,7 +498,7 @@ private Q_SLOTS:
         QTRY_COMPARE(notifications, QStringList {u"99.5 MHz E203 RNE 3|new PI, perhaps new country"_s});
         // Once for each, and not for what the log knows.
         docked.dock.logHeard();
-        docked.dock.logChanged();
+        docked.dock.logChanged(std::vector<qint32> {docked.log.count() - 1});
         source.say(Tuned {90'000'000});
         hear(source, 99'500'000, 0xE203, u"RNE 3   "_s);
         QTRY_COMPARE(docked.text(u"receiverNew"_s), u""_s);
