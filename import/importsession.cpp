@@ -84,7 +84,7 @@ void ImportSession::compare()
 
 void ImportSession::logChanged()
 {
-    const std::vector<ImportMatch> before = std::move(m_matches);
+    const std::vector<ImportMatch> before = std::exchange(m_matches, {});
     const std::vector<ImportAction> chosen = m_actions;
     compare();
     for (std::size_t i = 0; i < before.size(); ++i) {

@@ -27,7 +27,7 @@ QString storedText(const QString &text, const CodePage &codePage, int &lost)
         return text;
     }
     const QString composed = text.normalized(QString::NormalizationForm_C);
-    const QString stored = codePage.decode(codePage.encode(composed));
+    QString stored = codePage.decode(codePage.encode(composed));
     if (stored == composed) {
         return stored;
     }

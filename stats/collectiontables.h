@@ -33,11 +33,11 @@ struct CollectionView
 [[nodiscard]] CollectionView stationsView(const CollectionSource &source);
 [[nodiscard]] CollectionView recordsView(const CollectionSource &source);
 [[nodiscard]] CollectionView calendarView(
-    const CollectionSource &source, std::shared_ptr<const std::vector<YearFigures>> years);
+    const CollectionSource &source, const std::shared_ptr<const std::vector<YearFigures>> &years);
 [[nodiscard]] CollectionView directionsView(
-    const CollectionSource &source, std::shared_ptr<const DirectionFigures> figures);
+    const CollectionSource &source, const std::shared_ptr<const DirectionFigures> &figures);
 [[nodiscard]] CollectionView openingsView(
-    const CollectionSource &source, std::shared_ptr<const std::vector<Opening>> openings);
+    const CollectionSource &source, const std::shared_ptr<const std::vector<Opening>> &openings);
 
 /// An opening as a text that can be posted: what it was, and its receptions line by line.
 [[nodiscard]] QString openingReport(const CollectionSource &source, const Opening &opening);

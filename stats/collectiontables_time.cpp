@@ -72,7 +72,7 @@ QString dayFilter(DateTime day)
 }
 
 CollectionView calendarView(
-    const CollectionSource & /*source*/, std::shared_ptr<const std::vector<YearFigures>> years)
+    const CollectionSource & /*source*/, const std::shared_ptr<const std::vector<YearFigures>> &years)
 {
     FigureTable table;
     table.columns = {{u"Year"_s, Kind::Number}, {u"Receptions"_s, Kind::Number}, {u"Days"_s, Kind::Number},
@@ -126,7 +126,8 @@ CellReceptions directionReceptions(const CollectionSource &source, std::size_t d
     return receptions;
 }
 
-CollectionView directionsView(const CollectionSource &source, std::shared_ptr<const DirectionFigures> figures)
+CollectionView directionsView(
+    const CollectionSource &source, const std::shared_ptr<const DirectionFigures> &figures)
 {
     FigureTable table;
     table.columns = {{u"From °"_s, Kind::Number}, {u"To °"_s, Kind::Number}, {u"All"_s, Kind::Number}};
@@ -161,7 +162,7 @@ CollectionView directionsView(const CollectionSource &source, std::shared_ptr<co
 }
 
 CollectionView openingsView(
-    const CollectionSource &source, std::shared_ptr<const std::vector<Opening>> openings)
+    const CollectionSource &source, const std::shared_ptr<const std::vector<Opening>> &openings)
 {
     FigureTable table;
     table.columns = {{u"Begin"_s, Kind::Moment}, {u"End"_s, Kind::Moment}, {u"Receptions"_s, Kind::Number},

@@ -163,6 +163,7 @@ private Q_SLOTS:
     {
         std::vector<DateTime> made;
         const DateTime now = at(u"22/11/2026 05:00:00"_s);
+        made.reserve(120);
         for (int day = 0; day < 120; ++day) {
             made.push_back({now.seconds - day * secondsPerDay});
         }

@@ -82,6 +82,7 @@ private Q_SLOTS:
         const AzimuthalEquidistant projection({latitude, longitude});
         QRandomGenerator random(20261101);
         std::vector<GeoPosition> places;
+        places.reserve(10000);
         for (int i = 0; i < 10000; ++i) {
             places.push_back(randomPlace(random));
         }

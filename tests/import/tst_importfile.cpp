@@ -517,6 +517,7 @@ void TestImportFile::refusedLinesComeBackMended()
     std::vector<ImportSource> sources = sourcesOf(u"a.csv"_s, fmlistLogbook().toUtf8());
     sources.push_back(sourcesOf(u"2025-11-21/98500-183000Z.txt"_s, xdrLog().toUtf8()).front());
     std::vector<ImportReading> readings;
+    readings.reserve(sources.size());
     for (const ImportSource &source : sources) {
         readings.push_back(readImportFile(source, {}, {}, surroundings(), mostImportRows));
     }

@@ -19,7 +19,7 @@ constexpr double deviation = 75'000;
 /// Bits before and after now whose waves still reach here.
 constexpr int reach = 3;
 constexpr std::size_t symbolsInReach = 6;
-static_assert(symbolsInReach == 2 * reach);
+static_assert(symbolsInReach == std::size_t {2} * reach);
 constexpr int stepsOfBit = 512;
 constexpr int steps = 2 * reach * stepsOfBit;
 
