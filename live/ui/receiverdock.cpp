@@ -176,7 +176,10 @@ void ReceiverDock::logHeard()
     // Typed, but not yet left.
     const QLineEdit &typed = *m_ui->receiverFreq;
     if (typed.isModified() && !typed.isReadOnly() && !takeFrequency()) {
-        showMessage(this, u"\"%1\" is no frequency in MHz."_s.arg(typed.text()));
+        showMessage(this,
+            typed.text().trimmed().isEmpty()
+                ? u"Type the frequency in MHz first: what is heard does not tell it."_s
+                : u"\"%1\" is no frequency in MHz."_s.arg(typed.text()));
         return;
     }
     const auto station = m_receiver.listening().station();

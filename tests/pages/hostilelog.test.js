@@ -18,6 +18,9 @@ let strangers; // a server for each try: those that somebody connects to are not
 const connected = [];
 const away = (i) => `http://127.0.0.1:${strangers[i].address().port}`;
 
+// What a spreadsheet would take for a formula, and what looks like one and is a number.
+const formulas = ['=HYPERLINK("http://away.example","x")', '+1+1', '@SUM(1,2)', '-2+3', '-2', '  =1', '"=1"'];
+
 // One reception a month, so that what a try hides is hidden on a page of its own; the first month has one more, because
 // the pages leave out a month of which the log's first reception is the only one.
 function hostileLog(texts) {
@@ -36,7 +39,7 @@ before(async () => {
     });
     server.listen(0, '127.0.0.1', () => resolve(server));
   })));
-  const texts = tries(count, away);
+  const texts = [...tries(count, away), ...formulas];
   directory = mkdtempSync(join(tmpdir(), 'quillon-hostile-'));
   for (const name of supplied) copyFileSync(sourcePath(`data/${name}`), join(directory, name));
   writeFileSync(join(directory, 'RDSLog.log'), hostileLog(texts), 'latin1');
@@ -89,7 +92,7 @@ const pages = () => readdirSync(join(directory, 'html')).filter((name) => name.e
 
 test(`the ${count} pages of a hostile log: no script runs, nothing is reached, nothing leads away`, async () => {
   const months = pages().filter((name) => name.startsWith('quillon_log_'));
-  assert.equal(months.length, count);
+  assert.equal(months.length, count + formulas.length);
   assert.deepEqual(await read(months.map((name) => `file://${join(directory, 'html', name)}`)), nothing);
 });
 
@@ -124,4 +127,9 @@ test('the watch sees what these tests look for', async () => {
 test('a spreadsheet takes no cell for a formula', () => {
   const csv = readFileSync(join(directory, 'shown.csv'), 'utf8');
   assert.doesNotMatch(csv, /(^|,)"?[=+@]/m);
+  assert.doesNotMatch(csv, /(^|,)"?-(?!\d+(\.\d+)?"?(,|$))/m);
+  for (const formula of formulas.slice(0, 4)) {
+    const quoted = /[",]/.test(formula) ? `"'${formula.replaceAll('"', '""')}"` : `'${formula}`;
+    assert.ok(csv.includes(`,${quoted},`), quoted);
+  }
 });

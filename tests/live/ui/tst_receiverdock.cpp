@@ -181,6 +181,12 @@ private Q_SLOTS:
         answers.press(QMessageBox::Ok);
         docked.dock.logHeard();
         QCOMPARE(answers.takeTexts(), (QStringList {u"\"99..0\" is no frequency in MHz."_s}));
+        field->selectAll();
+        QTest::keyClick(field, Qt::Key_Delete);
+        answers.press(QMessageBox::Ok);
+        docked.dock.logHeard();
+        QCOMPARE(answers.takeTexts(),
+            (QStringList {u"Type the frequency in MHz first: what is heard does not tell it."_s}));
         QCOMPARE(docked.receptions.size(), 0);
     }
 
