@@ -25,7 +25,7 @@ constexpr qint64 mostBytes = 4'000'000;
 qint64 heapInUse()
 {
     const auto heap = ::mallinfo2();
-    return static_cast<qint64>(heap.uordblks + heap.hblkhd);
+    return static_cast<qint64>(heap.uordblks) + static_cast<qint64>(heap.hblkhd);
 }
 
 /// The processor time of this thread: how busy the computer is with other things does not count.

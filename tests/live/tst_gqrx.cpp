@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <span>
 
 using namespace quillon;
 using namespace quillon::rdssignal;
@@ -32,8 +33,8 @@ void writeSignal(const QString &path)
         IqMaker maker({98'500'000, pi, ps, {}, {}, 12, 0}, rate, {0.002, 0.2, 4, 0, 7});
         std::vector<std::complex<float>> samples(std::size_t {12} * rate);
         std::ranges::generate(samples, [&] { return maker.next(); });
-        file.write(
-            reinterpret_cast<const char *>(samples.data()), qint64(samples.size() * sizeof samples[0]));
+        const auto bytes = std::as_bytes(std::span(samples));
+        file.write(reinterpret_cast<const char *>(bytes.data()), static_cast<qint64>(bytes.size()));
     }
 }
 

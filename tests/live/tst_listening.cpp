@@ -299,9 +299,8 @@ private Q_SLOTS:
     void aStrongerStationTakesTheFrequencyOver()
     {
         Listening listening(m_none);
-        qint64 when = sendName(listening, code, u"RADIO 21", 40, start);
-        const qint64 change = when;
-        when = sendName(listening, 0xF201, u"FRANCE  ", 20, when);
+        const qint64 change = sendName(listening, code, u"RADIO 21", 40, start);
+        sendName(listening, 0xF201, u"FRANCE  ", 20, change);
         QCOMPARE(listening.station()->pi, quint16(0xF201));
         QCOMPARE(listening.station()->ps, u"FRANCE  "_s);
         QVERIFY(listening.station()->certain);
