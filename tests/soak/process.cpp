@@ -71,7 +71,7 @@ QByteArray Process::told(int milliseconds)
     }
     m_rest.append(buffer, size);
     const auto whole = m_rest.lastIndexOf('\n') + 1;
-    const QByteArray lines = m_rest.first(whole);
+    QByteArray lines = m_rest.first(whole);
     m_rest.remove(0, whole);
     return lines;
 }
