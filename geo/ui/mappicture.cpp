@@ -26,9 +26,9 @@ namespace {
 class LegendPainter
 {
 public:
-    LegendPainter(const MapPicture &picture, QFont font, QSizeF size)
+    LegendPainter(const MapPicture &picture, const QFont &font, QSizeF size)
         : m_picture(picture)
-        , m_font(std::move(font))
+        , m_font(font)
         , m_line(QFontMetricsF(m_font).height() + 2)
     {
         double width = 0;

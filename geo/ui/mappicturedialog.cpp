@@ -73,7 +73,7 @@ QString saveMapPicture(QWidget *parent, const MapPicture &picture, QSize offered
     if (where.exec() != QDialog::Accepted) {
         return {};
     }
-    const QString path = where.selectedFiles().value(0);
+    QString path = where.selectedFiles().value(0);
     writeFile(path, pictureBytes(picture, dialog.size(), path));
     return path;
 }

@@ -96,9 +96,12 @@ private:
     [[nodiscard]] bool flood(int client)
     {
         QByteArray request;
-        while (m_welcome && !m_stop && !request.endsWith("\r\n\r\n")) {
+        while (m_welcome && !request.endsWith("\r\n\r\n")) {
             char byte = 0;
-            if (isReady(client, POLLIN) && ::recv(client, &byte, 1, 0) == 1) {
+            if (m_stop || (isReady(client, POLLIN) && ::recv(client, &byte, 1, 0) != 1)) {
+                return false;
+            }
+            if (byte != 0) {
                 request += byte;
             }
         }
