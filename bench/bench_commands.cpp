@@ -4,13 +4,12 @@
 #include "core/logbooklines.h"
 #include "platform/files.h"
 #include "support.h"
-#include "support/opened.h"
 #include "supportchanges.h"
 #include "supportimport.h"
+#include "supportprogram.h"
 #include "supportreference.h"
 #include "supporttable.h"
 #include "supportwindow.h"
-#include "ui/looks.h"
 #include "ui/resultlist.h"
 
 #include <QApplication>
@@ -239,16 +238,6 @@ void measureWholeLog(Table &table, Window &window, const QString &directory)
     table.row("sort by a heading", repeated([] {}, [&] { Q_EMIT window.grid().headerClicked(++column); }), 8);
 }
 
-QByteArray firstLines(int count)
-{
-    const QByteArray log = logbookBytes(bench::fullLog(), CodePage(1252));
-    qsizetype end = 0;
-    for (int line = 0; line < count; ++line) {
-        end = log.indexOf('\n', end) + 1;
-    }
-    return log.first(end);
-}
-
 // What the menu commands of the imports work on, and a window of its own for each run.
 class Imports
 {
@@ -320,13 +309,8 @@ void measureSpyFolder(Table &table, Answering &answering)
 
 int main(int argc, char *argv[])
 {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication application(argc, argv);
-    QApplication::setQuitOnLastWindowClosed(false);
-    installLooks();
+    const Program program(argc, argv);
     Answering answering;
-    // What is handed to the desktop is opened by nothing.
-    const test::Opened opened;
     const QTemporaryDir full;
     const QTemporaryDir room;
     const QTemporaryDir empty;
@@ -355,7 +339,8 @@ int main(int argc, char *argv[])
     measureStart(table, full.path(), empty.path());
     measureRdsdx(table, answering, "RDSDX log of 10,000 lines into an empty log", {}, 5);
     // What is there already is looked for, and what is new.
-    measureRdsdx(table, answering, "RDSDX log of 10,000 lines into one of 20,000", firstLines(20'000), 9);
+    measureRdsdx(table, answering, "RDSDX log of 10,000 lines into one of 20,000",
+        firstLines(logbookBytes(bench::fullLog(), CodePage(1252)), 20'000), 9);
     measureSpyFolder(table, answering);
     return table.missed() ? 1 : 0;
 }

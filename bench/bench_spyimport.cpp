@@ -5,6 +5,7 @@
 #include "import/ui/importrdsspy.h"
 #include "platform/files.h"
 #include "support.h"
+#include "supportimport.h"
 #include "supportwindow.h"
 
 #include <QComboBox>
@@ -68,20 +69,6 @@ private:
     QSet<int> m_values;
 };
 
-void writeReceptions(const QString &folder, int day, int count)
-{
-    for (int i = 0; i < count; ++i) {
-        const auto two = [](int number) { return u"%1"_s.arg(number, 2, 10, QChar(u'0')); };
-        QFile file(filePath(folder,
-            u"2010-06-%1 %2-%3-%4 D3C3 RADIO %5.txt"_s
-                .arg(two(day), two(i / 3600), two(i / 60 % 60), two(i % 60))
-                .arg(i)));
-        if (!file.open(QIODevice::WriteOnly)) {
-            qFatal("cannot write %s", qPrintable(file.fileName()));
-        }
-    }
-}
-
 QByteArray logBytes()
 {
     const Logbook full = fullLog();
@@ -144,7 +131,7 @@ int main(int argc, char *argv[])
         home.filePath(u"LOGBOOK.INI"_s), QByteArray("RDSSPY_LOGS=" + QFile::encodeName(spy.path()) + "\r\n"));
     const std::vector<int> counts {250, 500, 1'000};
     for (std::size_t i = 0; i < counts.size(); ++i) {
-        writeReceptions(spy.path(), static_cast<int>(i) + 1, counts[i]);
+        writeSpyReceptions(spy.path(), static_cast<int>(i) + 1, counts[i]);
     }
     Answering answering;
     Window window(home.path());

@@ -5,7 +5,9 @@
 #include "supportwindow.h"
 
 #include <QDesktopServices>
+#include <QDialogButtonBox>
 #include <QElapsedTimer>
+#include <QFileDialog>
 #include <QInputDialog>
 #include <QMessageBox>
 #include <QStringList>
@@ -19,8 +21,9 @@
 
 namespace quillon::bench {
 
-/// Answers every box that waits: types the next text into an input box, presses Yes or OK. From `beStrict` on
-/// a run-time error ends the run: what was to be measured did not happen.
+/// Answers every box that waits: types the next text into an input box, takes the file that was chosen,
+/// presses Yes or OK. From `beStrict` on a run-time error ends the run: what was to be measured did not
+/// happen.
 class EveningAnswers : public QObject
 {
 public:
@@ -33,6 +36,10 @@ public:
     void beStrict() { m_strict = true; }
     /// The texts of the next input boxes; a box beyond them gets what it offers.
     void type(const QStringList &texts) { m_texts = texts; }
+    /// The file that is taken where one is asked for; it may be there already.
+    void choose(const QString &path) { m_path = path; }
+    /// The question that is answered with No.
+    void decline(const QString &question) { m_declined = question; }
 
 private:
     void look()
@@ -47,13 +54,25 @@ private:
             if (m_strict && message->icon() == QMessageBox::Critical) {
                 qFatal("%s", qPrintable(message->text()));
             }
-            QAbstractButton *yes = message->button(QMessageBox::Yes);
+            QAbstractButton *yes =
+                message->button(message->text() == m_declined ? QMessageBox::No : QMessageBox::Yes);
             (yes ? yes : message->button(QMessageBox::Ok))->click();
+        } else if (auto *file = qobject_cast<QFileDialog *>(box); file && !m_isTaken) {
+            file->findChild<QLineEdit *>(u"fileNameEdit"_s)->setText(m_path);
+            // Whether it is to be replaced is asked meanwhile.
+            m_isTaken = true;
+            QTimer::singleShot(0, file, [this, file] {
+                file->findChild<QDialogButtonBox *>()->buttons().first()->click();
+                m_isTaken = false;
+            });
         }
     }
 
     QTimer m_timer;
     QStringList m_texts;
+    QString m_path;
+    QString m_declined;
+    bool m_isTaken = false;
     bool m_strict = false;
 };
 

@@ -39,27 +39,39 @@ QByteArray eveningStations()
     return list;
 }
 
-Logbook eveningLog()
+void markAllSent(Logbook &log)
 {
-    Logbook log = fullLog();
     LogChange sent;
     for (qint32 number = 0; number < log.count(); ++number) {
         sent.setField(number, log.entry(number), LogField::FMList, u"fml=sent#"_s);
     }
     log.apply(sent);
+}
+
+void makeEvening(Logbook &log, qint32 first, int day, std::initializer_list<int> numbers)
+{
+    const qint64 midnight = log.entry(first).dateTime.seconds / secondsPerDay * secondsPerDay;
+    qint32 index = first;
+    for (const int number : numbers) {
+        const LogEntry &before = log.entry(index);
+        LogEntry entry = before;
+        entry.dateTime = {midnight + 3600 * qint64(12 + number)};
+        entry.piCode = piOf(day, number);
+        entry.freq = u"98.5"_s;
+        entry.rdsName = u"EVENING"_s;
+        entry.uid.clear();
+        entry.fmlist.clear();
+        log.apply(LogChange::between(index++, before, entry));
+    }
+}
+
+Logbook eveningLog()
+{
+    static_assert(dayEntries == 4);
+    Logbook log = fullLog();
+    markAllSent(log);
     for (int day = 0; day < evenings; ++day) {
-        const qint64 midnight = log.entry(entryOf(day, 0)).dateTime.seconds / secondsPerDay * secondsPerDay;
-        for (int number = 0; number < dayEntries; ++number) {
-            const qint32 index = entryOf(day, number);
-            LogEntry entry = log.entry(index);
-            entry.dateTime = {midnight + 3600 * qint64(12 + number)};
-            entry.piCode = piOf(day, number);
-            entry.freq = u"98.5"_s;
-            entry.rdsName = u"EVENING"_s;
-            entry.uid.clear();
-            entry.fmlist.clear();
-            log.apply(LogChange::between(index, log.entry(index), entry));
-        }
+        makeEvening(log, entryOf(day, 0), day, {0, 1, 2, 3});
     }
     return log;
 }

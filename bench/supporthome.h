@@ -5,6 +5,8 @@
 #include <QByteArray>
 #include <QString>
 
+#include <initializer_list>
+
 // What an evening at full size begins with: a log, stations that the service knows, and a home on the disk.
 
 namespace quillon::bench {
@@ -23,6 +25,13 @@ inline constexpr int dayMatches = 3;
 
 /// The station list of the service.
 [[nodiscard]] QByteArray eveningStations();
+
+/// Marks every reception as sent.
+void markAllSent(Logbook &log);
+
+/// Makes the receptions from `first` on those of these numbers of an evening, which nobody has searched yet;
+/// all of them on the day of the first.
+void makeEvening(Logbook &log, qint32 first, int day, std::initializer_list<int> numbers);
 
 /// The full log, all of it sent but for the entries of the days, which nobody has searched yet.
 [[nodiscard]] Logbook eveningLog();

@@ -13,17 +13,31 @@ QString number(int value, int width)
     return u"%1"_s.arg(value, width, 10, QChar(u'0'));
 }
 
+// All that such a file tells is its name.
+void writeNothing(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly)) {
+        qFatal("cannot write %s", qPrintable(path));
+    }
+}
+
 } // namespace
 
 void writeSpyFolder(const QString &folder)
 {
     for (int i = 0; i < spyFileCount; ++i) {
-        const QString name = u"/2010-06-"_s + number(i % 28 + 1, 2) + u' ' + number(i % 24, 2) + u'-'
-            + number(i % 60, 2) + u"-00 D3C3 RADIO "_s + number(i, 5) + u".txt"_s;
-        QFile file(folder + name);
-        if (!file.open(QIODevice::WriteOnly)) {
-            qFatal("cannot write %s", qPrintable(file.fileName()));
-        }
+        writeNothing(folder + u"/2010-06-"_s + number(i % 28 + 1, 2) + u' ' + number(i % 24, 2) + u'-'
+            + number(i % 60, 2) + u"-00 D3C3 RADIO "_s + number(i, 5) + u".txt"_s);
+    }
+}
+
+void writeSpyReceptions(const QString &folder, int day, int count)
+{
+    for (int i = 0; i < count; ++i) {
+        writeNothing(folder + u"/2010-06-"_s + number(day, 2) + u' ' + number(i / 3600, 2) + u'-'
+            + number(i / 60 % 60, 2) + u'-' + number(i % 60, 2) + u" D3C3 RADIO "_s + QString::number(i)
+            + u".txt"_s);
     }
 }
 
@@ -51,6 +65,15 @@ QByteArray webServerFile()
                      .toUtf8();
     }
     return bytes;
+}
+
+QByteArray firstLines(const QByteArray &text, qsizetype count)
+{
+    qsizetype end = 0;
+    for (qsizetype line = 0; line < count; ++line) {
+        end = text.indexOf('\n', end) + 1;
+    }
+    return text.first(end);
 }
 
 } // namespace quillon::bench

@@ -17,6 +17,9 @@ inline constexpr int rdsdxLineCount = 10'000;
 /// Makes spyFileCount files in the folder.
 void writeSpyFolder(const QString &folder);
 
+/// Makes files of so many receptions on a day of June 2010.
+void writeSpyReceptions(const QString &folder, int day, int count);
+
 /// An RDSDX log of rdsdxLineCount receptions of a day.
 [[nodiscard]] QByteArray rdsdxLog();
 
@@ -25,5 +28,8 @@ inline constexpr std::size_t webServerLines = 32'000;
 
 /// The CSV of a web server's logger in local time.
 [[nodiscard]] QByteArray webServerFile();
+
+/// So many lines of a text that has them.
+[[nodiscard]] QByteArray firstLines(const QByteArray &text, qsizetype count);
 
 } // namespace quillon::bench

@@ -95,8 +95,12 @@ private:
 class Window
 {
 public:
-    explicit Window(const QString &directory)
-        : m_form({directory, {}, {CodePage(1252), NumberFormat(), MonthNames::of(QLocale::c())}})
+    /// Daily backups are made when there is a folder for them.
+    explicit Window(const QString &directory, const QString &backupFolder = {})
+        : m_form({.applicationDir = directory,
+            .suppliedDir = {},
+            .regional = {CodePage(1252), NumberFormat(), MonthNames::of(QLocale::c())},
+            .backupFolder = backupFolder})
     {
         m_form.Form_Load();
         m_form.show();
