@@ -1,3 +1,4 @@
+#include "core/distincttexts.h"
 #include "core/foldedtext.h"
 #include "core/logfilter.h"
 #include "core/propagation.h"
@@ -5,8 +6,6 @@
 #include <QSet>
 
 #include <algorithm>
-#include <array>
-#include <cstdint>
 #include <functional>
 #include <tuple>
 
@@ -30,27 +29,6 @@ QStringList inOrder(const QSet<QString> &texts, const std::function<qsizetype(co
     }
     return sorted;
 }
-
-// Different texts out of many. Equal ones mostly share their letters, and what was seen lately is known by
-// where its letters are.
-class Texts
-{
-public:
-    void insert(const QString &text)
-    {
-        const QChar *letters = text.constData();
-        const QChar *&seen = m_seen[(reinterpret_cast<std::uintptr_t>(letters) >> 4U) % m_seen.size()];
-        if (seen != letters && !text.isEmpty()) {
-            m_all.insert(text);
-            seen = letters;
-        }
-    }
-    [[nodiscard]] const QSet<QString> &all() const { return m_all; }
-
-private:
-    std::array<const QChar *, 256> m_seen {};
-    QSet<QString> m_all;
-};
 
 // The years of many moments; neighbours in a log are mostly of the same one.
 class Years
@@ -82,8 +60,8 @@ qsizetype placeOfMode(const QString &mode)
 
 FilterLists filterLists(const Logbook &log)
 {
-    Texts modes;
-    Texts countries;
+    DistinctTexts modes;
+    DistinctTexts countries;
     Years years;
     for (const LogEntry &entry : log) {
         if (isDeleted(entry)) {

@@ -1,5 +1,6 @@
 #include "live/knownstations.h"
 
+#include "core/distincttexts.h"
 #include "live/frequency.h"
 #include "txdb/countrynames.h"
 
@@ -51,11 +52,16 @@ void KnownStations::follow(const Logbook &log, std::span<const qint32> changed)
 
 void KnownStations::addFrom(const Logbook &log, qint32 first)
 {
+    DistinctTexts countries;
     for (m_counted = first; m_counted < log.count(); ++m_counted) {
         const LogEntry &entry = log.entry(m_counted);
         if (!isDeleted(entry)) {
-            add(entry.freq, entry.piCode, entry.country);
+            countries.insert(entry.country);
+            add(entry.freq, entry.piCode, {});
         }
+    }
+    for (const QString &country : countries.all()) {
+        m_countries.insert(country.toCaseFolded());
     }
 }
 
