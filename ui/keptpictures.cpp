@@ -5,8 +5,6 @@
 #include <QStyleOptionFrame>
 #include <QStyleOptionSlider>
 
-#include <memory>
-
 namespace quillon {
 
 using namespace Qt::StringLiterals;
@@ -47,24 +45,20 @@ void KeptPictures::drawKept(QPainter &painter, const QStyleOption &option, QStri
         append(key, static_cast<quint32>(part));
     }
     appendColours(key, option.palette);
-    const QPixmap *picture = m_pictures.object(key);
-    if (!picture) {
-        auto drawn = std::make_unique<QPixmap>(option.rect.size() * ratio);
-        drawn->setDevicePixelRatio(ratio);
-        drawn->fill(Qt::transparent);
-        QPainter painterOfPicture(drawn.get());
+    QPixmap picture;
+    if (const QPixmap *kept = m_pictures.object(key)) {
+        picture = *kept;
+    } else {
+        picture = QPixmap(option.rect.size() * ratio);
+        picture.setDevicePixelRatio(ratio);
+        picture.fill(Qt::transparent);
+        QPainter painterOfPicture(&picture);
         painterOfPicture.translate(-option.rect.topLeft());
         draw(painterOfPicture);
         painterOfPicture.end();
-        const qsizetype bytes = qsizetype {drawn->width()} * drawn->height() * 4;
-        if (bytes > maximalBytes / 4) {
-            painter.drawPixmap(option.rect.topLeft(), *drawn);
-            return;
-        }
-        picture = drawn.get();
-        m_pictures.insert(key, drawn.release(), bytes);
+        m_pictures.insert(key, new QPixmap(picture), qsizetype {picture.width()} * picture.height() * 4);
     }
-    painter.drawPixmap(option.rect.topLeft(), *picture);
+    painter.drawPixmap(option.rect.topLeft(), picture);
 }
 
 void KeptPictures::drawScrollBar(

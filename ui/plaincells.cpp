@@ -54,7 +54,7 @@ PlainCells::PlainCells(QObject *parent)
 {
 }
 
-const PlainCells::Shaped &PlainCells::shaped(const QStyleOptionViewItem &option, const Key &key) const
+PlainCells::Shaped PlainCells::shaped(const QStyleOptionViewItem &option, const Key &key) const
 {
     if (m_font != option.font) {
         m_shaped.clear();
@@ -63,14 +63,14 @@ const PlainCells::Shaped &PlainCells::shaped(const QStyleOptionViewItem &option,
     if (const Shaped *kept = m_shaped.object(key)) {
         return *kept;
     }
-    auto *made = new Shaped;
-    made->text.setTextFormat(Qt::PlainText);
-    made->text.setPerformanceHint(QStaticText::AggressiveCaching);
-    made->text.setText(option.fontMetrics.elidedText(key.text, option.textElideMode, key.width));
-    made->text.prepare({}, option.font);
-    made->size = made->text.size();
-    m_shaped.insert(key, made);
-    return *made;
+    Shaped made;
+    made.text.setTextFormat(Qt::PlainText);
+    made.text.setPerformanceHint(QStaticText::AggressiveCaching);
+    made.text.setText(option.fontMetrics.elidedText(key.text, option.textElideMode, key.width));
+    made.text.prepare({}, option.font);
+    made.size = made.text.size();
+    m_shaped.insert(key, new Shaped(made));
+    return made;
 }
 
 void PlainCells::paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const
@@ -91,7 +91,7 @@ void PlainCells::paint(QPainter *painter, const QStyleOptionViewItem &option, co
     }
     const int margin = style->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, option.widget) + 1;
     const QRect room = option.rect.adjusted(margin, 0, -margin, 0);
-    const Shaped &drawn = shaped(option, {text, room.width()});
+    const Shaped drawn = shaped(option, {text, room.width()});
     const Qt::Alignment alignment(index.data(Qt::TextAlignmentRole).toInt());
     painter->setFont(option.font);
     painter->setPen(

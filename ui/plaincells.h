@@ -36,7 +36,7 @@ private:
         friend size_t qHash(const Key &key, size_t seed = 0) { return qHashMulti(seed, key.text, key.width); }
     };
 
-    [[nodiscard]] const Shaped &shaped(const QStyleOptionViewItem &option, const Key &key) const;
+    [[nodiscard]] Shaped shaped(const QStyleOptionViewItem &option, const Key &key) const;
 
     mutable QCache<Key, Shaped> m_shaped;
     mutable QFont m_font; ///< of all that is kept

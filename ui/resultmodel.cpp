@@ -85,7 +85,7 @@ QVariant ResultModel::data(const QModelIndex &index, int role) const
     }
     const QString text = cell(given(index.row()), index.column());
     if (index.column() == m_firstBeside && m_beside.marked == given(index.row())) {
-        if (const QVariant marked = markedData(text, role); marked.isValid()) {
+        if (QVariant marked = markedData(text, role); marked.isValid()) {
             return marked;
         }
     }

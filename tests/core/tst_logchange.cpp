@@ -172,8 +172,8 @@ private Q_SLOTS:
             QVERIFY(entriesOf(log) == states[i - 1]);
         }
         QCOMPARE(logbookBytes(log, CodePage()), logbookBytes(numberedLog(20), CodePage()));
-        for (std::size_t i = 0; i < changes.size(); ++i) {
-            log.apply(changes[i]);
+        for (const LogChange &change : changes) {
+            log.apply(change);
         }
         QVERIFY(entriesOf(log) == states.back());
     }

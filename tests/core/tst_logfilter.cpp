@@ -120,7 +120,7 @@ public:
             u"12-Jun-2025"_s, u"\"2025-06-12 10\""_s, u"\"1.6.2025 10:00\""_s};
         const FilterKey key = filterKeys()[static_cast<std::size_t>(m_random.bounded(logFieldCount))];
         static const QStringList signs {u":"_s, u":"_s, u":"_s, u"<"_s, u">"_s, u"=="_s};
-        const QString sign = signs[m_random.bounded(signs.size())];
+        const QString &sign = signs[m_random.bounded(signs.size())];
         const QString minus = m_random.bounded(3) ? QString() : u"-"_s;
         const QString value =
             key.field == LogField::DateTime ? dates[m_random.bounded(dates.size())] : text();
