@@ -110,7 +110,7 @@ public:
 
 bool isMarked(const QWidget &field, const QPalette &usual)
 {
-    const QPalette colours = field.palette();
+    const QPalette &colours = field.palette();
     return colours.color(QPalette::Base) != usual.color(QPalette::Base)
         && contrastOf(colours.color(QPalette::Base), colours.color(QPalette::Text)) >= readableContrast
         && contrastOf(colours.color(QPalette::Button), colours.color(QPalette::ButtonText))
