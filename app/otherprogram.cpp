@@ -68,6 +68,8 @@ void tellFolderInUse(const QString &directory)
     box.setDefaultButton(show);
     box.addButton(QMessageBox::Close);
     box.exec();
+    // The box is gone before the other one is waited for.
+    QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
     if (box.clickedButton() == show && !bringToFront(directory)) {
         QMessageBox sorry(QMessageBox::Warning, u"No Answer"_s, u"The other Quillon does not answer."_s);
         sorry.exec();
