@@ -66,10 +66,12 @@ void tellFolderInUse(const QString &directory)
     box.setTextFormat(Qt::PlainText);
     auto *show = box.addButton(u"&Show the Other"_s, QMessageBox::AcceptRole);
     box.setDefaultButton(show);
-    box.addButton(QMessageBox::Close);
+    // Enter is for the other one even before the box has been given the focus.
+    box.addButton(QMessageBox::Close)->setAutoDefault(false);
+    show->setFocus();
     box.exec();
     // The box is gone before the other one is waited for.
-    QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    QApplication::sync();
     if (box.clickedButton() == show && !bringToFront(directory)) {
         QMessageBox sorry(QMessageBox::Warning, u"No Answer"_s, u"The other Quillon does not answer."_s);
         sorry.exec();
