@@ -66,8 +66,8 @@ void tellFolderInUse(const QString &directory)
     box.setTextFormat(Qt::PlainText);
     auto *show = box.addButton(u"&Show the Other"_s, QMessageBox::AcceptRole);
     box.setDefaultButton(show);
-    // Enter is for the other one even before the box has been given the focus.
-    box.addButton(QMessageBox::Close)->setAutoDefault(false);
+    box.addButton(QMessageBox::Close);
+    // So that Enter is for it even before the box has been given the focus.
     show->setFocus();
     box.exec();
     // The box is gone before the other one is waited for.

@@ -99,24 +99,11 @@ void measureEntries(Table &table, Window &window, const QString &directory)
 {
     Changes changes(table, window, directory);
     changes.measure(
-        u"add"_s,
-        [&window] {
-            window.click(u"Command2"_s);
-            window.write(u"Text9"_s, u"99.9"_s);
-            window.write(u"Text1"_s, u"ABCD"_s);
-            window.write(u"Text8"_s, u"BENCH"_s);
-            window.find<QComboBox>(u"Combo3"_s).setEditText(u"Germany"_s);
-        },
-        u"Command1"_s);
+        u"add"_s, [&window] { window.typeReception(); }, u"Command1"_s);
     constexpr int apart = 700;
     int row = 100;
     changes.measure(
-        u"update"_s,
-        [&] {
-            window.chooseRow(row += apart);
-            window.write(u"Text6"_s, u"5555"_s);
-        },
-        u"Command3"_s);
+        u"update"_s, [&] { window.typeOver(row += apart); }, u"Command3"_s);
     changes.measure(
         u"delete"_s, [&] { window.chooseRow(row += apart); }, u"Command15"_s);
     table.row("a row is chosen", repeated([] {}, [&] { window.chooseRow(row += 500); }), 1);

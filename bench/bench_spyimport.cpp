@@ -8,7 +8,6 @@
 #include "supportimport.h"
 #include "supportwindow.h"
 
-#include <QComboBox>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QProgressBar>
@@ -83,11 +82,7 @@ Cost medianAdd(Window &window)
 {
     std::vector<Cost> costs;
     for (int i = 0; i < repetitions; ++i) {
-        window.click(u"Command2"_s);
-        window.write(u"Text9"_s, u"99.9"_s);
-        window.write(u"Text1"_s, u"ABCD"_s);
-        window.write(u"Text8"_s, u"BENCH"_s);
-        window.find<QComboBox>(u"Combo3"_s).setEditText(u"Germany"_s);
+        window.typeReception();
         costs.push_back(costOf([&window] { window.click(u"Command1"_s); }));
     }
     const auto medianOf = [&costs](double Cost::*part) {

@@ -1,5 +1,6 @@
 #include "growthrun.h"
 #include "live/ui/receiverdock.h"
+#include "support/told.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -10,23 +11,10 @@ namespace quillon::bench {
 
 namespace {
 
-/// A receiver that hears what the benchmark wants.
-class Hearing : public ReceiverSource
-{
-public:
-    void hear(const ReceiverEvent &event) { Q_EMIT told(event, nowMilliseconds()); }
-
-protected:
-    void attempt() override { listening(); }
-    void hangUp() override { }
-};
-
 // A new reception stands in the form, of a site of the list.
-void typeReception(Window &window)
+void typeAtSite(Window &window)
 {
-    window.click(u"Command2"_s);
-    window.write(u"Text9"_s, u"99.9"_s);
-    window.write(u"Text1"_s, u"ABCD"_s);
+    window.typeReception();
     window.write(u"Text5"_s, u"Transmitter Site 11"_s);
     window.find<QComboBox>(u"Combo3"_s).setEditText(u"Spain"_s);
 }
@@ -40,10 +28,10 @@ void measureAdds(GrowthRun &run)
         window.click(u"Command2"_s);
     });
     run.measureStep(
-        u"add"_s, [&window] { typeReception(window); }, add);
+        u"add"_s, [&window] { typeAtSite(window); }, add);
     window.trigger(u"menuViewDistances"_s);
     run.measureStep(
-        u"add, its distance measured"_s, [&window] { typeReception(window); }, add);
+        u"add, its distance measured"_s, [&window] { typeAtSite(window); }, add);
     window.trigger(u"menuViewDistances"_s);
     run.measureStep(
         u"Quick Add"_s, [&run] { run.closeDialogs(); },
@@ -65,12 +53,7 @@ void measureEntries(GrowthRun &run)
     const int apart = run.entries() / 30;
     int row = 1;
     run.measureStep(
-        u"update"_s,
-        [&] {
-            window.chooseRow(row += apart);
-            window.write(u"Text6"_s, u"5555"_s);
-        },
-        [&window] { window.click(u"Command3"_s); });
+        u"update"_s, [&] { window.typeOver(row += apart); }, [&window] { window.click(u"Command3"_s); });
     run.measureStep(
         u"delete"_s, [&] { window.chooseRow(row += apart); }, [&window] { window.click(u"Command15"_s); });
     run.measure(u"a row is chosen"_s, [&] { window.chooseRow(row += apart); });
@@ -114,16 +97,10 @@ void measureReceiver(GrowthRun &run)
     run.measure(
         u"the receiver is shown"_s, [&dock] { dock.hide(); },
         [&window] { window.trigger(u"menuViewReceiver"_s); });
-    auto made = std::make_unique<Hearing>();
-    Hearing &source = *made;
-    dock.receiver().listenTo(std::move(made));
+    test::Told &source = test::listenTold(dock.receiver());
     run.measure(
         u"the receiver learns the log"_s, [&] { dock.receiver().setKnown(KnownStations(run.log())); });
-    const auto hear = [&source] {
-        source.hear(Tuned {98'500'000});
-        source.hear(PiHeard {0xD3C2});
-        source.hear(PsHeard {u"MDR JUMP"_s});
-    };
+    const auto hear = [&source] { source.hear(98'500'000, 0xD3C2, u"MDR JUMP"_s); };
     run.measure(u"the receiver hears a station"_s, hear);
     run.measureStep(u"what the receiver hears is logged"_s, hear, [&dock] { dock.logHeard(); });
     dock.receiver().disconnectFrom();

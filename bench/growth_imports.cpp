@@ -19,11 +19,9 @@ void measureSpy(GrowthRun &run)
 {
     const QString folder = filePath(run.home(), u"spy"_s);
     writeSpyReceptions(folder, 12, growthReceptions);
-    Window &window = run.window();
     const auto list = [&] {
-        run.closeDialogs();
         run.answers().type({u"12/06/2010"_s});
-        window.trigger(u"menuImportRDSSpyLog"_s);
+        run.openAnew(u"menuImportRDSSpyLog"_s);
     };
     run.measure(
         u"RDS Spy Logs, a day of 10 receptions"_s, [&run] { run.closeDialogs(); }, list);
@@ -37,13 +35,8 @@ void measureRdsdx(GrowthRun &run)
 {
     writeFile(filePath(run.home(), u"dx/20100612.txt"_s), firstLines(rdsdxLog(), 1 + growthReceptions));
     run.answers().decline(u"Perform FMList Auto Search?"_s);
-    Window &window = run.window();
     run.measureStep(
-        u"RDSDX import of 10 receptions"_s,
-        [&] {
-            run.closeDialogs();
-            window.trigger(u"menuImportRDSDXLogCnv"_s);
-        },
+        u"RDSDX import of 10 receptions"_s, [&run] { run.openAnew(u"menuImportRDSDXLogCnv"_s); },
         [&run] {
             press(run.dialog(u"rdsdxlist"_s), u"OKButton"_s);
             requireImported(run, "the RDSDX import");

@@ -16,9 +16,7 @@ namespace {
 
 void measureGraphs(GrowthRun &run)
 {
-    Window &window = run.window();
-    run.closeDialogs();
-    window.trigger(u"menuStats"_s);
+    run.openAnew(u"menuStats"_s);
     const QDialog &stats = run.dialog(u"logStats"_s);
     const auto draw = [&stats] { press(stats, u"Command3"_s); };
     for (const auto &[name, month, hours] :
@@ -36,11 +34,7 @@ void measureGraphs(GrowthRun &run)
 
 void measureTabs(GrowthRun &run)
 {
-    Window &window = run.window();
-    const auto open = [&] {
-        run.closeDialogs();
-        window.trigger(u"menuStatsCollection"_s);
-    };
+    const auto open = [&run] { run.openAnew(u"menuStatsCollection"_s); };
     const auto button = [&run](const QString &name) { press(run.dialog(u"collection"_s), name); };
     open();
     const auto &tabs = controlOf<QTabWidget>(run.dialog(u"collection"_s), u"tabs"_s);
@@ -66,13 +60,8 @@ void measureTabs(GrowthRun &run)
 
 void measureSetup(GrowthRun &run)
 {
-    Window &window = run.window();
     run.measure(
-        u"save the setup, the grid filled again"_s,
-        [&] {
-            run.closeDialogs();
-            window.trigger(u"menuSetup"_s);
-        },
+        u"save the setup, the grid filled again"_s, [&run] { run.openAnew(u"menuSetup"_s); },
         [&run] { press(run.dialog(u"Form2"_s), u"Command1"_s); });
     run.closeDialogs();
 }

@@ -107,4 +107,10 @@ void GrowthRun::closeDialogs()
     settle();
 }
 
+void GrowthRun::openAnew(const QString &command)
+{
+    closeDialogs();
+    m_window->trigger(command);
+}
+
 } // namespace quillon::bench

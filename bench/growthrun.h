@@ -47,6 +47,8 @@ public:
     /// A window that is open.
     [[nodiscard]] QDialog &dialog(const QString &name);
     void closeDialogs();
+    /// Closes the windows that are open and opens that of a command.
+    void openAnew(const QString &command);
 
 private:
     [[nodiscard]] double time(const Work &work) { return ownTime(m_service, work); }

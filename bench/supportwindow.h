@@ -6,6 +6,7 @@
 #include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
+#include <QComboBox>
 #include <QDialog>
 #include <QLineEdit>
 #include <QMessageBox>
@@ -127,6 +128,21 @@ public:
     void write(const QString &name, const QString &text) { find<QLineEdit>(name).setText(text); }
     void trigger(const QString &name) { find<QAction>(name).trigger(); }
     [[nodiscard]] Grid &grid() { return find<Grid>(u"Grid1"_s); }
+    /// A new reception stands in the form, not added yet.
+    void typeReception()
+    {
+        click(u"Command2"_s);
+        write(u"Text9"_s, u"99.9"_s);
+        write(u"Text1"_s, u"ABCD"_s);
+        write(u"Text8"_s, u"BENCH"_s);
+        find<QComboBox>(u"Combo3"_s).setEditText(u"Germany"_s);
+    }
+    /// A reception is loaded and changed, not stored yet.
+    void typeOver(int row)
+    {
+        chooseRow(row);
+        write(u"Text6"_s, u"5555"_s);
+    }
     void chooseRow(int row)
     {
         grid().setRow(row);

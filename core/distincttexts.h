@@ -9,7 +9,7 @@
 namespace quillon {
 
 /// The different texts out of many. Equal texts of a log mostly share their letters, and what was seen lately
-/// is known by where its letters are.
+/// is known by where its letters are: they have to stay there until the last text is in.
 class DistinctTexts
 {
 public:

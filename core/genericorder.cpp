@@ -1,8 +1,7 @@
 #include "core/genericorder.h"
 
+#include "core/numbering.h"
 #include "platform/numbers.h"
-
-#include <QHash>
 
 #include <algorithm>
 #include <numeric>
@@ -42,15 +41,14 @@ Ranks ranksOf(const std::vector<QString> &texts)
 {
     Ranks ranks;
     ranks.of.reserve(texts.size());
-    QHash<QString, std::size_t> numbers;
+    Numbering<QString> numbers;
     std::vector<SortKey> keys;
     for (const QString &text : texts) {
-        const auto known = numbers.constFind(text);
-        ranks.of.push_back(known != numbers.cend() ? *known : keys.size());
-        if (known == numbers.cend()) {
-            numbers.insert(text, keys.size());
+        const auto key = static_cast<std::size_t>(numbers.of(text));
+        if (key == keys.size()) {
             keys.push_back({numeric(text), &text});
         }
+        ranks.of.push_back(key);
     }
     std::vector<std::size_t> sorted(keys.size());
     std::iota(sorted.begin(), sorted.end(), std::size_t {0});

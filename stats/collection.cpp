@@ -1,7 +1,7 @@
 #include "stats/collection.h"
 
+#include "core/numbering.h"
 #include "stats/collectionrules.h"
-#include "stats/numbering.h"
 #include "txdb/derivedcells.h"
 
 #include <QHash>

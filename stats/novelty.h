@@ -1,7 +1,7 @@
 #pragma once
 
 #include "core/logbook.h"
-#include "stats/numbering.h"
+#include "core/numbering.h"
 
 #include <QString>
 #include <QStringList>

@@ -5,6 +5,8 @@
 #include <QStyleOptionFrame>
 #include <QStyleOptionSlider>
 
+#include <cmath>
+
 namespace quillon {
 
 using namespace Qt::StringLiterals;
@@ -37,11 +39,17 @@ void KeptPictures::drawKept(QPainter &painter, const QStyleOption &option, QStri
     std::initializer_list<int> parts, const Draw &draw)
 {
     const qreal ratio = painter.device()->devicePixelRatioF();
+    if (ratio != std::floor(ratio)) {
+        // A picture would lie between the pixels.
+        draw(painter);
+        return;
+    }
     for (const int part : parts) {
         append(key, static_cast<quint32>(part));
     }
     for (const int part : {option.rect.width(), option.rect.height(), static_cast<int>(option.direction),
-             static_cast<int>(option.state), qRound(ratio * 1000)}) {
+             static_cast<int>(option.state), static_cast<int>(option.palette.currentColorGroup()),
+             static_cast<int>(option.fontMetrics.fontDpi()), qRound(ratio)}) {
         append(key, static_cast<quint32>(part));
     }
     appendColours(key, option.palette);

@@ -48,6 +48,7 @@ void Form1::applyFilter()
     if (grid.row() == 0 && grid.chosenCount() == 0 && m_form->state() == EntryForm::State::Editing) {
         if (const int row = grid.rowOfEntry(m_selected); row > 0) {
             grid.setRow(row);
+            grid.showRow(row);
         }
     }
     showCounts();

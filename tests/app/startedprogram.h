@@ -84,13 +84,14 @@ private:
     QString m_name;
 };
 
-/// Whether the program shows a window with this title now; it is given the focus and the key, if any.
+/// Whether the program shows a window with this title now; it is given the focus and the keys, if any, with
+/// blanks between.
 inline bool hasWindow(const Program &program, const QString &title, const QString &key = {})
 {
     QStringList words {u"search"_s, u"--all"_s, u"--onlyvisible"_s, u"--pid"_s,
         QString::number(program.process.processId()), u"--name"_s, title};
     if (!key.isEmpty()) {
-        words += {u"windowfocus"_s, u"key"_s, key};
+        words += QStringList {u"windowfocus"_s, u"key"_s} + key.split(u' ');
     }
     QProcess search;
     search.setProcessEnvironment(program.process.processEnvironment());

@@ -69,6 +69,21 @@ private Q_SLOTS:
         ::kill(static_cast<pid_t>(first.process.processId()), SIGCONT);
     }
 
+    void theSecondCanBeClosedByKeys()
+    {
+        Program first;
+        startOn(first, u"log"_s);
+        QVERIFY(waitForWindow(first, u"^Quillon - "_s));
+        // Were it asked to come to the front, it would be told that it does not answer.
+        ::kill(static_cast<pid_t>(first.process.processId()), SIGSTOP);
+        Program second;
+        startOn(second, u"log"_s);
+        QVERIFY(typed(second, u"^Quillon$"_s, u"Tab Return"_s));
+        QVERIFY(second.ended());
+        QCOMPARE(second.process.exitCode(), 0);
+        ::kill(static_cast<pid_t>(first.process.processId()), SIGCONT);
+    }
+
     void whatAKilledProgramLeavesIsHarmless()
     {
         {
