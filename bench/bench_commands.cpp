@@ -100,7 +100,7 @@ void measureEntries(Table &table, Window &window, const QString &directory)
     Changes changes(table, window, directory);
     changes.measure(
         u"add"_s, [&window] { window.typeReception(); }, u"Command1"_s);
-    constexpr int apart = 700;
+    constexpr int apart = 400;
     int row = 100;
     changes.measure(
         u"update"_s, [&] { window.typeOver(row += apart); }, u"Command3"_s);

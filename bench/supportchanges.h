@@ -12,7 +12,7 @@
 namespace quillon::bench {
 
 /// What changes one entry is quick, and measured more often than other commands.
-inline constexpr int changeRepetitions = 15;
+inline constexpr int changeRepetitions = 32;
 
 /// The commands that change an entry, the undo of each and its redo, each beside the plain save of the log as
 /// it is then.

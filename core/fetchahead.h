@@ -16,4 +16,12 @@ void fetchAhead(const Logbook &log, qint32 number, Fields... fields)
     }
 }
 
+/// The same for all texts of an entry.
+inline void fetchAhead(const Logbook &log, qint32 number)
+{
+    fetchAhead(log, number, &LogEntry::piCode, &LogEntry::prop, &LogEntry::freq, &LogEntry::transmitter,
+        &LogEntry::country, &LogEntry::notes, &LogEntry::rdsName, &LogEntry::power, &LogEntry::dist,
+        &LogEntry::fmlist, &LogEntry::uid);
+}
+
 } // namespace quillon

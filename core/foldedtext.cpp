@@ -66,18 +66,28 @@ std::array<std::u16string, tableSize> analysedLetters()
     return letters;
 }
 
+// Those of the letters that become one; 0 for the others.
+std::array<char16_t, tableSize> singleLetters(const std::array<std::u16string, tableSize> &letters)
+{
+    std::array<char16_t, tableSize> singles {};
+    std::ranges::transform(letters, singles.begin(),
+        [](const std::u16string &letter) { return letter.size() == 1 ? letter.front() : u'\0'; });
+    return singles;
+}
+
 } // namespace
 
 void appendFolded(std::u16string &out, QStringView text)
 {
     static const std::array<std::u16string, tableSize> letters = analysedLetters();
+    static const std::array<char16_t, tableSize> singles = singleLetters(letters);
     for (qsizetype i = 0; i < text.size(); ++i) {
         const char16_t c = text[i].unicode();
         const bool breaksLine = c == u'\r' && i + 1 < text.size() && text[i + 1] == u'\n';
-        if (c >= u'a' && c <= u'z') {
-            out += c;
-        } else if (breaksLine) {
+        if (breaksLine) {
             continue; // as the line feed behind it
+        } else if (c < tableSize && singles[c] != 0) {
+            out += singles[c];
         } else if (c < tableSize) {
             out += letters[c];
         } else {

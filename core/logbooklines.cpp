@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstring>
 #include <iterator>
 #include <span>
 
@@ -14,7 +15,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qint32 blockSize = 256;
+constexpr qint32 blockSize = 64;
 // Up to so many blocks are written in their place, each moving what follows; more, and the file is put
 // together again.
 constexpr int fewBlocks = 4;
@@ -71,6 +72,23 @@ QByteArray linesOf(std::span<const LogEntry> entries, const CodePage &codePage)
         }
     }
     return bytes;
+}
+
+// Puts these bytes where others of that size are. What follows, megabytes of it, is moved once at most.
+void put(QByteArray &file, qsizetype at, qsizetype size, const QByteArray &bytes)
+{
+    const qsizetype end = at + size;
+    const auto rest = static_cast<std::size_t>(file.size() - end);
+    const qsizetype more = bytes.size() - size;
+    if (more > 0) {
+        file.resize(file.size() + more);
+    }
+    char *const all = file.data();
+    if (more != 0) {
+        std::memmove(all + end + more, all + end, rest);
+    }
+    std::ranges::copy(bytes, all + at);
+    file.chop(-more);
 }
 
 } // namespace
@@ -133,7 +151,7 @@ void LogbookLines::prepare(const Logbook &log)
         Block &block = m_blocks[number];
         if (!block.kept) {
             const QByteArray lines = linesOfBlock(number);
-            m_file.replace(at, block.size, lines);
+            put(m_file, at, block.size, lines);
             block = {true, lines.size()};
         }
         at += block.size;

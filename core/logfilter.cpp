@@ -68,9 +68,11 @@ LogFilterMatcher::LogFilterMatcher(LogFilter filter, bool inMiles)
     : m_filter(std::move(filter))
     , m_inMiles(inMiles)
 {
+    for (const FilterTerm &term : m_filter.terms) {
+        m_asked.push_back({term, QStringMatcher(term.text)});
+    }
     // The whole row is folded only for entries whose fields are right.
-    std::stable_partition(m_filter.terms.begin(), m_filter.terms.end(),
-        [](const FilterTerm &term) { return term.field.has_value(); });
+    std::ranges::stable_partition(m_asked, [](const Asked &asked) { return asked.term.field.has_value(); });
     if (m_filter.year) {
         const auto first = fromCivil({*m_filter.year, 1, 1});
         const auto last = fromCivil({*m_filter.year, 12, 31});
@@ -81,8 +83,8 @@ LogFilterMatcher::LogFilterMatcher(LogFilter filter, bool inMiles)
 bool LogFilterMatcher::operator()(const LogEntry &entry)
 {
     m_rowIsFolded = false;
-    return hasChoices(entry) && std::ranges::all_of(m_filter.terms, [&](const FilterTerm &term) {
-        return holds(term, entry) != term.excludes;
+    return hasChoices(entry) && std::ranges::all_of(m_asked, [&](const Asked &asked) {
+        return holds(asked, entry) != asked.term.excludes;
     });
 }
 
@@ -94,11 +96,12 @@ bool LogFilterMatcher::hasChoices(const LogEntry &entry) const
         && (!m_filter.fmlist || isInState(entry, *m_filter.fmlist));
 }
 
-bool LogFilterMatcher::holds(const FilterTerm &term, const LogEntry &entry)
+bool LogFilterMatcher::holds(const Asked &asked, const LogEntry &entry)
 {
+    const FilterTerm &term = asked.term;
     if (!term.field) {
         foldRow(entry);
-        return view(m_row).contains(term.text) || (term.number && numeric(entry.freq) == term.number);
+        return asked.text.indexIn(view(m_row)) >= 0 || (term.number && numeric(entry.freq) == term.number);
     }
     const LogColumn &column = logField(*term.field);
     if (!column.text) {
@@ -121,7 +124,7 @@ bool LogFilterMatcher::holds(const FilterTerm &term, const LogEntry &entry)
         appendFolded(m_cell, shownText(entry, column));
         return term.test == FilterTest::Begins ? view(m_cell).startsWith(term.text)
             : term.test == FilterTest::Is      ? view(m_cell) == term.text
-                                               : view(m_cell).contains(term.text);
+                                               : asked.text.indexIn(view(m_cell)) >= 0;
     }
 }
 

@@ -5,6 +5,7 @@
 
 #include <QString>
 #include <QStringList>
+#include <QStringMatcher>
 
 #include <optional>
 #include <string>
@@ -44,13 +45,20 @@ public:
     [[nodiscard]] bool operator()(const LogEntry &entry);
 
 private:
+    struct Asked
+    {
+        FilterTerm term;
+        QStringMatcher text; ///< of the term
+    };
+
     [[nodiscard]] bool hasChoices(const LogEntry &entry) const;
-    [[nodiscard]] bool holds(const FilterTerm &term, const LogEntry &entry);
+    [[nodiscard]] bool holds(const Asked &asked, const LogEntry &entry);
     [[nodiscard]] bool asksMoment(const FilterTerm &term, DateTime moment);
     [[nodiscard]] std::optional<double> numberOf(LogField field, const LogEntry &entry) const;
     void foldRow(const LogEntry &entry);
 
     LogFilter m_filter;
+    std::vector<Asked> m_asked; ///< the filter's terms, the quickest first
     bool m_inMiles;
     MomentSpan m_year;
     GeneralCharacters m_moments;

@@ -34,14 +34,15 @@ bool breaksCell(QChar character)
 }
 
 // A blank for each line break, tab and the like.
-QString onOneLine(QString text)
+QString onOneLine(const QString &text)
 {
     if (std::ranges::none_of(text, breaksCell)) {
         return text;
     }
-    text.replace("\r\n"_L1, " "_L1);
-    std::ranges::replace_if(text, breaksCell, QChar(u' '));
-    return text;
+    QString line = text;
+    line.replace("\r\n"_L1, " "_L1);
+    std::ranges::replace_if(line, breaksCell, QChar(u' '));
+    return line;
 }
 
 // A value as an effect names it.
@@ -142,7 +143,9 @@ QString receptionCount(qsizetype count)
 QString tabSeparated(
     const LogRows &rows, std::span<const qint32> entries, std::span<const GridColumn> columns)
 {
+    constexpr std::size_t usual = 10; // characters of a cell
     QString text;
+    text.reserve(static_cast<qsizetype>((entries.size() + 1) * columns.size() * usual));
     const auto addCell = [&](const QString &cell, bool last) {
         // Where it is pasted, a quotation mark at the beginning would begin a cell of several lines.
         const QString line = onOneLine(cell);

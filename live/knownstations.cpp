@@ -1,6 +1,7 @@
 #include "live/knownstations.h"
 
 #include "core/distincttexts.h"
+#include "core/fetchahead.h"
 #include "live/frequency.h"
 #include "txdb/countrynames.h"
 
@@ -53,11 +54,13 @@ void KnownStations::follow(const Logbook &log, std::span<const qint32> changed)
 void KnownStations::addFrom(const Logbook &log, qint32 first)
 {
     DistinctTexts countries;
+    m_pairs.reserve(log.count());
     for (m_counted = first; m_counted < log.count(); ++m_counted) {
+        fetchAhead(log, m_counted, &LogEntry::piCode, &LogEntry::freq, &LogEntry::country);
         const LogEntry &entry = log.entry(m_counted);
         if (!isDeleted(entry)) {
             countries.insert(entry.country);
-            add(entry.freq, entry.piCode, {});
+            add(entry);
         }
     }
     for (const QString &country : countries.all()) {
@@ -70,18 +73,16 @@ quint64 KnownStations::pair(qint64 hertz, quint16 pi)
     return (static_cast<quint64>(logStep(hertz)) << 16U) | pi;
 }
 
-void KnownStations::add(QStringView freq, QStringView piCode, QStringView country)
+// What is no number or no PI code is left out.
+void KnownStations::add(const LogEntry &entry)
 {
-    if (!country.isEmpty()) {
-        m_countries.insert(country.toString().toCaseFolded());
-    }
-    const auto pi = piCodeOf(piCode);
+    const auto pi = piCodeOf(entry.piCode);
     if (!pi) {
         return;
     }
-    m_codes.insert(*pi);
+    m_codes[*pi] = true;
     m_digits[*pi >> 12U] = true;
-    if (const auto hertz = hertzOf(freq)) {
+    if (const auto hertz = hertzOf(entry.freq)) {
         m_pairs.insert(pair(*hertz, *pi));
     }
 }

@@ -5,11 +5,11 @@
 
 #include <QSet>
 #include <QString>
-#include <QStringView>
 
 #include <array>
 #include <optional>
 #include <span>
+#include <vector>
 
 namespace quillon {
 
@@ -37,11 +37,7 @@ public:
     /// rest takes a look at the whole log.
     void follow(const Logbook &log, std::span<const qint32> changed);
 
-    /// One more reception. Frequency and PI Code are texts of the log; what is no number or no PI code is
-    /// left out.
-    void add(QStringView freq, QStringView piCode, QStringView country);
-
-    [[nodiscard]] bool knows(quint16 pi) const { return m_codes.contains(pi); }
+    [[nodiscard]] bool knows(quint16 pi) const { return m_codes[pi]; }
     /// `hertz` counts as the log writes it, to 10 kHz.
     [[nodiscard]] bool knows(qint64 hertz, quint16 pi) const { return m_pairs.contains(pair(hertz, pi)); }
 
@@ -53,9 +49,10 @@ public:
 private:
     [[nodiscard]] static quint64 pair(qint64 hertz, quint16 pi);
     void addFrom(const Logbook &log, qint32 first);
+    void add(const LogEntry &entry);
 
     qint32 m_counted = 0; ///< so many entries of the log are known
-    QSet<quint16> m_codes;
+    std::vector<bool> m_codes = std::vector<bool>(0x10000);
     QSet<quint64> m_pairs;
     QSet<QString> m_countries;
     std::array<bool, 16> m_digits {};

@@ -7,6 +7,7 @@
 #include "ui/tablelook.h"
 
 #include <QHeaderView>
+#include <QItemSelectionModel>
 #include <QKeyEvent>
 #include <QScopedValueRollback>
 #include <QScrollBar>
@@ -41,6 +42,10 @@ void Grid::setLogRows(LogRows &rows)
 {
     m_model = new LogModel(rows, this);
     setModel(m_model);
+    // The headings show neither rows nor what is chosen of them, and would be measured and painted with each.
+    QHeaderView *headings = horizontalHeader();
+    headings->setSelectionModel(new QItemSelectionModel(m_model, headings));
+    disconnect(m_model, &QAbstractItemModel::dataChanged, headings, nullptr);
     for (const auto signal : {&QAbstractItemModel::rowsInserted, &QAbstractItemModel::rowsRemoved}) {
         connect(m_model, signal, this, &Grid::rowsCameOrWent);
     }

@@ -25,7 +25,8 @@ void appendColours(QString &key, const QPalette &palette)
     for (int role = 0; role < QPalette::NColorRoles; ++role) {
         const QBrush &brush = palette.brush(static_cast<QPalette::ColorRole>(role));
         append(key, brush.color().rgba());
-        if (brush.style() != Qt::SolidPattern) {
+        append(key, static_cast<quint32>(brush.style()));
+        if (brush.style() > Qt::DiagCrossPattern) {
             append(key, static_cast<quint32>(palette.cacheKey() >> 32));
             append(key, static_cast<quint32>(palette.cacheKey()));
         }
@@ -35,7 +36,7 @@ void appendColours(QString &key, const QPalette &palette)
 } // namespace
 
 // Draws what looks the same wherever `parts`, its size, its state and its colours are the same.
-void KeptPictures::drawKept(QPainter &painter, const QStyleOption &option, QString key,
+void KeptPictures::drawKept(Pictures &pictures, QPainter &painter, const QStyleOption &option, QString key,
     std::initializer_list<int> parts, const Draw &draw)
 {
     const qreal ratio = painter.device()->devicePixelRatioF();
@@ -54,7 +55,7 @@ void KeptPictures::drawKept(QPainter &painter, const QStyleOption &option, QStri
     }
     appendColours(key, option.palette);
     QPixmap picture;
-    if (const QPixmap *kept = m_pictures.object(key)) {
+    if (const QPixmap *kept = pictures.object(key)) {
         picture = *kept;
     } else {
         picture = QPixmap(option.rect.size() * ratio);
@@ -64,7 +65,7 @@ void KeptPictures::drawKept(QPainter &painter, const QStyleOption &option, QStri
         painterOfPicture.translate(-option.rect.topLeft());
         draw(painterOfPicture);
         painterOfPicture.end();
-        m_pictures.insert(key, new QPixmap(picture), qsizetype {picture.width()} * picture.height() * 4);
+        pictures.insert(key, new QPixmap(picture), qsizetype {picture.width()} * picture.height() * 4);
     }
     painter.drawPixmap(option.rect.topLeft(), picture);
 }
@@ -74,7 +75,7 @@ void KeptPictures::drawScrollBar(
 {
     // Of its range and value, where the slider is in pixels.
     const QPoint start = slider.topLeft() - option.rect.topLeft();
-    drawKept(painter, option, u"scroll bar"_s,
+    drawKept(m_scrollBars, painter, option, u"scroll bar"_s,
         {static_cast<int>(option.orientation), start.x(), start.y(), slider.width(), slider.height(),
             int {option.minimum == option.maximum}, int {option.sliderPosition == option.minimum},
             int {option.sliderPosition == option.maximum}, int {option.upsideDown},
@@ -84,7 +85,7 @@ void KeptPictures::drawScrollBar(
 
 void KeptPictures::drawCombo(QPainter &painter, const QStyleOptionComboBox &option, const Draw &draw)
 {
-    drawKept(painter, option, u"combo"_s,
+    drawKept(m_pictures, painter, option, u"combo"_s,
         {int {option.editable}, int {option.frame}, static_cast<int>(option.subControls),
             static_cast<int>(option.activeSubControls)},
         draw);
@@ -92,9 +93,17 @@ void KeptPictures::drawCombo(QPainter &painter, const QStyleOptionComboBox &opti
 
 void KeptPictures::drawFieldPanel(QPainter &painter, const QStyleOptionFrame &option, const Draw &draw)
 {
-    drawKept(painter, option, u"field"_s,
+    drawKept(m_pictures, painter, option, u"field"_s,
         {option.lineWidth, option.midLineWidth, static_cast<int>(option.features.toInt()),
             static_cast<int>(option.frameShape)},
+        draw);
+}
+
+void KeptPictures::drawGroupFrame(QPainter &painter, const QStyleOptionFrame &option, const Draw &draw)
+{
+    drawKept(m_pictures, painter, option, u"group"_s,
+        {option.fontMetrics.height(), option.lineWidth, option.midLineWidth,
+            static_cast<int>(option.features.toInt())},
         draw);
 }
 

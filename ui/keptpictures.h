@@ -24,18 +24,22 @@ public:
     using Draw = std::function<void(QPainter &)>;
 
     /// Each draws the control by `draw`, or from the picture that was kept of one that looks the same: a
-    /// scroll bar with its slider in the same place, a combo without its text, the panel of a text field.
+    /// scroll bar with its slider in the same place, a combo without its text, the panel of a text field,
+    /// the frame below a group's title.
     void drawScrollBar(QPainter &painter, const QStyleOptionSlider &option, QRect slider, const Draw &draw);
     void drawCombo(QPainter &painter, const QStyleOptionComboBox &option, const Draw &draw);
     void drawFieldPanel(QPainter &painter, const QStyleOptionFrame &option, const Draw &draw);
+    void drawGroupFrame(QPainter &painter, const QStyleOptionFrame &option, const Draw &draw);
 
 private:
-    static constexpr qsizetype maximalBytes = 4'000'000;
+    using Pictures = QCache<QString, QPixmap>;
 
-    void drawKept(QPainter &painter, const QStyleOption &option, QString key,
+    static void drawKept(Pictures &pictures, QPainter &painter, const QStyleOption &option, QString key,
         std::initializer_list<int> parts, const Draw &draw);
 
-    QCache<QString, QPixmap> m_pictures {maximalBytes};
+    // Each has a limit in bytes. Scroll bars, one for each place of a slider, push nothing else out.
+    Pictures m_pictures {4'000'000};
+    Pictures m_scrollBars {500'000};
 };
 
 } // namespace quillon

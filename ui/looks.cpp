@@ -7,6 +7,7 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QEvent>
+#include <QGroupBox>
 #include <QLineEdit>
 #include <QPainter>
 #include <QPalette>
@@ -68,6 +69,13 @@ bool isFieldOfItsOwn(const QWidget *widget)
         && !qobject_cast<const QAbstractSpinBox *>(widget->parentWidget());
 }
 
+// A box without a title, or with a tick in it, has its frame elsewhere.
+bool isTitled(const QWidget *widget)
+{
+    const auto *box = qobject_cast<const QGroupBox *>(widget);
+    return box && !box->isCheckable() && !box->title().isEmpty();
+}
+
 void drawRing(QPainter &painter, const QStyleOption &option)
 {
     painter.save();
@@ -104,10 +112,12 @@ public:
         const QWidget *widget) const override
     {
         const auto draw = [&](QPainter &on) { QProxyStyle::drawPrimitive(element, option, &on, widget); };
-        const auto *field =
-            element == PE_PanelLineEdit ? qstyleoption_cast<const QStyleOptionFrame *>(option) : nullptr;
-        if (field && !field->rect.isEmpty() && isFieldOfItsOwn(widget) && baseStyle()->name() == u"fusion") {
-            m_pictures.drawFieldPanel(*painter, *field, draw);
+        const auto *frame = qstyleoption_cast<const QStyleOptionFrame *>(option);
+        const bool keeps = frame && !frame->rect.isEmpty() && baseStyle()->name() == u"fusion";
+        if (keeps && element == PE_PanelLineEdit && isFieldOfItsOwn(widget)) {
+            m_pictures.drawFieldPanel(*painter, *frame, draw);
+        } else if (keeps && element == PE_FrameGroupBox && isTitled(widget)) {
+            m_pictures.drawGroupFrame(*painter, *frame, draw);
         } else {
             draw(*painter);
         }

@@ -76,8 +76,8 @@ PlainCells::Shaped PlainCells::shaped(const QStyleOptionViewItem &option, const 
 void PlainCells::paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const
 {
     const QString text = index.data(Qt::DisplayRole).toString();
-    if (option.state.testFlag(QStyle::State_HasFocus) || !isPlain(text)
-        || option.direction == Qt::RightToLeft) {
+    if (option.state.testFlag(QStyle::State_HasFocus) || !isPlain(text) || option.direction == Qt::RightToLeft
+        || index.data(Qt::FontRole).isValid()) {
         QStyledItemDelegate::paint(painter, option, index);
         return;
     }

@@ -9,8 +9,8 @@
 namespace quillon {
 
 /// Draws the cells of a table as the style does, but shapes a text only once: a row that comes or goes draws
-/// hundreds of cells anew, nearly all of which were there before. Chosen cells, the cell with the focus, and
-/// texts of several lines or written from the right are the style's own work.
+/// hundreds of cells anew, nearly all of which were there before. The cell with the focus, one with a font of
+/// its own, and texts of several lines or written from the right are the style's own work.
 class PlainCells : public QStyledItemDelegate
 {
     Q_OBJECT

@@ -1,6 +1,7 @@
 #include "ui/resultlist.h"
 
 #include "platform/runtimeerror.h"
+#include "ui/plaincells.h"
 #include "ui/resultmodel.h"
 #include "ui/tablelook.h"
 
@@ -19,6 +20,7 @@ ResultList::ResultList(QWidget *parent)
 {
     setModel(m_model);
     setTableLook(*this);
+    setItemDelegate(new PlainCells(this));
     horizontalHeader()->setStretchLastSection(true);
     connect(horizontalHeader(), &QHeaderView::sectionClicked, this, &ResultList::sortByColumn);
     connect(this, &QTableView::doubleClicked, this,

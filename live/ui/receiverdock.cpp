@@ -232,7 +232,6 @@ bool ReceiverDock::logNow(const Station &station, bool automatic)
     guarded(this, [&] { logged = m_logReception(receptionOf(station, m_settings.textAsNotes, automatic)); });
     if (logged) {
         m_autoLog.logged(station, nowMilliseconds());
-        m_receiver.known().add(megahertzText(station.hertz), piText(station.pi), {});
         m_receiver.setLogged(station);
     }
     return logged;

@@ -11,7 +11,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 // Entries that are encoded together.
-constexpr int blockSize = 256;
+constexpr int blockSize = 64;
 
 LogEntry numbered(int number)
 {

@@ -38,6 +38,20 @@ bool isPaintedWhole(Grid &grid)
         && shown == grid.screen()->grabWindow(grid.winId()).toImage().convertToFormat(QImage::Format_RGB32);
 }
 
+/// How often a widget was painted.
+class Paintings : public QObject
+{
+public:
+    explicit Paintings(QWidget &widget) { widget.installEventFilter(this); }
+    int count = 0;
+
+    bool eventFilter(QObject * /*watched*/, QEvent *event) override
+    {
+        count += event->type() == QEvent::Paint ? 1 : 0;
+        return false;
+    }
+};
+
 } // namespace
 
 /// Only what changes is painted, and it is all that changes.
@@ -88,6 +102,42 @@ private Q_SLOTS:
                 QVERIFY2(isPaintedWhole(grid), qPrintable(u"taken back, step %1"_s.arg(step)));
             }
         }
+    }
+
+    void theHeadingsAreNotPaintedForRows()
+    {
+        Logbook log;
+        for (int i = 0; i < 40; ++i) {
+            log.AddEntry(entryAt(i % 24, u"BEFORE %1"_s.arg(i)));
+        }
+        LogRows rows(log, MonthNames::of(QLocale::c()));
+        Grid grid;
+        grid.setLogRows(rows);
+        grid.writeGridHeader();
+        grid.resize(700, 300);
+        grid.refill();
+        grid.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&grid));
+        QCoreApplication::processEvents();
+        const Paintings headings(*grid.horizontalHeader()->viewport());
+        const Paintings cells(*grid.viewport());
+        grid.setRow(3);
+        QCoreApplication::processEvents();
+        grid.setRow(4);
+        grid.setText(4, GridColumn::RdsName, u"ANOTHER"_s);
+        LogChange change;
+        change.added.push_back(entryAt(4, u"ADDED"_s));
+        log.apply(change);
+        grid.refill(std::vector<qint32> {40});
+        grid.setRow(grid.rowOfEntry(40));
+        QCoreApplication::processEvents();
+        grid.selectAll();
+        QCoreApplication::processEvents();
+        QVERIFY(cells.count >= 3);
+        QCOMPARE(headings.count, 0);
+        grid.sortBy(LogRows::Sorting {GridColumn::RdsName, false});
+        QCoreApplication::processEvents();
+        QVERIFY(headings.count > 0);
     }
 
     void theFirstRowTakesTheEmptyTextAway()

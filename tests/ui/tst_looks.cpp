@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QComboBox>
+#include <QGroupBox>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPlainTextEdit>
@@ -50,8 +51,6 @@ int pixelsOf(QWidget &widget, const QColor &colour)
     return count;
 }
 
-} // namespace
-
 // The greatest difference of a colour's part, 0 to 255, in any pixel; 255 for pictures of two sizes.
 int difference(const QImage &one, const QImage &other)
 {
@@ -70,6 +69,8 @@ int difference(const QImage &one, const QImage &other)
     return greatest;
 }
 
+} // namespace
+
 /// What the program adds to the style of the desktop.
 class TestLooks : public QObject
 {
@@ -81,6 +82,8 @@ private Q_SLOTS:
     void aKeptScrollBarLooksAsTheStyleDrawsIt();
     void keptFieldsAndCombosLookAsTheStyleDrawsThem_data() { shades(); }
     void keptFieldsAndCombosLookAsTheStyleDrawsThem();
+    void keptFramesOfGroupsLookAsTheStyleDrawsThem_data() { shades(); }
+    void keptFramesOfGroupsLookAsTheStyleDrawsThem();
     void contrastIsThatOfTheGuidelines();
     void textsOfDisabledControlsAreReadable_data() { shades(); }
     void textsOfDisabledControlsAreReadable();
@@ -157,6 +160,34 @@ void TestLooks::keptFieldsAndCombosLookAsTheStyleDrawsThem()
             QVERIFY(difference(control->grab().toImage(), expected) <= rounding);
             QVERIFY(difference(control->grab().toImage(), expected) <= rounding);
         }
+    }
+}
+
+void TestLooks::keptFramesOfGroupsLookAsTheStyleDrawsThem()
+{
+    constexpr int rounding = 2;
+    QFETCH(QPalette, palette);
+    QApplication::setPalette(palette);
+    const std::unique_ptr<QStyle> fusion(QStyleFactory::create(u"fusion"_s));
+    QGroupBox box;
+    for (const auto &[title, points, enabled, flat, ticked] :
+        {std::tuple(u"Transmitter"_s, 10, true, false, false), {u"Reception"_s, 10, true, false, false},
+            {u"Reception"_s, 20, true, false, false}, {QString(), 10, true, false, false},
+            {u"Reception"_s, 10, false, false, false}, {u"Reception"_s, 10, true, true, false},
+            {u"Reception"_s, 10, true, false, true}}) {
+        QFont font = QApplication::font();
+        font.setPointSize(points);
+        box.setTitle(title);
+        box.setFont(font);
+        box.setEnabled(enabled);
+        box.setFlat(flat);
+        box.setCheckable(ticked);
+        box.resize(200, 150);
+        box.setStyle(fusion.get());
+        const QImage expected = box.grab().toImage();
+        box.setStyle(QApplication::style());
+        QVERIFY(difference(box.grab().toImage(), expected) <= rounding);
+        QVERIFY(difference(box.grab().toImage(), expected) <= rounding);
     }
 }
 

@@ -146,6 +146,9 @@ private:
                     Qt::TextAlignmentRole);
             }
         }
+        QFont bold;
+        bold.setBold(true);
+        model->setData(model->index(1, 0), bold, Qt::FontRole);
         table.setModel(model);
         setTableLook(table);
         table.setColumnWidth(0, 97);
