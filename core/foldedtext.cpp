@@ -66,13 +66,31 @@ std::array<std::u16string, tableSize> analysedLetters()
     return letters;
 }
 
-// Those of the letters that become one; 0 for the others.
+// Those of the letters that become one whatever follows; 0 for the others.
 std::array<char16_t, tableSize> singleLetters(const std::array<std::u16string, tableSize> &letters)
 {
     std::array<char16_t, tableSize> singles {};
     std::ranges::transform(letters, singles.begin(),
         [](const std::u16string &letter) { return letter.size() == 1 ? letter.front() : u'\0'; });
+    singles[u'\r'] = 0;
     return singles;
+}
+
+// As far as each letter becomes one, which is nearly always all of the text. Returns how far that is.
+qsizetype appendSingles(std::u16string &out, QStringView text, const std::array<char16_t, tableSize> &singles)
+{
+    const std::size_t before = out.size();
+    out.resize(before + static_cast<std::size_t>(text.size()));
+    std::size_t place = before;
+    for (const QChar character : text) {
+        const char16_t c = character.unicode();
+        if (c >= tableSize || singles[c] == 0) {
+            break;
+        }
+        out[place++] = singles[c];
+    }
+    out.resize(place);
+    return static_cast<qsizetype>(place - before);
 }
 
 } // namespace
@@ -81,14 +99,13 @@ void appendFolded(std::u16string &out, QStringView text)
 {
     static const std::array<std::u16string, tableSize> letters = analysedLetters();
     static const std::array<char16_t, tableSize> singles = singleLetters(letters);
-    for (qsizetype i = 0; i < text.size(); ++i) {
+    qsizetype i = appendSingles(out, text, singles);
+    for (; i < text.size(); ++i) {
         const char16_t c = text[i].unicode();
-        const bool breaksLine = c == u'\r' && i + 1 < text.size() && text[i + 1] == u'\n';
-        if (breaksLine) {
+        if (c == u'\r' && i + 1 < text.size() && text[i + 1] == u'\n') {
             continue; // as the line feed behind it
-        } else if (c < tableSize && singles[c] != 0) {
-            out += singles[c];
-        } else if (c < tableSize) {
+        }
+        if (c < tableSize) {
             out += letters[c];
         } else {
             const bool isPair =

@@ -234,6 +234,9 @@ private Q_SLOTS:
         QTest::newRow("other frequencies")
             << QByteArray(R"({"pi":"D3C2","af":[98500,89100,89100,"x",531,120000,null]})")
             << u"pi D3C2 3; also 89100 98500"_s;
+        QTest::newRow("the ends of the band")
+            << QByteArray(R"({"pi":"D3C2","af":[87499,87500,108000,108001]})")
+            << u"pi D3C2 3; also 87500 108000"_s;
         QTest::newRow("nothing yet") << QByteArray(R"({"pi":"?","freq":"98.500","sig":3,"ps":""})")
                                      << u"tuned 98500000; signal 3 dBf"_s;
         QTest::newRow("in doubt") << QByteArray(R"({"pi":"D3C2??","freq":"98.500"})")

@@ -248,6 +248,23 @@ private Q_SLOTS:
         QCOMPARE(tuned, QByteArray("freq=98500000"));
     }
 
+    void aTunerThatFallsSilentIsSaid()
+    {
+        QUdpSocket probe;
+        QVERIFY(probe.bind(QHostAddress::LocalHost, 0));
+        const quint16 port = probe.localPort();
+        probe.close();
+        Receiver receiver;
+        auto source = std::make_unique<SrcpSource>(at(port));
+        source->setSecond(20);
+        receiver.listenTo(std::move(source));
+        QUdpSocket tuner;
+        QTRY_VERIFY((tuner.writeDatagram("pi=D3C2", QHostAddress::LocalHost, port),
+            receiver.state() == ReceiverState::Listening));
+        QTRY_COMPARE(receiver.state(), ReceiverState::Lost);
+        QVERIFY2(receiver.why().startsWith(u"nothing has come for "_s), qPrintable(receiver.why()));
+    }
+
     void aPortThatIsTakenIsTriedAgain()
     {
         QUdpSocket other;

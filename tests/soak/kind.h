@@ -38,8 +38,9 @@ private:
     }
 };
 
-/// The outcome of some work in a process of its own. What ends that process is a crash.
-[[nodiscard]] Outcome outcomeOf(const std::function<void(Outcome &outcome)> &work);
+/// The outcome of some work in a process of its own. What ends that process is a crash; so is taking longer
+/// than these milliseconds.
+[[nodiscard]] Outcome outcomeOf(const std::function<void(Outcome &outcome)> &work, int within = patience);
 
 /// What a round works on.
 struct Round

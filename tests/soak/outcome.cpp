@@ -8,7 +8,7 @@ namespace quillon::soak {
 
 using namespace Qt::StringLiterals;
 
-Outcome outcomeOf(const std::function<void(Outcome &outcome)> &work)
+Outcome outcomeOf(const std::function<void(Outcome &outcome)> &work, int within)
 {
     Process process([&](const Process::Tell &tell) {
         Outcome outcome;
@@ -22,8 +22,8 @@ Outcome outcomeOf(const std::function<void(Outcome &outcome)> &work)
     });
     QElapsedTimer timer;
     timer.start();
-    const QByteArrayList words = process.told(patience).trimmed().split('\t');
-    const bool hung = timer.elapsed() >= patience;
+    const QByteArrayList words = process.told(within).trimmed().split('\t');
+    const bool hung = timer.elapsed() >= within;
     if (hung) {
         process.end();
     } else {
