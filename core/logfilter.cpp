@@ -72,7 +72,8 @@ LogFilterMatcher::LogFilterMatcher(LogFilter filter, bool inMiles)
         m_asked.push_back({term, QStringMatcher(term.text)});
     }
     // The whole row is folded only for entries whose fields are right.
-    std::ranges::stable_partition(m_asked, [](const Asked &asked) { return asked.term.field.has_value(); });
+    std::stable_partition(
+        m_asked.begin(), m_asked.end(), [](const Asked &asked) { return asked.term.field.has_value(); });
     if (m_filter.year) {
         const auto first = fromCivil({*m_filter.year, 1, 1});
         const auto last = fromCivil({*m_filter.year, 12, 31});

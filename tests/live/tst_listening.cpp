@@ -99,6 +99,17 @@ private Q_SLOTS:
         QCOMPARE(shownPi(*listening.station()), listening.station()->certain ? u"D3C2"_s : u"D3C2?"_s);
     }
 
+    void whoTunesNobodyKnowsWhereHearsAnotherStation()
+    {
+        Listening listening(m_none);
+        listening.take(GroupHeard {name(code, u"RADIO 21", 0)}, start);
+        listening.take(GroupHeard {name(code, u"RADIO 21", 1)}, start + 100);
+        QVERIFY(listening.station());
+        listening.take(Tuned {0}, start + 10'000);
+        QVERIFY(!listening.station());
+        QCOMPARE(listening.hertz(), qint64(0));
+    }
+
     void whatIsKnownFollowsTheLog()
     {
         const auto numbers = [](std::initializer_list<qint32> entries) { return std::vector(entries); };
