@@ -191,6 +191,11 @@ private Q_SLOTS:
             zipBytes({{u"RDSLog.log"_s, piece}, {u"tx.lst"_s, piece}, {u"LOGBOOK.INI"_s, "x"}}, {}, {});
         QVERIFY(bomb.size() < largestArchive / 50);
         QCOMPARE(problemOf(bomb), u"it holds more than 128 MiB"_s);
+        // What is beyond is not even unpacked.
+        const TestDirectory directory;
+        directory.write(u"a.zip"_s, bomb);
+        const ZipContent content = readZip(directory.file(u"a.zip"_s), ZipReading::Whole);
+        QCOMPARE(content.members.size(), std::size_t {2});
     }
 
     void anArchiveOfTooManyFilesIsRefused()
