@@ -6,6 +6,7 @@
 #include <QStringList>
 
 #include <algorithm>
+#include <iterator>
 #include <vector>
 
 namespace quillon {
@@ -143,9 +144,9 @@ QString receptionCount(qsizetype count)
 QString tabSeparated(
     const LogRows &rows, std::span<const qint32> entries, std::span<const GridColumn> columns)
 {
-    constexpr std::size_t usual = 10; // characters of a cell
+    constexpr qsizetype usual = 10; // characters of a cell
     QString text;
-    text.reserve(static_cast<qsizetype>((entries.size() + 1) * columns.size() * usual));
+    text.reserve((std::ssize(entries) + 1) * std::ssize(columns) * usual);
     const auto addCell = [&](const QString &cell, bool last) {
         // Where it is pasted, a quotation mark at the beginning would begin a cell of several lines.
         const QString line = onOneLine(cell);

@@ -66,6 +66,13 @@ private Q_SLOTS:
         QCOMPARE(second.accessibleDescription(), QString());
     }
 
+    void isQuieterThanTheTextsAround()
+    {
+        QWidget window;
+        const ProblemLabel label(&window);
+        QVERIFY(label.font().pointSizeF() < window.font().pointSizeF());
+    }
+
     void keepsItsPlaceWhileEmpty()
     {
         ProblemLabel label;

@@ -1,5 +1,6 @@
 #include "docked.h"
 #include "live/grouplines.h"
+#include "live/ui/heardmodel.h"
 #include "platform/files.h"
 #include "platform/runtimeerror.h"
 #include "rds-signal/groupmaker.h"
@@ -12,6 +13,7 @@
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QFileInfo>
+#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
@@ -439,6 +441,39 @@ private Q_SLOTS:
         QCOMPARE(settings.kept.size(), 1);
         QCOMPARE(settings.kept[0].name, u"At home"_s);
         QCOMPARE(settings.kept[0].settings.password, u"geheim ü"_s);
+    }
+
+    void whoConnectsKnowsTheLogAsItIsThen()
+    {
+        const TestDirectory folder;
+        Docked docked(folder.path());
+        LogEntry entry;
+        entry.piCode = u"D3C2"_s;
+        entry.freq = u"98.5"_s;
+        docked.log.AddEntry(entry);
+        QVERIFY(!docked.dock.receiver().known().knows(0xD3C2));
+        QTcpServer server;
+        QVERIFY(server.listen(QHostAddress::LocalHost));
+        docked.get<QComboBox>(u"receiverSource"_s)->setCurrentText(u"xdrd"_s);
+        docked.get<QLineEdit>(u"receiverAddress"_s)->setText(u"127.0.0.1:%1"_s.arg(server.serverPort()));
+        docked.press(u"receiverConnect"_s);
+        QVERIFY(docked.dock.receiver().known().knows(98'500'000, 0xD3C2));
+        docked.press(u"receiverConnect"_s);
+    }
+
+    void whatTellsAStationStandsFirst()
+    {
+        const TestDirectory folder;
+        Docked docked(folder.path());
+        const QHeaderView &header = *docked.get<QTableView>(u"heard"_s)->horizontalHeader();
+        QList<int> shown;
+        for (int place = 0; place < header.count(); ++place) {
+            shown += header.logicalIndex(place);
+        }
+        QCOMPARE(shown,
+            (QList<int> {HeardModel::First, HeardModel::Freq, HeardModel::Pi, HeardModel::Ps,
+                HeardModel::Logged, HeardModel::New, HeardModel::Signal, HeardModel::Groups,
+                HeardModel::Last}));
     }
 
     void aWrongAddressIsSaid()
