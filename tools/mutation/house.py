@@ -13,11 +13,12 @@ SURROUNDINGS = {"QT_QPA_PLATFORM": "offscreen", "LANG": "en_GB.UTF-8", "LC_ALL":
 class House:
     """The copy: `tree` with the sources, `build` beside them."""
 
-    def __init__(self, root, folder, jobs):
+    def __init__(self, root, folder, jobs, only=None):
         self.root = Path(root)
         self.tree = Path(folder) / "tree"
         self.build = self.tree / "build" / "default"
         self.jobs = jobs
+        self.only = only or {}
         self.seconds = {}
 
     def refresh(self):
@@ -59,8 +60,10 @@ class House:
         return found[0] if found else None
 
     def tests_of(self, folder):
+        """The tests of a folder; where there is a pattern for it, those that it is found in."""
         prefix = "tst_" + folder.replace("/", "_") + "_"
-        return [prefix + each.stem[4:] for each in sorted((self.tree / "tests" / folder).glob("tst_*.cpp"))]
+        names = [each.stem[4:] for each in sorted((self.tree / "tests" / folder).glob("tst_*.cpp"))]
+        return [prefix + name for name in names if re.search(self.only.get(folder, ""), name)]
 
     def source_of(self, test, folder):
         prefix = "tst_" + folder.replace("/", "_") + "_"
