@@ -1,5 +1,6 @@
 #include "shownmap.h"
 
+#include "geo/ui/mapclouds.h"
 #include "geo/ui/maplegend.h"
 #include "geo/ui/mapview.h"
 
@@ -9,6 +10,7 @@
 #include <QClipboard>
 #include <QImage>
 #include <QLabel>
+#include <QScreen>
 #include <QSignalSpy>
 #include <QTest>
 #include <QToolTip>
@@ -423,6 +425,23 @@ private Q_SLOTS:
         QCOMPARE(shown->grab().toImage(), without);
     }
 
+    void anotherPathIsSeenAtOnce()
+    {
+        Shown shown(around(germany));
+        QCoreApplication::processEvents();
+        const auto onScreen = [&shown] {
+            return shown->screen()
+                ->grabWindow(shown->winId())
+                .toImage()
+                .convertToFormat(QImage::Format_RGB32);
+        };
+        const QImage before = onScreen();
+        shown->setPath(MapPath {u"Sevilla"_s, {37.4, -6.0}});
+        QTRY_VERIFY(onScreen() != before);
+        shown->setPath({});
+        QTRY_COMPARE(onScreen(), before);
+    }
+
     void otherReceptionsLeaveWhatIsSeen()
     {
         Shown shown(around(germany));
@@ -495,6 +514,48 @@ private Q_SLOTS:
         QVERIFY(!shown->findChild<MapLegend *>(u"mapLegend"_s)->isVisible());
         shown->setClouds(false);
         QCOMPARE(shown->grab().toImage(), before);
+    }
+
+    void aCloudStandsRoundItsMiddle()
+    {
+        MapData data = around(germany);
+        data.sites.resize(1);
+        Shown shown(data);
+        shown->setClouds(true);
+        const CloudPicture cloud =
+            cloudPicture(shown->scene(), shown->viewport(), MapStyle::of(shown->palette()));
+        QPointF sum;
+        int count = 0;
+        for (int y = 0; y < cloud.image.height(); ++y) {
+            for (int x = 0; x < cloud.image.width(); ++x) {
+                const bool isIn = cloud.image.pixelColor(x, y).alpha() > 0;
+                sum += isIn ? QPointF(x + 0.5, y + 0.5) : QPointF();
+                count += isIn ? 1 : 0;
+            }
+        }
+        QVERIFY(count > 20);
+        const QSizeF cell(
+            cloud.place.width() / cloud.image.width(), cloud.place.height() / cloud.image.height());
+        const QPointF centre = sum / count;
+        const QPointF middle =
+            shown->viewport().toPixel(shown->scene().pointOf({37.4, -6.0}) / 2) - cloud.place.topLeft();
+        QVERIFY(std::abs(centre.x() - middle.x() / cell.width()) < 1.5);
+        QVERIFY(std::abs(centre.y() - middle.y() / cell.height()) < 1.5);
+    }
+
+    void theHighestMufOfEachHourStandsBesideTheClouds()
+    {
+        Shown shown(around(germany));
+        shown->setClouds(true);
+        const QRect panel =
+            mufPanelPlace(shown->scene(), QSizeF(shown->size()), shown->font()).toAlignedRect();
+        QVERIFY(!panel.isEmpty());
+        const QImage with = shown->grab(panel).toImage();
+        MapData without = around(germany);
+        without.highestMuf = {};
+        shown->setData(without);
+        QVERIFY(mufPanelPlace(shown->scene(), QSizeF(shown->size()), shown->font()).isEmpty());
+        QVERIFY(shown->grab(panel).toImage() != with);
     }
 
     void pathsOfSeveralHopsCastNoCloud()
