@@ -9,4 +9,10 @@ UNSEEN = {
     ("core/logbook.cpp", ": m_slots(static_cast<std::size_t>(firstCapacity) + 1)",
      ": m_slots(static_cast<std::size_t>(firstCapacity) - 1)"): "slots that are kept free are never filled",
     ("export/webpages.cpp", "if (!m_monthTemplate) {", "if (true) {"): "the same file is read once more",
+    ("live/receiversettings.cpp", 'file.clear(); file.beginGroup("source"_L1);', 'file.beginGroup("source"_L1); file.clear();'):
+        "clearing takes no notice of groups",
+    ("live/ui/receiverdock.cpp", "if (!mayTune() || hertz <= 0) {", "if (!mayTune() || hertz <= 1) {"): "no station is on 1 Hz",
+    ("import/ui/importfile_format.cpp", "said.localTime = reading.format.localTime; said.columns.emplace();",
+     "said.columns.emplace(); said.localTime = reading.format.localTime;"): "neither needs the other",
+    ("stats/ui/rosechart.cpp", "if (outer > inner) {", "if (true) {"): "a sector without an area paints nothing",
 }
