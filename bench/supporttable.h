@@ -26,22 +26,22 @@ class Table
 public:
     void head() const
     {
-        std::printf("%-52s %10s %10s %10s %10s %8s %8s\n", "processor time", "median ms", "worst ms",
+        std::printf("%-52s %10s %10s %10s %10s %8s %8s\n", "processor time", "usual ms", "worst ms",
             "kernel ms", "reference", "ratio", "bar");
     }
     // The bar is how many times the work beside it the median may take, and these milliseconds more; 0 is
-    // none. With a share of 4 it is the time that a quarter of the runs stays below, in its place.
+    // none. With a share of 4 it is not the median that counts, of both, but what a quarter stays below.
     void row(const char *name, Runs runs, double bar = 0, double more = 0, std::size_t share = 2)
     {
         std::ranges::sort(runs.times, {}, &Times::all);
         std::ranges::sort(runs.beside);
-        const Times median = runs.times[runs.times.size() / share];
+        const Times usual = runs.times[runs.times.size() / share];
         const double beside = runs.beside[runs.beside.size() / share];
-        const double ratio = (median.all - more) / beside;
+        const double ratio = (usual.all - more) / beside;
         const bool missed = bar > 0 && ratio > bar;
-        std::printf("%-52s %10.1f %10.1f %10.1f %10.1f %8.2f %8s%s\n", name, median.all,
-            runs.times.back().all, median.kernel, beside, ratio,
-            bar > 0 ? qPrintable(QString::number(bar)) : "-", missed ? "  MISSED" : "");
+        std::printf("%-52s %10.1f %10.1f %10.1f %10.1f %8.2f %8s%s\n", name, usual.all, runs.times.back().all,
+            usual.kernel, beside, ratio, bar > 0 ? qPrintable(QString::number(bar)) : "-",
+            missed ? "  MISSED" : "");
         m_missed = m_missed || missed;
     }
     // A whole command that changes the log and saves it: it may take one and a half times the processor time

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/logbook.h"
+#include "core/logfields.h"
 
 namespace quillon {
 
@@ -17,11 +18,13 @@ void fetchAhead(const Logbook &log, qint32 number, Fields... fields)
 }
 
 /// The same for all texts of an entry.
-inline void fetchAhead(const Logbook &log, qint32 number)
+inline void fetchAllAhead(const Logbook &log, qint32 number)
 {
-    fetchAhead(log, number, &LogEntry::piCode, &LogEntry::prop, &LogEntry::freq, &LogEntry::transmitter,
-        &LogEntry::country, &LogEntry::notes, &LogEntry::rdsName, &LogEntry::power, &LogEntry::dist,
-        &LogEntry::fmlist, &LogEntry::uid);
+    for (const LogColumn &field : logFields()) {
+        if (field.text) {
+            fetchAhead(log, number, field.text);
+        }
+    }
 }
 
 } // namespace quillon

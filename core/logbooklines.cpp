@@ -74,7 +74,8 @@ QByteArray linesOf(std::span<const LogEntry> entries, const CodePage &codePage)
     return bytes;
 }
 
-// Puts these bytes where others of that size are. What follows, megabytes of it, is moved once at most.
+// Puts these bytes where others of that size are. What follows, megabytes of it, is moved once where there is
+// room.
 void put(QByteArray &file, qsizetype at, qsizetype size, const QByteArray &bytes)
 {
     const qsizetype end = at + size;

@@ -320,7 +320,7 @@ void LogRows::setFilter(Filter filter)
     m_passes.assign(static_cast<std::size_t>(m_filter ? m_log.count() : 0), 0);
     for (std::size_t i = 0; i < m_passes.size(); ++i) {
         const auto entry = static_cast<qint32>(i);
-        fetchAhead(m_log, entry);
+        fetchAllAhead(m_log, entry);
         m_passes[i] = m_filter(m_log.entry(entry), entry) ? 1 : 0;
     }
     show(m_all, m_sorted);

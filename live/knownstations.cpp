@@ -76,14 +76,17 @@ quint64 KnownStations::pair(qint64 hertz, quint16 pi)
 // What is no number or no PI code is left out.
 void KnownStations::add(const LogEntry &entry)
 {
-    const auto pi = piCodeOf(entry.piCode);
-    if (!pi) {
-        return;
+    if (const auto pi = piCodeOf(entry.piCode)) {
+        add(hertzOf(entry.freq).value_or(0), *pi);
     }
-    m_codes[*pi] = true;
-    m_digits[*pi >> 12U] = true;
-    if (const auto hertz = hertzOf(entry.freq)) {
-        m_pairs.insert(pair(*hertz, *pi));
+}
+
+void KnownStations::add(qint64 hertz, quint16 pi)
+{
+    m_codes[pi] = true;
+    m_digits[pi >> 12U] = true;
+    if (hertz > 0) {
+        m_pairs.insert(pair(hertz, pi));
     }
 }
 

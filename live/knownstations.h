@@ -37,6 +37,9 @@ public:
     /// rest takes a look at the whole log.
     void follow(const Logbook &log, std::span<const qint32> changed);
 
+    /// A station that will stand in the log as soon as that can be written.
+    void add(qint64 hertz, quint16 pi);
+
     [[nodiscard]] bool knows(quint16 pi) const { return m_codes[pi]; }
     /// `hertz` counts as the log writes it, to 10 kHz.
     [[nodiscard]] bool knows(qint64 hertz, quint16 pi) const { return m_pairs.contains(pair(hertz, pi)); }

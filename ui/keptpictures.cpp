@@ -65,7 +65,8 @@ void KeptPictures::drawKept(Pictures &pictures, QPainter &painter, const QStyleO
         painterOfPicture.translate(-option.rect.topLeft());
         draw(painterOfPicture);
         painterOfPicture.end();
-        pictures.insert(key, new QPixmap(picture), qsizetype {picture.width()} * picture.height() * 4);
+        pictures.insert(
+            key, new QPixmap(picture), qsizetype {option.rect.width()} * option.rect.height() * 4);
     }
     painter.drawPixmap(option.rect.topLeft(), picture);
 }

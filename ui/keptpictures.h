@@ -37,8 +37,9 @@ private:
     static void drawKept(Pictures &pictures, QPainter &painter, const QStyleOption &option, QString key,
         std::initializer_list<int> parts, const Draw &draw);
 
-    // Each has a limit in bytes. Scroll bars, one for each place of a slider, push nothing else out.
-    Pictures m_pictures {4'000'000};
+    // Each has a limit in bytes of a screen of usual resolution. Scroll bars, one for each place of a slider,
+    // push nothing else out.
+    Pictures m_pictures {6'000'000};
     Pictures m_scrollBars {500'000};
 };
 

@@ -83,7 +83,7 @@ void PlainCells::paint(QPainter *painter, const QStyleOptionViewItem &option, co
     }
     const QStyle *style = option.widget ? option.widget->style() : QApplication::style();
     const bool selected = option.state.testFlag(QStyle::State_Selected);
-    if (selected) {
+    if (selected || option.state.testFlag(QStyle::State_MouseOver)) {
         style->drawPrimitive(QStyle::PE_PanelItemViewItem, &option, painter, option.widget);
     }
     if (text.isEmpty()) {

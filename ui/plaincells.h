@@ -10,7 +10,8 @@ namespace quillon {
 
 /// Draws the cells of a table as the style does, but shapes a text only once: a row that comes or goes draws
 /// hundreds of cells anew, nearly all of which were there before. The cell with the focus, one with a font of
-/// its own, and texts of several lines or written from the right are the style's own work.
+/// its own, and texts that are long, of several lines, of rare signs or written from the right are the
+/// style's own work. Of what else a model may say of a cell, colours and icons, it draws nothing.
 class PlainCells : public QStyledItemDelegate
 {
     Q_OBJECT

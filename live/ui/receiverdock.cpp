@@ -232,6 +232,8 @@ bool ReceiverDock::logNow(const Station &station, bool automatic)
     guarded(this, [&] { logged = m_logReception(receptionOf(station, m_settings.textAsNotes, automatic)); });
     if (logged) {
         m_autoLog.logged(station, nowMilliseconds());
+        // It may wait for a long work to end before the log has it.
+        m_receiver.known().add(station.hertz, station.pi);
         m_receiver.setLogged(station);
     }
     return logged;

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <climits>
 #include <ctime>
+#include <span>
 #include <unistd.h>
 #include <vector>
 
@@ -129,8 +130,8 @@ private:
     int m_done = 0;
 };
 
-// What is not flat; empty when all is. Times tell something of a long run alone.
-QString growthIn(const std::vector<Reading> &readings, bool isLong)
+// What is not flat; empty when all is.
+QString growthIn(const std::vector<Reading> &readings, bool withTimes)
 {
     const std::size_t third = readings.size() / 3;
     const auto timeFrom = [&](std::size_t first) {
@@ -147,18 +148,20 @@ QString growthIn(const std::vector<Reading> &readings, bool isLong)
     if (late.memory > early.memory + early.memory * mostOfMemory / 100 + someMemory) {
         growth += u"memory from %1 to %2 KiB"_s.arg(early.memory / 1024).arg(late.memory / 1024);
     }
-    if (late.handles > early.handles) {
-        growth += u"handles from %1 to %2"_s.arg(early.handles).arg(late.handles);
+    const auto before = std::span(readings).first(readings.size() - 1);
+    const qsizetype handles = std::ranges::max_element(before, {}, &Reading::handles)->handles;
+    if (late.handles > handles) {
+        growth += u"handles from %1 to %2"_s.arg(handles).arg(late.handles);
     }
     // A name or two of those that are set may be a letter longer.
     constexpr qint64 someLetters = 64;
     if (late.files > early.files + someLetters) {
         growth += u"files from %1 to %2 bytes"_s.arg(early.files).arg(late.files);
     }
-    const double before = timeFrom(third);
+    const double earlier = timeFrom(third);
     const double after = timeFrom(readings.size() - third);
-    if (isLong && after > before * mostOfTime) {
-        growth += u"time from %1 to %2 ms"_s.arg(before * 1000).arg(after * 1000);
+    if (withTimes && after > earlier * mostOfTime) {
+        growth += u"time from %1 to %2 ms"_s.arg(earlier * 1000).arg(after * 1000);
     }
     return growth.join(u", "_s);
 }
@@ -182,7 +185,8 @@ Outcome longRound(const Round &round)
             outcome.lose(evening.error().isEmpty() ? u"too few rounds to compare"_s : evening.error());
             return;
         }
-        const QString problem = evening.error() + growthIn(readings, round.wanted > 0);
+        const QString problem =
+            evening.error() + growthIn(readings, round.wanted > 0); // a short run is too short for times
         if (!problem.isEmpty()) {
             outcome.lose(problem);
         }

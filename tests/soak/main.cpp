@@ -101,8 +101,9 @@ bool run(const Kind &kind, const Plan &plan)
         if (!one.problem.isEmpty()) {
             const QString kept = u"%1/%2-%3"_s.arg(plan.keep, kind.name).arg(seed);
             keepFolder(folder.path(), kept);
-            problems += u"%1\n    left in %2; once more: tools/soak --kind %3 --replay %4"_s.arg(
-                one.problem, kept, kind.name, QString::number(seed));
+            problems += u"%1\n    left in %2; once more: tools/soak --kind %3 --replay %4%5"_s.arg(
+                one.problem, kept, kind.name, QString::number(seed),
+                plan.count > 0 ? u" --count %1"_s.arg(plan.count) : QString());
         }
         ++seed;
     } while (stopped == 0 && !plan.once && (plan.milliseconds == 0 || timer.elapsed() < plan.milliseconds)

@@ -77,6 +77,16 @@ private Q_SLOTS:
     {
         QCOMPARE(searchLog(sample(), LogSearch::PiCodeContains, u"D3C3"),
             QStringList(u"D3C3\t12/06/2010 18:22:05\tEs\t87.6\tBrocken\tD\tMDR_JUMP\t100\t"_s));
+        Logbook days;
+        for (const int day : {12, 13, 13}) {
+            LogEntry entry;
+            entry.piCode = u"D3C3"_s;
+            entry.dateTime = *fromCivil({2010, 6, day, 18, 22, day});
+            days.AddEntry(entry);
+        }
+        QCOMPARE(searchLog(days, LogSearch::PiCodeContains, u""),
+            (QStringList {u"D3C3\t12/06/2010 18:22:12\t\t\t\t\t\t\t"_s,
+                u"D3C3\t13/06/2010 18:22:13\t\t\t\t\t\t\t"_s, u"D3C3\t13/06/2010 18:22:13\t\t\t\t\t\t\t"_s}));
         Logbook empty;
         empty.AddEntry({});
         QCOMPARE(searchLog(empty, LogSearch::PiCodeContains, u""),

@@ -40,6 +40,15 @@ private Q_SLOTS:
         drawField(gradient);
         QCOMPARE(m_drawn, 2);
     }
+    void patternsCountAsDifferent()
+    {
+        drawField(QBrush(Qt::yellow, Qt::SolidPattern));
+        drawField(QBrush(Qt::yellow, Qt::Dense4Pattern));
+        drawField(QBrush(Qt::yellow, Qt::NoBrush));
+        QCOMPARE(m_drawn, 3);
+        drawField(QBrush(Qt::yellow, Qt::Dense4Pattern));
+        QCOMPARE(m_drawn, 3);
+    }
     void scrollBarsPushNothingElseOut()
     {
         drawField(Qt::yellow);

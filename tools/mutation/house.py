@@ -13,12 +13,12 @@ SURROUNDINGS = {"QT_QPA_PLATFORM": "offscreen", "LANG": "en_GB.UTF-8", "LC_ALL":
 class House:
     """The copy: `tree` with the sources, `build` beside them."""
 
-    def __init__(self, root, folder, jobs, only=None):
+    def __init__(self, root, folder, jobs):
         self.root = Path(root)
         self.tree = Path(folder) / "tree"
         self.build = self.tree / "build" / "default"
         self.jobs = jobs
-        self.only = only or {}
+        self.only = {}  # patterns of tests by their folder
         self.seconds = {}
 
     def refresh(self):

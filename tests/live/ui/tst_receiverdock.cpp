@@ -461,6 +461,18 @@ private Q_SLOTS:
         docked.press(u"receiverConnect"_s);
     }
 
+    void whatIsLoggedIsKnownBeforeTheLogSaysSo()
+    {
+        const TestDirectory folder;
+        Docked docked(folder.path());
+        Told &source = *docked.listen();
+        hear(source, 98'500'000, 0xD3C2, u"MDR JUMP"_s);
+        QVERIFY(!docked.dock.receiver().known().knows(98'500'000, 0xD3C2));
+        docked.dock.logHeard();
+        QCOMPARE(docked.receptions.size(), 1);
+        QVERIFY(docked.dock.receiver().known().knows(98'500'000, 0xD3C2));
+    }
+
     void whatTellsAStationStandsFirst()
     {
         const TestDirectory folder;
