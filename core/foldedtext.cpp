@@ -120,7 +120,8 @@ QString folded(QStringView text)
 {
     std::u16string out;
     appendFolded(out, text);
-    return QString::fromStdU16String(out);
+    // Not a conversion: that would take a byte order mark at the beginning away.
+    return QStringView(out).toString();
 }
 
 } // namespace quillon

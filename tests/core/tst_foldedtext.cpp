@@ -31,6 +31,7 @@ private Q_SLOTS:
         QTest::newRow("beyond the table") << u"\u1EBF\uFF21"_s << u"ea"_s;
         QTest::newRow("two halves") << u"\U0001D400"_s << u"a"_s;
         QTest::newRow("half of one") << QString(QChar(0xD835)) << QString(QChar(0xD835));
+        QTest::newRow("byte order marks") << u"\uFEFF\uFEFFa"_s << u"\uFEFF\uFEFFa"_s;
         QTest::newRow("empty") << QString() << QString();
     }
 
