@@ -1,5 +1,6 @@
 #include "core/logbook.h"
 #include "core/logrows.h"
+#include "support/paintings.h"
 #include "ui/grid.h"
 
 #include <QHeaderView>
@@ -11,6 +12,7 @@
 #include <numeric>
 
 using namespace quillon;
+using namespace quillon::test;
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -37,20 +39,6 @@ bool isPaintedWhole(Grid &grid)
     return !shown.isNull()
         && shown == grid.screen()->grabWindow(grid.winId()).toImage().convertToFormat(QImage::Format_RGB32);
 }
-
-/// How often a widget was painted.
-class Paintings : public QObject
-{
-public:
-    explicit Paintings(QWidget &widget) { widget.installEventFilter(this); }
-    int count = 0;
-
-    bool eventFilter(QObject * /*watched*/, QEvent *event) override
-    {
-        count += event->type() == QEvent::Paint ? 1 : 0;
-        return false;
-    }
-};
 
 } // namespace
 
