@@ -14,6 +14,23 @@ namespace {
 
 const QByteArray logbook = "D3C3|12/06/2010 18:22:05|Es|98.5|Bilbao|E||RNE_1|10|812.4|||\r\n";
 
+// A program does nothing for so long as this lives.
+class Halted
+{
+public:
+    explicit Halted(const Program &program)
+        : m_id(static_cast<pid_t>(program.process.processId()))
+    {
+        ::kill(m_id, SIGSTOP);
+    }
+    Halted(const Halted &) = delete;
+    Halted &operator=(const Halted &) = delete;
+    ~Halted() { ::kill(m_id, SIGCONT); }
+
+private:
+    pid_t m_id;
+};
+
 } // namespace
 
 /// Two programs on one folder.
@@ -61,12 +78,11 @@ private Q_SLOTS:
         startOn(first, u"log"_s);
         // Its title until then is that of the box which the second will show.
         QVERIFY(waitForWindow(first, u"^Quillon - "_s));
-        ::kill(static_cast<pid_t>(first.process.processId()), SIGSTOP);
+        const Halted halted(first);
         Program second;
         startOn(second, u"log"_s);
         QVERIFY(typed(second, u"^Quillon$"_s, u"Return"_s));
         QVERIFY(waitForWindow(second, u"^No Answer$"_s));
-        ::kill(static_cast<pid_t>(first.process.processId()), SIGCONT);
     }
 
     void theSecondCanBeClosedByKeys()
@@ -75,13 +91,12 @@ private Q_SLOTS:
         startOn(first, u"log"_s);
         QVERIFY(waitForWindow(first, u"^Quillon - "_s));
         // Were it asked to come to the front, it would be told that it does not answer.
-        ::kill(static_cast<pid_t>(first.process.processId()), SIGSTOP);
+        const Halted halted(first);
         Program second;
         startOn(second, u"log"_s);
         QVERIFY(typed(second, u"^Quillon$"_s, u"Tab Return"_s));
         QVERIFY(second.ended());
         QCOMPARE(second.process.exitCode(), 0);
-        ::kill(static_cast<pid_t>(first.process.processId()), SIGCONT);
     }
 
     void whatAKilledProgramLeavesIsHarmless()

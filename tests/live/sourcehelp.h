@@ -5,6 +5,8 @@
 #include "loopback.h"
 #include "rds-signal/groupmaker.h"
 
+#include <QUdpSocket>
+
 namespace quillon::test {
 
 inline const rdssignal::SignalStation jump {
@@ -22,6 +24,14 @@ inline const rdssignal::SignalStation france {87'500'000, 0xF201, QStringLiteral
         lines += before + groupText(maker.next()) + after;
     }
     return lines;
+}
+
+/// A port of loopback on which nobody takes datagrams now.
+[[nodiscard]] inline quint16 freeDatagramPort()
+{
+    QUdpSocket probe;
+    probe.bind(QHostAddress::LocalHost, 0);
+    return probe.localPort();
 }
 
 [[nodiscard]] inline HostPort at(quint16 port)

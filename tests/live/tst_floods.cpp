@@ -215,10 +215,7 @@ private Q_SLOTS:
     // Whoever sends faster than can be read leaves something to be read for ever.
     void datagrams()
     {
-        QUdpSocket probe;
-        QVERIFY(probe.bind(QHostAddress::LocalHost, 0));
-        const quint16 port = probe.localPort();
-        probe.close();
+        const quint16 port = freeDatagramPort();
         SrcpSource source(at(port));
         int told = 0;
         connect(&source, &ReceiverSource::told, this, [&] {

@@ -215,10 +215,7 @@ private Q_SLOTS:
     {
         QUdpSocket tuner;
         QVERIFY(tuner.bind(QHostAddress::LocalHost, 0));
-        QUdpSocket probe;
-        QVERIFY(probe.bind(QHostAddress::LocalHost, 0));
-        const quint16 port = probe.localPort();
-        probe.close();
+        const quint16 port = freeDatagramPort();
 
         Receiver receiver;
         auto source = std::make_unique<SrcpSource>(at(port));
@@ -250,10 +247,7 @@ private Q_SLOTS:
 
     void aTunerThatFallsSilentIsSaid()
     {
-        QUdpSocket probe;
-        QVERIFY(probe.bind(QHostAddress::LocalHost, 0));
-        const quint16 port = probe.localPort();
-        probe.close();
+        const quint16 port = freeDatagramPort();
         Receiver receiver;
         auto source = std::make_unique<SrcpSource>(at(port));
         source->setSecond(20);

@@ -185,8 +185,8 @@ Outcome longRound(const Round &round)
             outcome.lose(evening.error().isEmpty() ? u"too few rounds to compare"_s : evening.error());
             return;
         }
-        const QString problem =
-            evening.error() + growthIn(readings, round.wanted > 0); // a short run is too short for times
+        // Without a count it is too short for its times to tell anything.
+        const QString problem = evening.error() + growthIn(readings, round.wanted > 0);
         if (!problem.isEmpty()) {
             outcome.lose(problem);
         }

@@ -40,6 +40,17 @@ bool isPaintedWhole(Grid &grid)
         && shown == grid.screen()->grabWindow(grid.winId()).toImage().convertToFormat(QImage::Format_RGB32);
 }
 
+// True when it is on the screen.
+bool showFilled(Grid &grid, LogRows &rows)
+{
+    grid.setLogRows(rows);
+    grid.writeGridHeader();
+    grid.resize(700, 300);
+    grid.refill();
+    grid.show();
+    return QTest::qWaitForWindowExposed(&grid);
+}
+
 } // namespace
 
 /// Only what changes is painted, and it is all that changes.
@@ -57,12 +68,7 @@ private Q_SLOTS:
         }
         LogRows rows(log, MonthNames::of(QLocale::c()));
         Grid grid;
-        grid.setLogRows(rows);
-        grid.writeGridHeader();
-        grid.resize(700, 300);
-        grid.refill();
-        grid.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&grid));
+        QVERIFY(showFilled(grid, rows));
         for (int step = 0; step < 120; ++step) {
             const int where = random.bounded(3);
             grid.verticalScrollBar()->setValue(where == 0 ? 0
@@ -100,12 +106,7 @@ private Q_SLOTS:
         }
         LogRows rows(log, MonthNames::of(QLocale::c()));
         Grid grid;
-        grid.setLogRows(rows);
-        grid.writeGridHeader();
-        grid.resize(700, 300);
-        grid.refill();
-        grid.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&grid));
+        QVERIFY(showFilled(grid, rows));
         QCoreApplication::processEvents();
         const Paintings headings(*grid.horizontalHeader()->viewport());
         const Paintings cells(*grid.viewport());

@@ -3,7 +3,6 @@
 
 #include <QSignalSpy>
 #include <QTest>
-#include <QToolTip>
 
 using namespace quillon;
 using namespace Qt::StringLiterals;
