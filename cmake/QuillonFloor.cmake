@@ -1,6 +1,6 @@
 # quillon_floor(TARGET FOLDER [FILES glob...] LINKS target... [PRIVATE target...])
 #
-# A static library of the files of one folder. Headers are reached as "FOLDER/name.h", and only
+# A static library of the files of one folder, or a shared one with QUILLON_SHARED_FLOORS. Headers are reached as "FOLDER/name.h", and only
 # through the targets in LINKS and PRIVATE: a header of a floor that is not linked is not found, so an
 # include that climbs the wrong way does not build. LINKS are those that its headers show, which who links
 # the folder gets with it; PRIVATE those that only its sources use.
@@ -29,7 +29,12 @@ function(quillon_floor target folder)
         target_link_libraries(${target} INTERFACE quillon_rules ${FLOOR_LINKS})
         return()
     endif()
-    add_library(${target} STATIC ${files})
+    if(QUILLON_SHARED_FLOORS)
+        add_library(${target} SHARED ${files})
+        set_target_properties(${target} PROPERTIES DEFINE_SYMBOL "" LINK_DEPENDS_NO_SHARED ON)
+    else()
+        add_library(${target} STATIC ${files})
+    endif()
     # A new file alone does not make AUTOMOC and AUTOUIC run again.
     set(known ${CMAKE_CURRENT_BINARY_DIR}/${target}.files)
     set(before "")

@@ -64,7 +64,7 @@ def depend(one, other):
     if all(targets) and not any(re.search(r"(?<![\w.])" + re.escape(target[1]) + r"(?!\w)", text["text"])
                                 for target, text in zip(targets, (other, one))):
         return False
-    if all(re.search(r"[.>]set\w*\(", each["text"]) for each in (one, other)):
+    if all(re.search(r"(?:^|[.>])(?:set\w*|connect)\(", each["text"]) for each in (one, other)):
         return False
     return one["indent"] == other["indent"] and bool(names[0] & names[1])
 
