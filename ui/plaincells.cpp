@@ -12,8 +12,8 @@ namespace quillon {
 
 namespace {
 
-// More than the cells of the largest screen.
-constexpr int keptTexts = 8000;
+// The cells of a large screen twice over; each is a good kilobyte.
+constexpr int keptTexts = 2000;
 // A longer text is rare, and would only fill what is kept.
 constexpr qsizetype longest = 80;
 

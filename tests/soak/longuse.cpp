@@ -5,6 +5,7 @@
 #include <QAction>
 #include <QDir>
 #include <QFile>
+#include <QPixmapCache>
 
 #include <algorithm>
 #include <climits>
@@ -102,6 +103,8 @@ public:
         for (const QString &name : grown) {
             QFile::remove(m_root + u"/log/"_s + name);
         }
+        // The toolkit keeps up to 10 MB of pictures, and would take hours until it has them.
+        QPixmapCache::clear();
         reading.memory = residentMemory();
         reading.handles =
             QDir(u"/proc/self/fd"_s).entryList(QDir::Files | QDir::System | QDir::NoDotAndDotDot).size();
