@@ -107,6 +107,17 @@ private Q_SLOTS:
                 u"2026-02-04 100000.zip"_s, u"2026-02-05 100000.zip"_s, u"2026-11-22 050000.zip"_s}));
     }
 
+    void aLogbookNamedLikeAnotherFileStandsOnce()
+    {
+        m_home->config.changeConfig(u"LOGBOOK_FILENAME="_s, u"Country.lst"_s);
+        const QString path = m_home->backups().make(at(u"22/11/2026 05:00:00"_s));
+        QStringList names;
+        for (const ZipMember &member : readZip(path, ZipReading::Whole).members) {
+            names += member.name;
+        }
+        QCOMPARE(names, (QStringList {u"country.lst"_s, u"tx.lst"_s, u"LOGBOOK.INI"_s}));
+    }
+
     void aLargeListOfStationsIsLeftOut()
     {
         QFile stations(m_home->directory.file(u"stations.lst"_s));

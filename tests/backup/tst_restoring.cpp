@@ -207,6 +207,16 @@ private Q_SLOTS:
         QCOMPARE(problemOf(zipBytes(many, {}, {})), u"it holds 101 files"_s);
     }
 
+    void aFilePackedInAnUnknownWayIsTold()
+    {
+        QByteArray archive = zipBytes({{u"tx.lst"_s, "Brocken|D|51.8|10.6|100|\r\n"}}, {}, {});
+        constexpr char unknownMethod = 77;
+        archive[archive.indexOf("PK\3\4") + 8] = unknownMethod;
+        archive[archive.indexOf("PK\1\2") + 10] = unknownMethod;
+        const QString problem = problemOf(archive);
+        QVERIFY2(problem.contains(u"ompression method"_s), qPrintable(problem));
+    }
+
     void anArchiveWithoutALogbookIsRefused()
     {
         const TestDirectory directory;

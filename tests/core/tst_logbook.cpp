@@ -104,6 +104,19 @@ private Q_SLOTS:
         QCOMPARE(int(log.capacity()), capacity);
     }
 
+    void tellsHowManyMoreItTakes()
+    {
+        Logbook log;
+        QCOMPARE(log.room(), 32'497);
+        add(log, 600);
+        QCOMPARE(log.room(), 31'897);
+        add(log, 31'897);
+        QCOMPARE(log.room(), 0);
+        QString text;
+        QCOMPARE(errorOfAdding(log, text), ErrorName::Overflow);
+        QCOMPARE(log.room(), 0);
+    }
+
     void overflowsAtItsLastSize()
     {
         Logbook log;

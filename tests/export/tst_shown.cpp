@@ -127,6 +127,14 @@ private Q_SLOTS:
                 {u"FMList"_s, u"fml=sent#"_s}, {u"UID"_s, u"'@42"_s}}));
     }
 
+    void theGeoJsonIsReadAsItStands()
+    {
+        ShownFixture fixture({trickyReception()});
+        const QByteArray text = shownGeoJson(fixture.shown(3));
+        QVERIFY(text.contains("\"Köln & Bonn\""));
+        QVERIFY(text.contains("\"first \\\"line\\\"\\u000d\\u000asecond, <b>line</b> & €"));
+    }
+
     void aSiteWithoutAPlaceHasNoGeometry()
     {
         const ShownFixture fixture;

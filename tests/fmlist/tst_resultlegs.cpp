@@ -43,6 +43,14 @@ private Q_SLOTS:
         QVERIFY(legsOf({}, home).isEmpty());
     }
 
+    void aDegreeSouthOrWestIsAPlace()
+    {
+        const auto legs =
+            legsOf({result(u"87.6"_s, u"-1"_s, u"37.5"_s), result(u"87.6"_s, u"47.5"_s, u"-1"_s)}, home);
+        QCOMPARE(legs[0], legBetween(home, {-1, 37.5}));
+        QCOMPARE(legs[1], legBetween(home, {47.5, -1}));
+    }
+
     void theNearestPlausible_data()
     {
         QTest::addColumn<QString>("heard");

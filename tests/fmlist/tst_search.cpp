@@ -166,6 +166,7 @@ private Q_SLOTS:
         QTest::newRow("after the comma") << u"D, Berlin"_s << u"Berlin"_s;
         QTest::newRow("no comma") << u"Berlin"_s << u""_s;
         QTest::newRow("up to the next") << u"A,B,C"_s << u"B"_s;
+        QTest::newRow("nothing between them") << u"A,,C"_s << u""_s;
         QTest::newRow("nothing after it") << u"A,"_s << u""_s;
         QTest::newRow("empty") << u""_s << u""_s;
         QTest::newRow("blanks inside stay") << u"NRW,  Bad  Ems , x"_s << u"Bad  Ems"_s;

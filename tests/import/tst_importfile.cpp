@@ -70,6 +70,7 @@ private Q_SLOTS:
     void localTimesFollowTheZone_data();
     void localTimesFollowTheZone();
     void ownFilesComeInAsTheyWere();
+    void aLineFeedInTheNotesIsFollowedFor4096Characters();
     void refusedWithTheReason_data();
     void refusedWithTheReason();
     void badFilesAreRefusedInWords_data();
@@ -382,6 +383,19 @@ void TestImportFile::ownFilesComeInAsTheyWere()
     const QByteArray line = "|12/06/2010 18:22:05||98,5 MHz||||rne 1|1kw| 7|fml=none#|x|\r\n";
     QCOMPARE(
         told(read(line)), QStringList {u"1||12/06/2010 18:22:05||98,5 MHz||||rne 1|1kw| 7|fml=none#|x"_s});
+}
+
+void TestImportFile::aLineFeedInTheNotesIsFollowedFor4096Characters()
+{
+    const QByteArray before = "D3C3|12/06/2010 18:22:05|Es|87.6|Brocken|D|a\n";
+    const QByteArray after = "|RNE_1||812.4|\r\n";
+    const QByteArray notes(4096 - after.size(), 'b');
+    const ImportReading whole = read(before + notes + after, u"x"_s);
+    QCOMPARE(whole.rows.size(), std::size_t {1});
+    QVERIFY2(!whole.rows.front().isRefused(), qPrintable(whole.rows.front().refusal));
+    const ImportReading cut = read(before + 'b' + notes + after, u"x"_s);
+    QCOMPARE(cut.rows.size(), std::size_t {2});
+    QVERIFY(cut.rows.front().isRefused() && cut.rows.back().isRefused());
 }
 
 void TestImportFile::refusedWithTheReason_data()

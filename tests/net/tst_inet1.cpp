@@ -391,6 +391,14 @@ private Q_SLOTS:
         QVERIFY(!m_inet->stillExecuting());
     }
 
+    void aRefusedAddressLeavesNothingToRead()
+    {
+        m_inet->execute(search(), "GET");
+        QTRY_VERIFY(!m_inet->stillExecuting());
+        QVERIFY(opened("http://127.0.0.1/a b").startsWith(u"Invalid procedure call\n"_s));
+        QCOMPARE(m_inet->getChunk(100), QString());
+    }
+
     void aSecondRequestIsRefusedAndTheFirstGoesOn()
     {
         m_service->behave({.delay = 200});

@@ -81,6 +81,19 @@ private Q_SLOTS:
         QCOMPARE(findFile(home.path(), u"Tx.Lst"_s), std::optional(home.file(u"Tx.Lst"_s)));
     }
 
+    void anIndexFindsTheSame()
+    {
+        const TestDirectory home;
+        for (const QString &name : {u"a.ini"_s, u"Logbook.Ini"_s, u"TX.LST"_s, u"tx.lst"_s, u"z.ini"_s}) {
+            home.write(name, "x");
+        }
+        const FileIndex index(home.path());
+        for (const QString &name :
+            {u"A.INI"_s, u"LOGBOOK.INI"_s, u"TX.LST"_s, u"tx.lst"_s, u"Tx.Lst"_s, u"Z.ini"_s, u"new.ini"_s}) {
+            QCOMPARE(index.resolve(name), resolveFile(home.path(), name));
+        }
+    }
+
     void findsFilesOnly()
     {
         const TestDirectory home;

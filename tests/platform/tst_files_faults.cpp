@@ -41,6 +41,17 @@ int exitCodeOf(const std::function<int()> &work)
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
+// A file system that takes nothing, with a word of something else still standing in errno.
+class NothingTaken : public FileCalls
+{
+public:
+    ssize_t write(int, QByteArrayView) override
+    {
+        errno = EINTR;
+        return 0;
+    }
+};
+
 } // namespace
 
 class TestFilesFaults : public QObject
@@ -48,6 +59,20 @@ class TestFilesFaults : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void aWriteThatTakesNothingIsAFullDisk()
+    {
+        NothingTaken calls;
+        const TestDirectory home;
+        home.write(u"a.log"_s, "old");
+        try {
+            writeFile(home.file(u"a.log"_s), "new", calls);
+            QFAIL("nothing was thrown");
+        } catch (const RuntimeError &error) {
+            QCOMPARE(error.name(), nameOf(ENOSPC));
+        }
+        QCOMPARE(home.read(u"a.log"_s), "old"_ba);
+    }
+
     void everyCallMayFail_data()
     {
         QTest::addColumn<int>("code");

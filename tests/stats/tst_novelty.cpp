@@ -227,6 +227,24 @@ private Q_SLOTS:
         novelty.update(log, std::array {0});
         QVERIFY((novelty.newSinceRemembered() == NewThings {1, 3, 1, 1}));
     }
+
+    void anotherLogIsCountedFromItsBeginning()
+    {
+        RandomEntries random(5);
+        Logbook first;
+        Logbook second;
+        for (int i = 0; i < 40; ++i) {
+            first.AddEntry(random.next());
+            second.AddEntry(random.next());
+        }
+        Novelty novelty;
+        novelty.count(first);
+        novelty.count(second);
+        QCOMPARE(textOf(novelty, second), plainText(second));
+        second.AddEntry(random.next());
+        novelty.update(second, std::array {40});
+        QCOMPARE(textOf(novelty, second), plainText(second));
+    }
 };
 
 QTEST_GUILESS_MAIN(TestNovelty)
