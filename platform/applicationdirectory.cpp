@@ -2,6 +2,7 @@
 
 #include "platform/files.h"
 #include "platform/folder.h"
+#include "platform/folderlock.h"
 #include "platform/runtimeerror.h"
 
 #include <QCoreApplication>
@@ -11,6 +12,7 @@
 #include <QStandardPaths>
 
 #include <cerrno>
+#include <optional>
 #include <sys/types.h>
 
 namespace quillon {
@@ -20,6 +22,36 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr mode_t usualMode = 0777;
+
+// A shelter is closed to others; in it stands the directory that is filled, of files alone.
+QString filledIn(const QString &shelter)
+{
+    return shelter + u"/new"_s;
+}
+
+void removeShelter(const QString &shelter, FileCalls &calls)
+{
+    const QString directory = filledIn(shelter);
+    const QStringList files = QDir(directory).entryList(QDir::Files | QDir::Hidden);
+    for (const QString &file : files) {
+        calls.remove(QFile::encodeName(filePath(directory, file)));
+    }
+    calls.removeDirectory(QFile::encodeName(directory));
+    calls.removeDirectory(QFile::encodeName(shelter));
+}
+
+// What a first start that was killed has left; the shelter of one that is still at work is locked.
+void removeLeftShelters(const QString &above, FileCalls &calls)
+{
+    const QStringList names =
+        QDir(above).entryList({u".quillon-??????"_s}, QDir::Dirs | QDir::Hidden | QDir::NoSymLinks);
+    for (const QString &name : names) {
+        const FolderLock lock(filePath(above, name));
+        if (!lock.isTaken()) {
+            removeShelter(filePath(above, name), calls);
+        }
+    }
+}
 
 // A directory that is filled before it gets its name; gone with all that is in it unless it was renamed.
 class NewDirectory
@@ -35,18 +67,19 @@ public:
         QByteArray name = QFile::encodeName(above + u"/.quillon-XXXXXX"_s);
         check(calls.makeDirectoryOfNewName(name));
         m_shelter = QFile::decodeName(name);
-        // The shelter is closed to others; what is filled gets the usual mode bits.
+        m_atWork.emplace(m_shelter);
+        // What is filled gets the usual mode bits.
         if (calls.makeDirectory(QFile::encodeName(path()), usualMode) < 0) {
             const int code = errno;
-            removeAll();
+            removeShelter(m_shelter, m_calls);
             throw systemError(code, m_doing);
         }
     }
-    ~NewDirectory() { removeAll(); }
+    ~NewDirectory() { removeShelter(m_shelter, m_calls); }
     NewDirectory(const NewDirectory &) = delete;
     NewDirectory &operator=(const NewDirectory &) = delete;
 
-    [[nodiscard]] QString path() const { return m_shelter + u"/new"_s; }
+    [[nodiscard]] QString path() const { return filledIn(m_shelter); }
 
     void commit() const
     {
@@ -62,21 +95,11 @@ private:
         }
     }
 
-    // It holds files alone.
-    void removeAll() const
-    {
-        const QStringList files = QDir(path()).entryList(QDir::Files | QDir::Hidden);
-        for (const QString &file : files) {
-            m_calls.remove(QFile::encodeName(filePath(path(), file)));
-        }
-        m_calls.removeDirectory(QFile::encodeName(path()));
-        m_calls.removeDirectory(QFile::encodeName(m_shelter));
-    }
-
     FileCalls &m_calls;
     QString m_doing;
     QByteArray m_target;
     QString m_shelter;
+    std::optional<FolderLock> m_atWork;
 };
 
 // A supplied file that says in which code page the exports write. A file that says nothing of it stays as it
@@ -127,6 +150,7 @@ QString suppliedDirectory()
 void prepareApplicationDirectory(
     const QString &directory, const QString &supplied, const CodePage &codePage, FileCalls &calls)
 {
+    removeLeftShelters(QFileInfo(directory).path(), calls);
     if (QFileInfo::exists(directory)) {
         if (!QFileInfo(directory).isDir()) {
             throw RuntimeError(ErrorName::PathNotFound, directory + u" is not a directory"_s);

@@ -29,7 +29,8 @@ struct DirectoryChoice
 /// Creates `directory` and copies the supplied files into it when it does not exist; leaves an existing one
 /// as it is. The copied templates and the map viewer name `codePage` as the encoding of what the exports
 /// write. Throws the run-time error of what failed; there is no directory then, so that the next start tries
-/// anew, unless only the sync of the folder above it failed: it is there whole then.
+/// anew, unless only the sync of the folder above it failed: it is there whole then. Removes beside it what a
+/// start that was killed here has left.
 void prepareApplicationDirectory(const QString &directory, const QString &supplied, const CodePage &codePage,
     FileCalls &calls = FileCalls::real());
 

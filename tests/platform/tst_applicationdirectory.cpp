@@ -1,5 +1,6 @@
 #include "platform/applicationdirectory.h"
 #include "platform/files.h"
+#include "platform/folderlock.h"
 #include "platform/runtimeerror.h"
 #include "support/faultycalls.h"
 #include "support/testfiles.h"
@@ -125,6 +126,31 @@ private Q_SLOTS:
             }
             QCOMPARE(home.read(u"log/a.lst"_s), "one"_ba);
             QCOMPARE(home.read(u"log/b.lst"_s), "two"_ba);
+        }
+    }
+
+    void whatAKilledStartHasLeftIsRemoved()
+    {
+        const TestDirectory supplied;
+        supplied.write(u"country.lst"_s, "D\r\n");
+        const TestDirectory home;
+        home.write(u".quillon-Abc123/new/country.lst"_s, "D\r\n");
+        home.write(u".quillon-Abc123/new/.tx.lst.new"_s, "half");
+        QVERIFY(QDir(home.path()).mkpath(u".quillon-empty1"_s));
+        home.write(u".quillon-longer7/new/a"_s, "of somebody else");
+        home.write(u".quillon-mine12/notes"_s, "of somebody else");
+        home.write(u".quillon-atwork/new/country.lst"_s, "D");
+        const FolderLock lock(home.file(u".quillon-atwork"_s));
+        for (int start = 0; start < 2; ++start) {
+            prepareApplicationDirectory(
+                home.file(u"log"_s), supplied.path(), CodePage(1252), FileCalls::real());
+            QVERIFY(!QFileInfo::exists(home.file(u".quillon-Abc123"_s)));
+            QVERIFY(!QFileInfo::exists(home.file(u".quillon-empty1"_s)));
+            QVERIFY(QFileInfo::exists(home.file(u".quillon-longer7/new/a"_s)));
+            QVERIFY(QFileInfo::exists(home.file(u".quillon-mine12/notes"_s)));
+            QCOMPARE(home.read(u".quillon-atwork/new/country.lst"_s), "D"_ba);
+            // And once more beside a folder that is there.
+            QVERIFY(QDir(home.path()).mkpath(u".quillon-empty1"_s));
         }
     }
 

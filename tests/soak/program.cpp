@@ -129,6 +129,9 @@ void killAFirstStart(
     if (const QString name = surplus(folder, known); !name.isEmpty()) {
         outcome.lose(u"the new folder also holds "_s + name);
     }
+    if (const QString name = surplus(root + u"/first"_s, {u"quillon"_s}); !name.isEmpty()) {
+        outcome.lose(u"beside the new folder is left "_s + name);
+    }
     next.kill();
     QDir(root + u"/first"_s).removeRecursively();
 }
