@@ -392,6 +392,31 @@ private Q_SLOTS:
         QCOMPARE(*listening.clockOff(), qint64(-3600));
     }
 
+    void aMomentIsNoStationAndTwoGroupsAre_data()
+    {
+        QTest::addColumn<int>("groups");
+        QTest::addColumn<bool>("certain");
+        QTest::addColumn<std::size_t>("rows");
+        QTest::newRow("one group") << 1 << false << std::size_t(0);
+        QTest::newRow("two groups") << 2 << false << std::size_t(1);
+        QTest::newRow("told for certain") << 0 << true << std::size_t(1);
+    }
+
+    void aMomentIsNoStationAndTwoGroupsAre()
+    {
+        QFETCH(int, groups);
+        QFETCH(bool, certain);
+        Station station;
+        station.pi = code;
+        station.first = start;
+        station.last = start;
+        station.groups = groups;
+        station.certain = certain;
+        HeardTable table;
+        table.note(station);
+        QTEST(table.rows().size(), "rows");
+    }
+
     void theTableKeepsWhatWasHeard()
     {
         HeardTable table;

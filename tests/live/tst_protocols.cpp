@@ -212,6 +212,9 @@ private Q_SLOTS:
             "=;;;=5;pi=;pi=XXXX;pi=D3C2Z;freq=-1;freq=?;ecc=1FF;RcvLevel=nan")
                                   << u""_s;
         QTest::newRow("empty") << QByteArray() << u""_s;
+        QTest::newRow("the last of 64 pairs")
+            << QByteArray("x=1;").repeated(63) + "pi=D3C2" << u"pi D3C2 3"_s;
+        QTest::newRow("behind 64 pairs") << QByteArray("x=1;").repeated(64) + "pi=D3C2" << u""_s;
         QTest::newRow("a long name") << QByteArray("ps=") + QByteArray(1'000'000, 'A') << u"ps [AAAAAAAA]"_s;
     }
 

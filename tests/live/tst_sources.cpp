@@ -400,6 +400,19 @@ private Q_SLOTS:
         QCOMPARE(QFile(path).size(), size);
     }
 
+    void aCommandIsAskedToEnd()
+    {
+        const TestDirectory directory;
+        const QString ready = directory.file(u"ready"_s);
+        const QString asked = directory.file(u"asked"_s);
+        RedseaSource source(
+            u"trap 'echo x > %1; exit' TERM; echo x > %2; while :; do sleep 0.01; done"_s.arg(asked, ready));
+        source.start();
+        QTRY_VERIFY(QFile::exists(ready));
+        source.stop();
+        QTRY_VERIFY(QFile::exists(asked));
+    }
+
     void whatTheShellLeavesRunningEndsWithIt()
     {
         const TestDirectory directory;
