@@ -232,13 +232,20 @@ private Q_SLOTS:
     {
         const Logbook logbook;
         const Window stats(logbook);
+        const QLegend *legend = stats.chart().chart()->legend();
+        stats.window->renderDataMonth({});
+        QVERIFY(!legend->isVisible());
         stats.window->renderDataTest();
         QCOMPARE(stats.chart().table().cell(1, 2), u"Test 1"_s);
+        QVERIFY(legend->isVisible());
+        stats.window->renderDataDays({});
+        QVERIFY(!legend->isVisible());
         DayHourCounts counts {};
         counts[23][31] = 7;
         stats.window->renderDataDaysTime24depracated(counts);
         QCOMPARE(stats.chart().table().cell(32, 25), u"7"_s);
         QCOMPARE(stats.chart().table().cell(1, 25), u"23hr"_s);
+        QVERIFY(legend->isVisible());
         stats.window->initGraph();
         QVERIFY(stats.chart().table().isEmpty());
     }

@@ -4,6 +4,8 @@
 #include <QSignalSpy>
 #include <QTest>
 
+#include <algorithm>
+
 using namespace quillon;
 using namespace Qt::StringLiterals;
 
@@ -66,6 +68,38 @@ private Q_SLOTS:
         QVERIFY(image.pixel(square.center()) != image.pixel(2, 2));
         const QRect name(line + font.ascent() + 4, line, font.horizontalAdvance(u"Es"_s) + 4, line);
         QVERIFY(marksIn(image, name) > 10);
+    }
+
+    // All that stands there is the ground, the colour of the mode, or between these two.
+    void theColourOfAModeHasNoEdge()
+    {
+        RoseChart chart;
+        chart.resize(500, 400);
+        chart.setFigures(oneReception(3));
+        const QImage image = chart.grab().toImage();
+        const ChartStyle style = ChartStyle::of(chart.palette());
+        const QColor colour = style.series(0, 1);
+        const auto isBetween = [](int value, int one, int other) {
+            return value >= std::min(one, other) - 2 && value <= std::max(one, other) + 2;
+        };
+        const QFontMetrics font = chart.fontMetrics();
+        const QRect square(font.height(), font.height(), font.ascent(), font.ascent());
+        const QRect around = square.adjusted(-2, -2, 2, 2);
+        for (int y = around.top(); y <= around.bottom(); ++y) {
+            for (int x = around.left(); x <= around.right(); ++x) {
+                const QColor seen = image.pixelColor(x, y);
+                QVERIFY(isBetween(seen.red(), style.ground.red(), colour.red()));
+                QVERIFY(isBetween(seen.green(), style.ground.green(), colour.green()));
+                QVERIFY(isBetween(seen.blue(), style.ground.blue(), colour.blue()));
+            }
+        }
+    }
+
+    void aPictureIsThreeQuartersAsHighAsItIsWide()
+    {
+        RoseChart chart;
+        chart.setFigures(oneReception(3));
+        QCOMPARE(chart.picture().size(), QSize(1920, 1440));
     }
 };
 
