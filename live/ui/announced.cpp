@@ -14,9 +14,6 @@ bool Announced::isNew(qint64 step, quint16 pi, qint64 now)
         return wasAway;
     }
     if (m_heard.size() >= most) {
-        m_heard.removeIf([&](const auto &entry) { return now - entry.value() > awayFor; });
-    }
-    if (m_heard.size() >= most) {
         m_heard.erase(std::ranges::min_element(m_heard));
     }
     m_heard.insert(key, now);

@@ -31,6 +31,24 @@ using namespace quillon::rdssignal;
 using namespace quillon::test;
 using namespace Qt::StringLiterals;
 
+namespace {
+
+/// Whether a window was brought before the others.
+class Fronted : public QObject
+{
+public:
+    explicit Fronted(QWidget &window) { window.installEventFilter(this); }
+    bool seen = false;
+
+    bool eventFilter(QObject * /*watched*/, QEvent *event) override
+    {
+        seen = seen || event->type() == QEvent::ZOrderChange;
+        return false;
+    }
+};
+
+} // namespace
+
 class TestReceiverDock : public QObject
 {
     Q_OBJECT
@@ -399,6 +417,21 @@ private Q_SLOTS:
         QTRY_VERIFY(docked.dock.findChild<QDialog *>(u"autoLog"_s) == nullptr);
         const AutoLogRules rules = readReceiverSettings(folder.path()).autoLog;
         QCOMPARE(rules, (AutoLogRules {true, 7, 8, 90, {{98'500'000, 0xD3C2}, {87'600'000, {}}}}));
+    }
+
+    void theDialogOfTheRulesComesToTheFrontWhenItIsChosenAgain()
+    {
+        const TestDirectory folder;
+        Docked docked(folder.path());
+        docked.choose(u"Automatic Logging…"_s);
+        auto *const dialog = docked.dock.findChild<QDialog *>(u"autoLog"_s);
+        docked.window.activateWindow();
+        QTRY_VERIFY(docked.window.isActiveWindow());
+        const Fronted fronted(*dialog);
+        docked.choose(u"Automatic Logging…"_s);
+        QCOMPARE(docked.dock.findChildren<QDialog *>(u"autoLog"_s).size(), 1);
+        QTRY_VERIFY(dialog->isActiveWindow());
+        QVERIFY(fronted.seen);
     }
 
     void theSourceIsKeptAndThePasswordIsNobodysBusiness()
