@@ -35,7 +35,6 @@ MapLegend::MapLegend(QWidget *parent)
 void MapLegend::show(const MapScene &scene, const MapStyle &style)
 {
     m_ground = style.halo;
-    m_ground.setAlpha(225);
     m_edge = style.border;
     m_isEmpty = true;
     for (std::size_t mode = 0; mode < mapModeCount; ++mode) {

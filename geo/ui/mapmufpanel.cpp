@@ -48,10 +48,8 @@ void paintMufPanel(
 {
     const double line = QFontMetricsF(font).height();
     painter.setFont(font);
-    QColor ground = style.halo;
-    ground.setAlpha(225);
     painter.setPen(style.border);
-    painter.setBrush(ground);
+    painter.setBrush(style.halo);
     painter.drawRoundedRect(place, 4, 4);
     const QRectF inner = place.adjusted(padding, padding, -padding, -padding);
     painter.setPen(style.text);

@@ -47,10 +47,8 @@ public:
 
     void paint(QPainter &painter) const
     {
-        QColor ground = m_picture.style.halo;
-        ground.setAlpha(225);
         painter.setPen(m_picture.style.border);
-        painter.setBrush(ground);
+        painter.setBrush(m_picture.style.halo);
         painter.drawRoundedRect(m_place, 4, 4);
         double top = m_place.top() + padding;
         for (const std::size_t mode : m_modes) {

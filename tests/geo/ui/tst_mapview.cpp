@@ -4,6 +4,7 @@
 #include "geo/ui/maplegend.h"
 #include "geo/ui/mapview.h"
 #include "support/paintings.h"
+#include "support/pictures.h"
 
 #include <QAccessible>
 #include <QApplication>
@@ -546,11 +547,15 @@ private Q_SLOTS:
             mufPanelPlace(shown->scene(), QSizeF(shown->size()), shown->font()).toAlignedRect();
         QVERIFY(!panel.isEmpty());
         const QImage with = shown->grab(panel).toImage();
+        const QColor best = MapStyle::of(shown->palette()).mode(esMode);
+        QCOMPARE(areasOf(with, best.rgb()).size(), std::size_t(1));
         MapData without = around(germany);
         without.highestMuf = {};
         shown->setData(without);
         QVERIFY(mufPanelPlace(shown->scene(), QSizeF(shown->size()), shown->font()).isEmpty());
-        QVERIFY(shown->grab(panel).toImage() != with);
+        const QImage nothing = shown->grab(panel).toImage();
+        QVERIFY(nothing != with);
+        QCOMPARE(areasOf(nothing, best.rgb()).size(), std::size_t(0));
     }
 
     void pathsOfSeveralHopsCastNoCloud()
@@ -606,6 +611,39 @@ private Q_SLOTS:
         shown->showAll();
         QCOMPARE(childNames(*shown).size(), 5001);
         QVERIFY(!shown->grab().isNull());
+    }
+
+    void aPictureHoldsAllThatIsShown_data()
+    {
+        QTest::addColumn<QSize>("size");
+        QTest::newRow("high") << QSize(300, 900);
+        QTest::newRow("wide") << QSize(1200, 300);
+        QTest::newRow("as it is") << QSize(800, 600);
+    }
+
+    void aPictureHoldsAllThatIsShown()
+    {
+        QFETCH(QSize, size);
+        Shown shown(around(germany));
+        const MapPicture picture = shown->picture();
+        const double times = std::max(800.0 / size.width(), 600.0 / size.height());
+        const MapViewport viewport(picture.viewport.centre(), picture.viewport.kmPerPixel() * times, size);
+        const QPoint sevilla = viewport.toPixel(shown->scene().pointOf({37.4, -6.0})).toPoint();
+        QVERIFY(QRect({}, size).contains(sevilla));
+        QVERIFY(near(mapImage(picture, size).pixelColor(sevilla), picture.style.mode(esMode)));
+    }
+
+    void theLegendOfAPictureHasAGround()
+    {
+        Shown shown(around(germany));
+        constexpr QSize size(600, 500);
+        const QPoint inLegend(12, size.height() - 12);
+        const QColor with = mapImage(shown->picture(), size).pixelColor(inLegend);
+        shown->setModeShown(esMode, false);
+        shown->setModeShown(mapModeOf(u"Tropo"), false);
+        const QColor without = mapImage(shown->picture(), size).pixelColor(inLegend);
+        QVERIFY(with != without);
+        QVERIFY(with.lightness() > without.lightness());
     }
 
     void picturesHaveAnySize()
