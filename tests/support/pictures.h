@@ -2,10 +2,19 @@
 
 #include <QImage>
 #include <QRect>
+#include <QWidget>
 
 #include <vector>
 
 namespace quillon::test {
+
+/// A widget as it is painted, one pixel to each of its own on every screen.
+[[nodiscard]] inline QImage painted(QWidget &widget)
+{
+    QImage image(widget.size(), QImage::Format_RGB32);
+    widget.render(&image);
+    return image;
+}
 
 /// The areas of exactly this colour, from left to right: each as the rectangle around a run of columns that
 /// hold it, broken by any column that does not.

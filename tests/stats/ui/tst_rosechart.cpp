@@ -1,5 +1,6 @@
 #include "stats/mapdata.h"
 #include "stats/ui/rosechart.h"
+#include "support/pictures.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -7,6 +8,7 @@
 #include <algorithm>
 
 using namespace quillon;
+using namespace quillon::test;
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -60,7 +62,7 @@ private Q_SLOTS:
         RoseChart chart;
         chart.resize(500, 400);
         chart.setFigures(oneReception(3));
-        const QImage image = chart.grab().toImage();
+        const QImage image = painted(chart);
         const QFontMetrics font = chart.fontMetrics();
         const int line = font.height();
         const QRect square(line + 2, line + 2, font.ascent() - 4, font.ascent() - 4);
@@ -76,7 +78,7 @@ private Q_SLOTS:
         RoseChart chart;
         chart.resize(500, 400);
         chart.setFigures(oneReception(3));
-        const QImage image = chart.grab().toImage();
+        const QImage image = painted(chart);
         const ChartStyle style = ChartStyle::of(chart.palette());
         const QColor colour = style.series(0, 1);
         const auto isBetween = [](int value, int one, int other) {
