@@ -207,6 +207,21 @@ private Q_SLOTS:
         QCOMPARE(problemOf(zipBytes(many, {}, {})), u"it holds 101 files"_s);
     }
 
+    void aFileThatIsBrokenIsToldAndNothingOfItComesIn()
+    {
+        const QByteArray name = "tx.lst";
+        QByteArray archive = zipBytes(
+            {{QString::fromLatin1(name), "Brocken|D|51.8|10.6|100|\r\n"}, {u"country.lst"_s, "D\r\n"}}, {},
+            {});
+        constexpr qsizetype headOfAFile = 30;
+        archive[archive.indexOf("PK\3\4") + headOfAFile + name.size() + 2] ^= 1;
+        const TestDirectory directory;
+        directory.write(u"a.zip"_s, archive);
+        const ZipContent content = readZip(directory.file(u"a.zip"_s), ZipReading::Whole);
+        QVERIFY(!content.problem.isEmpty());
+        QVERIFY(content.members.empty());
+    }
+
     void aFilePackedInAnUnknownWayIsTold()
     {
         QByteArray archive = zipBytes({{u"tx.lst"_s, "Brocken|D|51.8|10.6|100|\r\n"}}, {}, {});

@@ -44,4 +44,23 @@ UNSEEN = {
     ("geo/planeoutlines.cpp", "if (span > m_tolerance && (span > straight || length(to.point) > antipodeDistance / 2)) {",
      "if (span > m_tolerance && (span > straight || length(to.point) > antipodeDistance / 3)) {"):
         "short edges nearer to home are as straight as their halves",
+    ("live/rdsreader.cpp", "m_end = 0;", "m_end = 1;"): "characters come in pairs: an end of one never tells a text",
+    ("live/ui/receiverdock.cpp", "m_receiver.known().add(station.hertz, station.pi); m_receiver.setLogged(station);",
+     "m_receiver.setLogged(station); m_receiver.known().add(station.hertz, station.pi);"): "neither needs the other",
+    ("stats/ui/logstats.cpp", "FX_ResetMSChart(*ui->MSChart1); AddLegend(*ui->MSChart1, false);",
+     "AddLegend(*ui->MSChart1, false); FX_ResetMSChart(*ui->MSChart1);"): "both set different things",
+    ("stats/ui/logstats.cpp", "AddLegend(*ui->MSChart1, legendTgl); ui->MSChart1->setTable(table);",
+     "ui->MSChart1->setTable(table); AddLegend(*ui->MSChart1, legendTgl);"): "the legend is settled before the chart is painted",
+    ("stats/ui/rosechart.cpp", "painter.drawText(square.bottomRight() + QPointF(6, -2), mapModeName(m_modes[i]));",
+     "painter.drawText(square.bottomRight() + QPointF(6, -3), mapModeName(m_modes[i]));"): "a pixel of a word's place",
+    ("geo/ui/maplegend.cpp", "box.setVisible(count > 0); m_isEmpty = m_isEmpty && count == 0;",
+     "m_isEmpty = m_isEmpty && count == 0; box.setVisible(count > 0);"): "neither needs the other",
+    ("geo/ui/mapmufpanel.cpp", "const QRectF bar(left + 1, bottom - height, step - 2, height);",
+     "const QRectF bar(left + 1, bottom - height, step - 3, height);"): "a bar is a pixel narrower",
+    ("geo/ui/mapmufpanel.cpp", "painter.drawRoundedRect(place, 4, 4);", "painter.drawRoundedRect(place, 5, 4);"):
+        "how round a corner is",
+    ("geo/ui/mapdock.cpp",
+     "connect(m_map, &MapView::siteChosen, this, &MapDock::siteChosen); connect(m_map, &MapView::setupWanted, this, &MapDock::setupWanted);",
+     "connect(m_map, &MapView::setupWanted, this, &MapDock::setupWanted); connect(m_map, &MapView::siteChosen, this, &MapDock::siteChosen);"):
+        "connections of different signals",
 }
