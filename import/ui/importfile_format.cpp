@@ -101,7 +101,7 @@ std::vector<std::size_t> importFile::shownFiles() const
 {
     const std::size_t count = m_session.sources().size();
     const int place = ui->importFileShown->currentIndex();
-    if (count > 1 && place > 0) {
+    if (place > 0) {
         return {static_cast<std::size_t>(place) - 1};
     }
     std::vector<std::size_t> files(count);

@@ -1,4 +1,5 @@
 #include "import/ui/importfile.h"
+#include "import/ui/importmodel.h"
 
 #include "core/ui/importingwindow.h"
 #include "support/importsamples.h"
@@ -12,6 +13,7 @@
 #include <QPointer>
 #include <QSpinBox>
 #include <QTableView>
+#include <QTableWidget>
 
 #include <cerrno>
 
@@ -111,6 +113,8 @@ private Q_SLOTS:
     void filesAreChosenAndImportedAsOneStep();
     void aFolderIsDropped();
     void whatIsThereIsLeftOutUnlessTicked();
+    void theMinutesAreKept();
+    void onlyWhatCanComeInHasATick();
     void rowsCompleteWhatIsThere();
     void theFormatIsShownAndCanBeChanged();
     void columnsAreAskedOnceAndKept();
@@ -159,7 +163,12 @@ void TestImportFileWindow::theMenuOpensOneWindow()
     QVERIFY(dialog.isVisible());
     QCOMPARE(dialog.windowTitle(), u"Receptions from a File"_s);
     QVERIFY(!FileImportWindow::mayImport(dialog));
+    const auto *table = dialog.findChild<QTableView *>(u"importTable"_s);
+    QVERIFY(table->isColumnHidden(ImportModel::Line));
     QCOMPARE(&window.open(), &dialog);
+    window.write(u"a.csv"_s, heading);
+    window.drop(dialog, {u"a.csv"_s});
+    QVERIFY(!table->isColumnHidden(ImportModel::Line));
     QTest::keyClick(&dialog, Qt::Key_Escape);
     QVERIFY(!dialog.isVisible());
 }
@@ -253,6 +262,34 @@ void TestImportFileWindow::whatIsThereIsLeftOutUnlessTicked()
         u"Added: 1\nCompleted: 0\nAlready there: 1\nRefused: 0\nLeft out: 1"_s);
 }
 
+void TestImportFileWindow::theMinutesAreKept()
+{
+    FileImportWindow window;
+    window.start(oldEntry);
+    importFile &dialog = window.open();
+    dialog.findChild<QSpinBox *>(u"importMinutes"_s)->setValue(7);
+    dialog.close();
+    QCOMPARE(window.open().findChild<QSpinBox *>(u"importMinutes"_s)->value(), 7);
+}
+
+void TestImportFileWindow::onlyWhatCanComeInHasATick()
+{
+    FileImportWindow window;
+    window.write(u"a.csv"_s, heading + "2010-06-13 18:30:00,F201,100.5,,,,,,,,,\r\nnever,,,,,,,,,,,\r\n");
+    window.start(oldEntry);
+    importFile &dialog = window.open();
+    window.drop(dialog, {u"a.csv"_s});
+    const QAbstractItemModel &model = *dialog.findChild<QTableView *>(u"importTable"_s)->model();
+    QCOMPARE(model.rowCount(), 2);
+    QCOMPARE(model.index(1, ImportModel::State).data().toString(), u"Refused"_s);
+    for (int row = 0; row < model.rowCount(); ++row) {
+        for (int column = 0; column < model.columnCount(); ++column) {
+            QCOMPARE(model.index(row, column).data(Qt::CheckStateRole).isValid(),
+                row == 0 && column == ImportModel::State);
+        }
+    }
+}
+
 void TestImportFileWindow::rowsCompleteWhatIsThere()
 {
     FileImportWindow window;
@@ -314,6 +351,7 @@ void TestImportFileWindow::columnsAreAskedOnceAndKept()
     QTimer::singleShot(0, &dialog, [&] {
         auto *columns = dialog.findChild<QDialog *>(u"importColumns"_s);
         QVERIFY(columns);
+        QCOMPARE(columns->findChild<QTableWidget *>()->accessibleName(), u"Columns"_s);
         auto *first = columns->findChild<QComboBox *>(u"use1"_s);
         QCOMPARE(first->currentText(), u"To Notes, with its name"_s);
         auto *ok = columns->findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Ok);
@@ -422,7 +460,8 @@ void TestImportFileWindow::aFailingSaveIsToldAndNothingIsLost()
     QCOMPARE(window.logbook(), oldEntry);
     QCOMPARE(window.form().log().count(), 2);
     QVERIFY2(window.text("news").contains(u"new"_s), qPrintable(window.text("news")));
-    QVERIFY(FileImportWindow::label(dialog, u"importReport"_s).startsWith(u"Added: 1\n"_s));
+    const QString report = FileImportWindow::label(dialog, u"importReport"_s);
+    QVERIFY2(report.startsWith(u"Added: 1\n"_s) && report.endsWith(u"\n\n"_s + told), qPrintable(report));
     QVERIFY(!FileImportWindow::mayImport(dialog));
     window.form().document().saveUnsaved();
     QCOMPARE(window.logbook(), oldEntry + "F201|13/06/2010 18:30:00||100.5|||||||||\r\n");
