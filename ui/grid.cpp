@@ -62,7 +62,6 @@ LogRows &Grid::logRows() const
 
 void Grid::refill(std::span<const qint32> changed)
 {
-    const QScopedValueRollback byProgram(m_byProgram, true);
     logRows().refill(changed);
     selectionModel()->clear();
     forgetHidden();
@@ -152,7 +151,6 @@ void Grid::sortGridByColumn(int column)
 
 void Grid::sortBy(const std::optional<LogRows::Sorting> &sorting)
 {
-    const QScopedValueRollback byProgram(m_byProgram, true);
     logRows().sortBy(sorting);
     showSorting();
     if (row() > 0) {

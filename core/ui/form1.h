@@ -133,7 +133,6 @@ private:
     // form1_grid.cpp: the log grid
     void Grid1_RowSelect(int row);
     void Grid1_HeaderClick(int column);
-    void makeCurrent(int row);
     bool loadRow(qint32 entry);
     void closeEntry();
     void documentChanged(const DocumentChange &what);

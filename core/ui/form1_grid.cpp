@@ -122,13 +122,6 @@ void Form1::Grid1_HeaderClick(int column)
     m_ui->Grid1->sortByNext(column);
 }
 
-// Makes a row current and loads its entry, as a click on it does.
-void Form1::makeCurrent(int row)
-{
-    m_ui->Grid1->setRow(row);
-    Grid1_RowSelect(row);
-}
-
 // False when the status line says already where a file was kept, or how far a work has come.
 bool Form1::mayTell()
 {

@@ -73,6 +73,7 @@ private Q_SLOTS:
     void whatTheMapShowsIsMarkedAndEscShowsAll();
     void whatAChangeOfManyHidesIsTold();
     void theMarkComesBackToTheReceptionInTheForm();
+    void showLeavesTheMarkWhenNothingIsThereToBeShown();
 };
 
 void TestFilteredLog::whatIsTypedOutlivesAChangeOfMany()
@@ -333,6 +334,22 @@ void TestFilteredLog::theMarkComesBackToTheReceptionInTheForm()
     window.type("filterText", u"itu:E"_s);
     QCOMPARE(window.grid().row(), 2);
     QCOMPARE(window.form().selected(), 1);
+}
+
+void TestFilteredLog::showLeavesTheMarkWhenNothingIsThereToBeShown()
+{
+    MainWindow window;
+    window.start(malaga + madrid);
+    window.type("filterText", u"itu:E"_s);
+    (void)addStation(window);
+    QVERIFY2(
+        window.text("status").endsWith(u", which the filter hides"_s), qPrintable(window.text("status")));
+    // Other work than the menu's, which says nothing.
+    window.form().document().undo();
+    window.grid().setRow(1);
+    clickLink(window);
+    QCOMPARE(window.grid().rows(), 3);
+    QCOMPARE(window.grid().row(), 1);
 }
 
 QTEST_MAIN(TestFilteredLog)

@@ -1,4 +1,6 @@
+#include "live/ui/receiverdock.h"
 #include "loggingwindow.h"
+#include "support/told.h"
 
 using namespace Qt::StringLiterals;
 using namespace quillon;
@@ -11,6 +13,7 @@ class TestFullLog : public QObject
 private Q_SLOTS:
     void theLogThatCannotGrowIsToldAtStart();
     void theEntryThatTheLogCannotGrowBehindIsSaved();
+    void whatTheReceiverHearsIsNotLoggedAnyMore();
 };
 
 void TestFullLog::theLogThatCannotGrowIsToldAtStart()
@@ -46,6 +49,30 @@ void TestFullLog::theEntryThatTheLogCannotGrowBehindIsSaved()
     QCOMPARE(window.grid().text(32498, GridColumn::PiCode), u"F201"_s);
     QVERIFY(!window.enabled("Command1"));
     QCOMPARE(window.copies(), QStringList());
+}
+
+void TestFullLog::whatTheReceiverHearsIsNotLoggedAnyMore()
+{
+    MainWindow window;
+    window.start(numberedLog(32498));
+    (void)window.answers.takeTexts();
+    Told &source = listenTold(window.find<ReceiverDock>("receiverDock")->receiver());
+    // Some places are left behind the last entry that the log could grow with.
+    quint16 piCode = 0xE201;
+    const auto fits = [&] {
+        const qint32 before = window.form().log().count();
+        ++piCode;
+        source.hear(98'500'000, piCode, u"NAME%1"_s.arg(piCode, 0, 16));
+        window.key(Qt::Key_F6);
+        return window.form().log().count() > before;
+    };
+    constexpr int morePlaces = 20;
+    for (int place = 0; fits(); ++place) {
+        QVERIFY(place < morePlaces);
+    }
+    const QStringList texts = window.answers.takeTexts();
+    QVERIFY2(texts.last().contains(u"The log is full: it holds"_s), qPrintable(texts.last()));
+    QVERIFY2(!window.text("status").contains(QString::number(piCode, 16)), qPrintable(window.text("status")));
 }
 
 QTEST_MAIN(TestFullLog)

@@ -263,6 +263,24 @@ private Q_SLOTS:
         QCOMPARE(window.candidates().text(0).section(u'\t', 4, 4), u"name");
     }
 
+    void theCandidatesFollowTheLog()
+    {
+        StationsWindow window;
+        window.start(oneEntry);
+        window.clickRow(1);
+        window.choose(probably);
+        QCOMPARE(window.candidates().count(), 0);
+        LogEntry heard = window.form().log().entry(0);
+        heard.transmitter = u"Ochsenkopf"_s;
+        heard.country = u"D"_s;
+        window.form().document().commit({u"Add"_s, LogChange::addition(heard), {}});
+        QTRY_COMPARE(window.candidates().count(), 1);
+        QVERIFY2(
+            window.candidates().text(0).contains(u"Ochsenkopf"_s), qPrintable(window.candidates().text(0)));
+        window.trigger("menuEditUndo");
+        QTRY_COMPARE(window.candidates().count(), 0);
+    }
+
     void aDoubleClickTakesACandidateOver()
     {
         StationsWindow window;

@@ -190,6 +190,9 @@ private Q_SLOTS:
         listedDay(threeFiles());
         bool checked = false;
         m_atRow = [&] {
+            const auto *bar = m_window->findChild<QProgressBar *>(u"progressBar"_s);
+            QCOMPARE(bar->maximum(), 3);
+            QCOMPARE(bar->value(), static_cast<int>(m_added.size()));
             QVERIFY(m_window->isVisible());
             QVERIFY(!list()->isVisible());
             QVERIFY(!button(u"Command3"_s)->isEnabled());
