@@ -140,7 +140,7 @@ public:
             return;
         }
         if (const auto *combo = qstyleoption_cast<const QStyleOptionComboBox *>(option);
-            combo && control == CC_ComboBox && keeps) {
+            combo && keeps) {
             m_pictures.drawCombo(*painter, *combo, draw);
         } else {
             draw(*painter);

@@ -79,7 +79,9 @@ private Q_SLOTS:
     void theListOpensAtTheText_data();
     void theListOpensAtTheText();
     void openingTheListChangesNothing();
+    void theArrowsBeginAtTheText_data();
     void theArrowsBeginAtTheText();
+    void aLetterStaysWhereItIsTyped();
     void theWheelBeginsAtTheText();
 };
 
@@ -162,16 +164,38 @@ void TestCalmCombos::openingTheListChangesNothing()
     QCOMPARE(window.editable->currentText(), u"iTEM 30"_s);
 }
 
+void TestCalmCombos::theArrowsBeginAtTheText_data()
+{
+    QTest::addColumn<Qt::Key>("key");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("next");
+    QTest::newRow("down") << Qt::Key_Down << u"Item 30"_s << u"Item 31"_s;
+    QTest::newRow("up") << Qt::Key_Up << u"Item 30"_s << u"Item 29"_s;
+    QTest::newRow("page down") << Qt::Key_PageDown << u"Item 30"_s << u"Item 31"_s;
+    QTest::newRow("page up") << Qt::Key_PageUp << u"Item 30"_s << u"Item 29"_s;
+    QTest::newRow("no item") << Qt::Key_Down << u"Sc"_s << u"Item 0"_s;
+}
+
 void TestCalmCombos::theArrowsBeginAtTheText()
+{
+    QFETCH(Qt::Key, key);
+    QFETCH(QString, text);
+    const Window window;
+    window.editable->setFocus();
+    window.editable->setEditText(text);
+    QTest::keyClick(window.editable, key);
+    QTEST(window.editable->currentText(), "next");
+}
+
+void TestCalmCombos::aLetterStaysWhereItIsTyped()
 {
     const Window window;
     window.editable->setFocus();
     window.editable->setEditText(u"Item 30"_s);
-    QTest::keyClick(window.editable, Qt::Key_Down);
-    QCOMPARE(window.editable->currentText(), u"Item 31"_s);
-    window.editable->setEditText(u"Sc"_s);
-    QTest::keyClick(window.editable, Qt::Key_Down);
-    QCOMPARE(window.editable->currentText(), u"Item 0"_s);
+    QTest::keyClick(window.editable, Qt::Key_Home);
+    QTest::keyClick(window.editable, Qt::Key_X);
+    QTest::keyClick(window.editable, Qt::Key_Y);
+    QCOMPARE(window.editable->currentText(), u"xyItem 30"_s);
 }
 
 void TestCalmCombos::theWheelBeginsAtTheText()

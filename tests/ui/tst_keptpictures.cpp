@@ -49,6 +49,20 @@ private Q_SLOTS:
         drawField(QBrush(Qt::yellow, Qt::Dense4Pattern));
         QCOMPARE(m_drawn, 3);
     }
+    void itStandsWhereItBelongs()
+    {
+        QStyleOptionFrame field;
+        field.rect = QRect(30, 40, 100, 22);
+        m_screen.fill(Qt::white);
+        QImage expected = m_screen;
+        QPainter(&expected).fillRect(field.rect, Qt::red);
+        for (int time = 0; time < 2; ++time) {
+            m_screen.fill(Qt::white);
+            m_pictures->drawFieldPanel(
+                m_painter, field, [&](QPainter &painter) { painter.fillRect(field.rect, Qt::red); });
+            QCOMPARE(m_screen, expected);
+        }
+    }
     void scrollBarsPushNothingElseOut()
     {
         drawField(Qt::yellow);
