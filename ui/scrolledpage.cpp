@@ -4,6 +4,8 @@
 #include <QScrollBar>
 #include <QVBoxLayout>
 
+#include <memory>
+
 namespace quillon {
 
 namespace {
@@ -28,9 +30,11 @@ ScrolledPage::ScrolledPage(QVBoxLayout &windowLayout)
     rows->setContentsMargins(0, 0, 0, 0);
     rows->setSpacing(windowLayout.spacing());
     while (windowLayout.count() > 1) {
-        const QLayoutItem *item = windowLayout.takeAt(0);
-        rows->addWidget(item->widget());
-        delete item;
+        // Only the first item of a widget hears that it wants another height: the old one goes before.
+        std::unique_ptr<QLayoutItem> item(windowLayout.takeAt(0));
+        QWidget *row = item->widget();
+        item.reset();
+        rows->addWidget(row);
     }
     windowLayout.insertWidget(0, this, 1);
 }
@@ -52,7 +56,6 @@ void ScrolledPage::fitWindow()
     QWidget &shown = *window();
     widget()->layout()->activate();
     updateGeometry();
-    shown.layout()->activate();
     const QSize wanted = shown.layout()->totalSizeHint();
     const int room = shown.screen()->availableSize().height() - frameHeight;
     const QSize before = isVisible() ? shown.size() : QSize(wanted.width(), 0);
