@@ -4,6 +4,7 @@
 #include <QScrollBar>
 #include <QVBoxLayout>
 
+#include <algorithm>
 #include <memory>
 
 namespace quillon {
@@ -54,7 +55,13 @@ QSize ScrolledPage::minimumSizeHint() const
 void ScrolledPage::fitWindow()
 {
     QWidget &shown = *window();
-    widget()->layout()->activate();
+    // What is in a group tells the page what it wants when the group is laid out: the innermost first.
+    const QList<QWidget *> within = widget()->findChildren<QWidget *>();
+    std::for_each(within.crbegin(), within.crend(), [](const QWidget *row) {
+        if (row->layout()) {
+            row->layout()->activate();
+        }
+    });
     updateGeometry();
     const QSize wanted = shown.layout()->totalSizeHint();
     const int room = shown.screen()->availableSize().height() - frameHeight;

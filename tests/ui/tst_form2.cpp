@@ -11,6 +11,8 @@
 #include <QPointer>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -365,6 +367,22 @@ private Q_SLOTS:
         type(u"rdsspydir"_s, u"~/spy"_s);
         QCOMPARE(hint(u"rdsspydirHint"_s), u"Looked for as "_s + QDir::homePath() + u"/spy"_s);
         qunsetenv("WINEPREFIX");
+    }
+
+    void theWindowGrowsWithAHint()
+    {
+        open(settings);
+        const auto *page = m_window->findChild<QScrollArea *>(u"page"_s);
+        QCOMPARE(page->verticalScrollBar()->maximum(), 0);
+        const int before = m_window->height();
+        field(u"rdsspydir"_s).setText(u"~/spy"_s);
+        QTRY_VERIFY(m_window->height() > before);
+        QTRY_COMPARE(page->verticalScrollBar()->maximum(), 0);
+        // A longer one takes several lines.
+        const int ofOneLine = m_window->height();
+        field(u"rdsspydir"_s).setText(u"~/"_s + u"spy and more "_s.repeated(20));
+        QTRY_VERIFY(m_window->height() > ofOneLine);
+        QTRY_COMPARE(page->verticalScrollBar()->maximum(), 0);
     }
 
     void aFailingSaveKeepsTheWindow()
