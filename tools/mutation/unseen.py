@@ -63,4 +63,19 @@ UNSEEN = {
      "connect(m_map, &MapView::siteChosen, this, &MapDock::siteChosen); connect(m_map, &MapView::setupWanted, this, &MapDock::setupWanted);",
      "connect(m_map, &MapView::setupWanted, this, &MapDock::setupWanted); connect(m_map, &MapView::siteChosen, this, &MapDock::siteChosen);"):
         "connections of different signals",
+    ("ui/filterbar.cpp", "m_ui->filterText->setText(texts.text); choose(*m_ui->filterMode, texts.mode);",
+     "choose(*m_ui->filterMode, texts.mode); m_ui->filterText->setText(texts.text);"): "nothing is read before all are set",
+    ("ui/scrolledpage.cpp", "constexpr int fewRows = 6;", "constexpr int fewRows = 7;"): "a matter of taste: how low a page may become",
+    ("ui/problemwatch.cpp", "constexpr qreal width = 2;", "constexpr qreal width = 3;"): "a matter of taste: how thick a frame is",
+    ("import/ui/importfile.cpp",
+     "connect(ui->importLeaveOut, &QPushButton::clicked, this, [this] { actOnChosen(ImportAction::LeaveOut); }); "
+     "connect(ui->importTable, &ImportTable::tickPressed, this, [this] { turnTicks(); });",
+     "connect(ui->importTable, &ImportTable::tickPressed, this, [this] { turnTicks(); }); "
+     "connect(ui->importLeaveOut, &QPushButton::clicked, this, [this] { actOnChosen(ImportAction::LeaveOut); });"):
+        "connections of different signals",
+    ("import/ui/importfile.cpp",
+     "connect(ui->importTable, &ImportTable::tickPressed, this, [this] { turnTicks(); }); "
+     "connect(m_model, &ImportModel::chosen, this, [this] { showCounts(); });",
+     "connect(m_model, &ImportModel::chosen, this, [this] { showCounts(); }); "
+     "connect(ui->importTable, &ImportTable::tickPressed, this, [this] { turnTicks(); });"): "connections of different signals",
 }
