@@ -36,14 +36,18 @@ bool isJson(const QByteArray &text)
     }
 }
 
-// Qt lets a number end with its point, control characters stand in quotes, and brackets nest deeper.
+// Qt lets a number end with its point, control characters stand in quotes, any letter follow a backslash, and
+// brackets nest deeper.
 bool isLaxer(const QByteArray &text)
 {
-    bool control = false;
+    const QByteArrayView escapes = "\"\\/bfnrtu";
+    bool lax = text.contains('.') || text.count('{') + text.count('[') > 60;
+    bool escaped = false;
     for (const char c : text) {
-        control = control || static_cast<uchar>(c) < ' ';
+        lax = lax || static_cast<uchar>(c) < ' ' || (escaped && !escapes.contains(c));
+        escaped = c == '\\' && !escaped;
     }
-    return control || text.contains('.') || text.count('{') + text.count('[') > 60;
+    return lax;
 }
 
 void read(const QByteArray &text)

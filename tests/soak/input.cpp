@@ -84,14 +84,15 @@ Outcome fuzzRound(const Round &round)
     if (!QFile::exists(fuzzer(name))) {
         return outcome;
     }
-    QDir(round.root).mkpath(u"corpus"_s);
+    // What it has found stays from round to round.
+    const QString found = QStringLiteral(QUILLON_FUZZERS "/../found/") + name;
+    QDir().mkpath(found);
     QProcess process;
     process.setStandardOutputFile(QProcess::nullDevice());
     process.setStandardErrorFile(round.root + u"/"_s + name + u".txt"_s);
     process.start(fuzzer(name),
         {u"-runs=%1"_s.arg(inputsOfARound), u"-seed=%1"_s.arg(round.seed + 1),
-            u"-artifact_prefix="_s + round.root + u'/', round.root + u"/corpus"_s,
-            QStringLiteral(QUILLON_CORPUS "/") + name});
+            u"-artifact_prefix="_s + round.root + u'/', found, QStringLiteral(QUILLON_CORPUS "/") + name});
     process.waitForFinished(-1);
     outcome.cases = inputsOfARound;
     if (process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0) {

@@ -48,6 +48,7 @@ struct Round
     QString root; ///< an empty folder of its own
     quint32 seed = 0; ///< the same seed makes the same round, but for the moments of what runs beside it
     qint64 wanted = 0; ///< how many cases there are to be in all, 0 when there is a time instead
+    qint64 milliseconds = 0; ///< what is left of that time, 0 when there is none
 };
 
 /// A kind of trouble.
@@ -56,8 +57,11 @@ struct Kind
     QString name;
     QString what; ///< in a line
     QString unit; ///< what is counted
-    /// A few seconds of it. One without a case is not possible here.
+    /// A few seconds of it.
     std::function<Outcome(const Round &)> round;
+    /// A round without a case: what the machine lacks, which is told and is no failure. Empty where a machine
+    /// can lack nothing.
+    QString lacking = {};
 };
 
 /// All kinds, in the order in which they are run.

@@ -4,6 +4,7 @@
 
 #include <QAction>
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QPixmapCache>
 
@@ -22,8 +23,10 @@ namespace {
 
 constexpr int receptions = 2'000;
 constexpr int commandsOfATest = 90;
-constexpr int mostOfMemory = 8; // of a hundred
-constexpr qint64 someMemory = 4 << 20;
+// A short run still warms up.
+constexpr qint64 memoryOfAShortRun = 8 << 20;
+constexpr qint64 memoryOfALongRun = 1 << 20;
+constexpr qint64 longRun = 60'000; // milliseconds
 constexpr double mostOfTime = 1.5;
 constexpr qint64 mostOfACommand = 3'000; // milliseconds
 
@@ -133,8 +136,8 @@ private:
     int m_done = 0;
 };
 
-// What is not flat; empty when all is.
-QString growthIn(const std::vector<Reading> &readings, bool withTimes)
+// What is not flat; empty when all is. A short run is too short for its times to tell anything.
+QString growthIn(const std::vector<Reading> &readings, bool isLong)
 {
     const std::size_t third = readings.size() / 3;
     const auto timeFrom = [&](std::size_t first) {
@@ -148,7 +151,7 @@ QString growthIn(const std::vector<Reading> &readings, bool withTimes)
     const Reading &early = readings.at(third);
     const Reading &late = readings.back();
     QStringList growth;
-    if (late.memory > early.memory + early.memory * mostOfMemory / 100 + someMemory) {
+    if (late.memory > early.memory + (isLong ? memoryOfALongRun : memoryOfAShortRun)) {
         growth += u"memory from %1 to %2 KiB"_s.arg(early.memory / 1024).arg(late.memory / 1024);
     }
     const auto before = std::span(readings).first(readings.size() - 1);
@@ -163,7 +166,7 @@ QString growthIn(const std::vector<Reading> &readings, bool withTimes)
     }
     const double earlier = timeFrom(third);
     const double after = timeFrom(readings.size() - third);
-    if (withTimes && after > earlier * mostOfTime) {
+    if (isLong && after > earlier * mostOfTime) {
         growth += u"time from %1 to %2 ms"_s.arg(earlier * 1000).arg(after * 1000);
     }
     return growth.join(u", "_s);
@@ -175,11 +178,19 @@ Outcome longRound(const Round &round)
 {
     layOut(round.root, receptions, freePort());
     const qint64 wanted = round.wanted > 0 ? round.wanted : commandsOfATest;
-    const auto within = static_cast<int>(std::clamp<qint64>(wanted * mostOfACommand, patience, INT_MAX));
+    const bool isLong = round.wanted > 0 || round.milliseconds >= longRun;
+    const auto within =
+        static_cast<int>(std::clamp<qint64>(wanted * mostOfACommand + round.milliseconds, patience, INT_MAX));
     const auto work = [&](Outcome &outcome) {
+        QElapsedTimer timer;
+        timer.start();
         Evening evening(round);
         std::vector<Reading> readings;
-        while (evening.done() < wanted && evening.error().isEmpty()) {
+        const auto isOver = [&] {
+            return evening.done() >= wanted
+                && (!isLong || round.wanted > 0 || timer.elapsed() >= round.milliseconds);
+        };
+        while (!isOver() && evening.error().isEmpty()) {
             readings.push_back(evening.once());
         }
         outcome.cases = evening.done();
@@ -188,8 +199,7 @@ Outcome longRound(const Round &round)
             outcome.lose(evening.error().isEmpty() ? u"too few rounds to compare"_s : evening.error());
             return;
         }
-        // Without a count it is too short for its times to tell anything.
-        const QString problem = evening.error() + growthIn(readings, round.wanted > 0);
+        const QString problem = evening.error() + growthIn(readings, isLong);
         if (!problem.isEmpty()) {
             outcome.lose(problem);
         }

@@ -22,6 +22,9 @@ using namespace quillon::soak;
 namespace {
 
 constexpr int usualMinutes = 7;
+constexpr int exitOfWrongWords = 2;
+// What CTest is told to take for a test that was skipped.
+constexpr int exitOfNothingPossible = 77;
 
 // What the platform without a screen says of each window is of no interest.
 void tell(QtMsgType type, const QMessageLogContext & /*context*/, const QString &text)
@@ -78,8 +81,14 @@ void keepFolder(const QString &folder, const QString &as)
     QProcess::execute(u"cp"_s, {u"-a"_s, folder + u"/."_s, as});
 }
 
-// Runs rounds of a kind, prints its line, and says whether all was well.
-bool run(const Kind &kind, const Plan &plan)
+enum class Ending {
+    Well,
+    Failed,
+    NotPossible,
+};
+
+// Runs rounds of a kind and prints its line.
+Ending run(const Kind &kind, const Plan &plan)
 {
     QElapsedTimer timer;
     timer.start();
@@ -90,10 +99,15 @@ bool run(const Kind &kind, const Plan &plan)
     do {
         ++rounds;
         const test::TestDirectory folder(test::memoryDirectory.toString());
-        const Outcome one = kind.round({folder.path(), seed, plan.count});
+        const qint64 left =
+            plan.milliseconds > 0 ? std::max(plan.milliseconds - timer.elapsed(), qint64(1)) : 0;
+        Outcome one = kind.round({folder.path(), seed, plan.count, left});
         if (one.cases == 0 && one.problem.isEmpty()) {
-            print(kind.name + u" is not possible here"_s);
-            return true;
+            if (rounds == 1 && !kind.lacking.isEmpty()) {
+                print(u"%1 is not possible here: %2"_s.arg(kind.name, kind.lacking));
+                return Ending::NotPossible;
+            }
+            one.lose(u"nothing was done"_s);
         }
         all.cases += one.cases;
         all.lost += one.lost;
@@ -118,7 +132,7 @@ bool run(const Kind &kind, const Plan &plan)
     for (const QString &problem : std::as_const(problems)) {
         print(u"  "_s + problem);
     }
-    return problems.isEmpty();
+    return problems.isEmpty() ? Ending::Well : Ending::Failed;
 }
 
 void addOptions(QCommandLineParser &options)
@@ -139,23 +153,36 @@ void addOptions(QCommandLineParser &options)
         u"For all kinds together; %1 when nothing is said."_s.arg(usualMinutes), u"[minutes]"_s);
 }
 
+// What is no number of its kind ends the program.
+double numberOf(const QString &text, const QString &what)
+{
+    bool isNumber = false;
+    const double number = text.toDouble(&isNumber);
+    if (!isNumber || number < 0) {
+        std::fprintf(stderr, "\"%s\" is no number of %s\n", qPrintable(text), qPrintable(what));
+        std::exit(exitOfWrongWords);
+    }
+    return number;
+}
+
 Plan planOf(const QCommandLineParser &options, qsizetype kindCount)
 {
     Plan plan;
-    plan.count = options.value(u"count"_s).toLongLong();
+    plan.count = options.isSet(u"count"_s) ? qRound64(numberOf(options.value(u"count"_s), u"cases"_s)) : 0;
     plan.keep = options.value(u"keep"_s);
     plan.once = options.isSet(u"replay"_s);
     plan.seed = options.isSet(u"seed"_s) || plan.once
         ? options.value(plan.once ? u"replay"_s : u"seed"_s).toUInt()
         : QRandomGenerator::system()->bounded(1'000'000U);
-    const double minutes = options.positionalArguments().isEmpty()
-        ? usualMinutes
-        : options.positionalArguments().constFirst().toDouble();
+    const QStringList words = options.positionalArguments();
+    const double minutes = words.isEmpty() ? usualMinutes : numberOf(words.constFirst(), u"minutes"_s);
     if (options.isSet(u"seconds"_s)) {
-        plan.milliseconds = static_cast<qint64>(options.value(u"seconds"_s).toDouble() * 1000);
+        plan.milliseconds = qRound64(numberOf(options.value(u"seconds"_s), u"seconds"_s) * 1000);
     } else if (plan.count == 0) {
-        plan.milliseconds = static_cast<qint64>(minutes * 60'000) / kindCount;
+        plan.milliseconds = qRound64(minutes * 60'000) / kindCount;
     }
+    // A count of nothing and a time of nothing are one round.
+    plan.once = plan.once || (plan.count == 0 && plan.milliseconds == 0);
     return plan;
 }
 
@@ -172,25 +199,33 @@ int main(int argc, char *argv[])
     QCommandLineParser options;
     addOptions(options);
     options.process(application);
-    const QStringList wanted = options.values(u"kind"_s);
+    QStringList wanted = options.values(u"kind"_s);
+    const bool all = wanted.isEmpty();
     std::vector<Kind> chosen;
     for (const Kind &kind : kinds()) {
         if (options.isSet(u"list"_s)) {
             print(u"%1 %2"_s.arg(kind.name, -9).arg(kind.what));
-        } else if (wanted.isEmpty() || wanted.contains(kind.name)) {
+        } else if (all || wanted.removeAll(kind.name) > 0) {
             chosen.push_back(kind);
         }
     }
-    if (chosen.empty()) {
-        return options.isSet(u"list"_s) ? 0 : 2;
+    if (options.isSet(u"list"_s)) {
+        return 0;
+    }
+    if (!wanted.isEmpty()) {
+        std::fprintf(stderr, "there is no kind \"%s\"; --list names them\n", qPrintable(wanted.constFirst()));
+        return exitOfWrongWords;
     }
     std::signal(SIGINT, stop);
     std::signal(SIGTERM, stop);
     warmUp();
     const Plan plan = planOf(options, static_cast<qsizetype>(chosen.size()));
-    bool good = true;
+    bool failed = false;
+    bool possible = false;
     for (const Kind &kind : chosen) {
-        good = (stopped != 0 || run(kind, plan)) && good;
+        const Ending ending = stopped != 0 ? Ending::Well : run(kind, plan);
+        failed = failed || ending == Ending::Failed;
+        possible = possible || ending != Ending::NotPossible;
     }
-    return good ? 0 : 1;
+    return failed ? 1 : possible ? 0 : exitOfNothingPossible;
 }
