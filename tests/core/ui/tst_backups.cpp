@@ -65,6 +65,7 @@ private Q_SLOTS:
     void theFirstChangeOfTheDayMakesABackup();
     void aFailureIsToldOnceAndTheLogIsSaved();
     void theListComparesWithNow();
+    void theWindowSaysWhereTheyAreAndCloses();
     void restoringIsOneStep();
     void theQuestionCanBeAnsweredNo();
     void whatIsTypedIsAskedFor();
@@ -143,6 +144,21 @@ void TestBackupsWindow::theListComparesWithNow()
     window.add();
     QCOMPARE(window.lines().size(), 2);
     QCOMPARE(window.lines().last(), u"01/06/2025 20:15:30\t4\t1 fewer"_s);
+    // The chosen one stays chosen below a new one.
+    auto *list = window.find<ResultList>("backupList");
+    QVERIFY(list->text(list->listIndex()).startsWith(u"01/06/2025"_s));
+}
+
+void TestBackupsWindow::theWindowSaysWhereTheyAreAndCloses()
+{
+    BackedUpWindow window;
+    window.trigger("menuFileBackups");
+    QCOMPARE(window.text("backupFolder"), window.backups().folder());
+    auto *close = window.find<QPushButton>("backupClose");
+    QVERIFY(close->window()->isVisible());
+    const QPointer<QWidget> shown = close->window();
+    close->click();
+    QVERIFY(!shown || !shown->isVisible());
 }
 
 void TestBackupsWindow::restoringIsOneStep()
