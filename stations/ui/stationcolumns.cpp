@@ -128,7 +128,7 @@ void StationColumns::showColumns()
             table.setItem(static_cast<int>(row) + 1, column, cell);
         }
     }
-    if (table.rowCount() > 0 && !m_choices.empty()) {
+    if (!m_choices.empty()) {
         table.setRowHeight(0, m_choices.front()->sizeHint().height());
     }
     table.resizeColumnsToContents();

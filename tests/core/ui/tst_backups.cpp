@@ -67,6 +67,7 @@ private Q_SLOTS:
     void theListComparesWithNow();
     void theWindowSaysWhereTheyAreAndCloses();
     void restoringIsOneStep();
+    void aDoubleClickAsksToo();
     void theQuestionCanBeAnsweredNo();
     void whatIsTypedIsAskedFor();
     void withoutABackupOfThePresentNothingIsRestored();
@@ -154,6 +155,8 @@ void TestBackupsWindow::theWindowSaysWhereTheyAreAndCloses()
     BackedUpWindow window;
     window.trigger("menuFileBackups");
     QCOMPARE(window.text("backupFolder"), window.backups().folder());
+    QCOMPARE(window.find<ResultList>("backupList")->emptyText(),
+        u"No backups yet. The first one of a day is made before the log changes."_s);
     auto *close = window.find<QPushButton>("backupClose");
     QVERIFY(close->window()->isVisible());
     const QPointer<QWidget> shown = close->window();
@@ -195,6 +198,20 @@ void TestBackupsWindow::restoringIsOneStep()
     QCOMPARE(window.transmitterFile(), sites);
     QCOMPARE(window.grid().rows(), 6);
     QCOMPARE(window.answers.takeTexts(), QStringList());
+}
+
+void TestBackupsWindow::aDoubleClickAsksToo()
+{
+    BackedUpWindow window;
+    window.backups().make(lastYear);
+    window.add();
+    window.trigger("menuFileBackups");
+    auto *list = window.find<ResultList>("backupList");
+    window.answers.press(QMessageBox::No);
+    Q_EMIT list->lineActivated(list->count() - 1);
+    const QStringList texts = window.answers.takeTexts();
+    QCOMPARE(texts.size(), 1);
+    QVERIFY2(texts[0].startsWith(u"Bring back the log of "_s), qPrintable(texts[0]));
 }
 
 void TestBackupsWindow::theQuestionCanBeAnsweredNo()
