@@ -50,6 +50,7 @@ void ChartControl::setTable(const ChartTable &table)
         chart()->removeAxis(axis);
         axis->deleteLater();
     }
+    // Titles, legends and axes take what they show for markup.
     chart()->setTitle(table.title().toHtmlEscaped());
     if (!table.isEmpty()) {
         addSeries();
@@ -71,7 +72,7 @@ void ChartControl::addSeries()
         for (int category = 0; category < categories; ++category) {
             values.append(m_table.count(category, one));
         }
-        auto set = std::make_unique<QBarSet>(m_table.series().at(one));
+        auto set = std::make_unique<QBarSet>(m_table.series().at(one).toHtmlEscaped());
         set->append(values);
         set->setPen(Qt::NoPen);
         sets.append(set.release());
@@ -86,7 +87,9 @@ void ChartControl::addSeries()
 void ChartControl::addAxes(QBarSeries *series)
 {
     auto periods = std::make_unique<QBarCategoryAxis>();
-    periods->append(m_table.categories());
+    for (const QString &category : m_table.categories()) {
+        periods->append(category.toHtmlEscaped());
+    }
     periods->setGridLineVisible(false);
 
     auto counts = std::make_unique<QValueAxis>();

@@ -8,6 +8,7 @@
 #include <QGraphicsView>
 #include <QLabel>
 #include <QMessageBox>
+#include <QTextBlock>
 #include <QTextDocument>
 #include <QTextEdit>
 
@@ -29,6 +30,36 @@ bool isMarkup(const QString &text, Qt::TextFormat format)
 {
     return format == Qt::RichText || format == Qt::MarkdownText
         || (format == Qt::AutoText && Qt::mightBeRichText(text));
+}
+
+// What stands in a document only because markup was taken for what it says: "image x", "link x y", "bold x".
+QSet<QString> tracesOf(const QTextDocument &document)
+{
+    QSet<QString> traces;
+    for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
+        for (auto part = block.begin(); !part.atEnd(); ++part) {
+            const QTextCharFormat format = part.fragment().charFormat();
+            if (format.isImageFormat()) {
+                traces.insert(u"image "_s + format.toImageFormat().name());
+            } else if (format.isAnchor()) {
+                traces.insert(u"link "_s + format.anchorHref() + u' ' + part.fragment().text());
+            } else if (format.fontWeight() > QFont::Normal) {
+                traces.insert(u"bold "_s + part.fragment().text());
+            }
+        }
+    }
+    return traces;
+}
+
+QSet<QString> strangeTraces()
+{
+    QSet<QString> traces;
+    for (const QString &strange : strangeTexts()) {
+        QTextDocument document;
+        document.setHtml(strange);
+        traces.unite(tracesOf(document));
+    }
+    return traces;
 }
 
 QString nameOf(const QObject &object)
@@ -95,13 +126,12 @@ void StrangersWatch::lookAt(const QWidget &widget)
         judge(widget, box->text(), box->textFormat());
         judge(widget, box->informativeText(), Qt::AutoText);
     } else if (const auto *edit = qobject_cast<const QTextEdit *>(&widget)) {
-        // A document that took markup for what it says no longer has its signs.
-        judge(widget, edit->toPlainText(), Qt::PlainText);
+        judge(widget, *edit->document());
     } else if (const auto *scene = qobject_cast<const QGraphicsView *>(&widget); scene && scene->scene()) {
         const QList<QGraphicsItem *> items = scene->items();
         for (const QGraphicsItem *item : items) {
             if (const auto *text = qgraphicsitem_cast<const QGraphicsTextItem *>(item)) {
-                judge(widget, text->toPlainText(), Qt::PlainText);
+                judge(widget, *text->document());
             }
         }
     }
@@ -130,8 +160,7 @@ void StrangersWatch::judge(const QWidget &widget, const QString &text, Qt::TextF
     QString shown = text;
     if (isMarkup(text, format)) {
         if (holdsOne(text)) {
-            m_taken.insert(QString::fromLatin1(widget.metaObject()->className()) + u' ' + nameOf(widget)
-                + u": "_s + text);
+            take(widget, text);
             return;
         }
         QTextDocument document;
@@ -141,6 +170,24 @@ void StrangersWatch::judge(const QWidget &widget, const QString &text, Qt::TextF
     if (holdsOne(shown)) {
         m_seen.insert(nameOf(widget));
     }
+}
+
+// A document that took markup for what it says no longer has its signs, but what they made.
+void StrangersWatch::judge(const QWidget &widget, const QTextDocument &document)
+{
+    const QSet<QString> traces = tracesOf(document).intersect(strangeTraces());
+    for (const QString &trace : traces) {
+        take(widget, trace);
+    }
+    if (traces.isEmpty()) {
+        judge(widget, document.toPlainText(), Qt::PlainText);
+    }
+}
+
+void StrangersWatch::take(const QWidget &widget, const QString &text)
+{
+    m_taken.insert(
+        QString::fromLatin1(widget.metaObject()->className()) + u' ' + nameOf(widget) + u": "_s + text);
 }
 
 } // namespace quillon::test

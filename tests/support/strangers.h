@@ -4,6 +4,7 @@
 #include <QSet>
 #include <QStringList>
 
+class QTextDocument;
 class QWidget;
 
 namespace quillon::test {
@@ -26,7 +27,7 @@ public:
     /// Looks once more at all that is there now, at every cell's tip too.
     void lookAtAll();
 
-    /// What was taken for markup: "CLASS NAME: text".
+    /// What was taken for markup: "CLASS NAME: text"; of a document, what the markup has made there.
     [[nodiscard]] QStringList taken() const;
     /// The names of labels, boxes and views in which a stranger's text was seen as it is written.
     [[nodiscard]] bool saw(const QString &name) const { return m_seen.contains(name); }
@@ -39,6 +40,8 @@ private:
     void lookAt(const QWidget &widget);
     void lookAtTips(const QWidget &view);
     void judge(const QWidget &widget, const QString &text, Qt::TextFormat format);
+    void judge(const QWidget &widget, const QTextDocument &document);
+    void take(const QWidget &widget, const QString &text);
 
     QSet<QString> m_seen;
     QSet<QString> m_taken;

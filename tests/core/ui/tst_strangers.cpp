@@ -4,19 +4,26 @@
 #include "live/receiver.h"
 #include "live/ui/receiverdock.h"
 #include "platform/runtimeerror.h"
+#include "stats/ui/logstats.h"
 #include "support/strangers.h"
 #include "support/told.h"
 #include "ui/filterbar.h"
 #include "ui/messages.h"
 
+#include <QComboBox>
 #include <QDialogButtonBox>
 #include <QDropEvent>
 #include <QFileDialog>
+#include <QGraphicsScene>
+#include <QGraphicsTextItem>
+#include <QGraphicsView>
 #include <QHelpEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMimeData>
+#include <QPushButton>
 #include <QTabBar>
+#include <QTextEdit>
 #include <QToolTip>
 #include <QUrl>
 
@@ -72,6 +79,37 @@ private Q_SLOTS:
         QCOMPARE(watch.taken().size(), 2);
     }
 
+    void theWatchSeesWhatADocumentTookForMarkup_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("made");
+        QTest::newRow("bold") << strangePs << u"bold x"_s;
+        QTest::newRow("an image") << strangeImage << u"image x"_s;
+        QTest::newRow("a link") << strangeLink << u"link x y"_s;
+    }
+
+    void theWatchSeesWhatADocumentTookForMarkup()
+    {
+        QFETCH(QString, text);
+        QFETCH(QString, made);
+        StrangersWatch watch;
+        QTextEdit edit;
+        edit.setObjectName(u"edit"_s);
+        edit.setPlainText(text);
+        QGraphicsScene scene;
+        auto *label = scene.addText(text);
+        QGraphicsView view(&scene);
+        view.setObjectName(u"view"_s);
+        watch.lookAtAll();
+        QCOMPARE(watch.taken().join(u'\n'), QString());
+        QVERIFY(watch.saw(u"edit"_s) && watch.saw(u"view"_s));
+        edit.setHtml(u"name: "_s + text + u" heard"_s);
+        label->setHtml(u"name: "_s + text + u" heard"_s);
+        watch.lookAtAll();
+        QCOMPARE(
+            watch.taken(), (QStringList {u"QGraphicsView view: "_s + made, u"QTextEdit edit: "_s + made}));
+    }
+
     void inTheLog()
     {
         StrangersWatch watch;
@@ -102,8 +140,9 @@ private Q_SLOTS:
         window.key(Qt::Key_F7);
         QCoreApplication::processEvents();
         watch.lookAtAll();
-        QCOMPARE(watch.taken(), QStringList());
-        for (const QString &name : {u"status"_s, u"Grid1"_s, u"qtooltip_label"_s, u"filterProblem"_s}) {
+        QCOMPARE(watch.taken().join(u'\n'), QString());
+        for (const QString &name :
+            {u"status"_s, u"Grid1"_s, u"qtooltip_label"_s, u"filterProblem"_s}) {
             QVERIFY2(watch.saw(name), qPrintable(name + u" of "_s + watch.seen().join(u' ')));
         }
     }
@@ -114,7 +153,34 @@ private Q_SLOTS:
         MainWindow window;
         window.start("<img src=x>|<b>x</b>|<a href=x>y</a>\r\n", "<img src=x>\r\n", "<b>x</b>\r\n");
         watch.lookAtAll();
-        QCOMPARE(watch.taken(), QStringList());
+        QCOMPARE(watch.taken().join(u'\n'), QString());
+    }
+
+    void inTheTitleOfAChart_data()
+    {
+        QTest::addColumn<QString>("text");
+        for (const QString &text : strangeTexts()) {
+            QTest::newRow(qPrintable(text)) << text;
+        }
+    }
+
+    void inTheTitleOfAChart()
+    {
+        QFETCH(QString, text);
+        StrangersWatch watch;
+        MainWindow window;
+        window.start("D3C1|12/06/2010 18:22:05|" + text.toLatin1() + "|87.6|Bilbao|E||RNE_1|10|812.4|||\r\n");
+        window.trigger("menuStats");
+        auto *stats = window.find<logStats>("logStats");
+        stats->logChanged();
+        auto *modes = stats->findChild<QComboBox *>(u"Combo3"_s);
+        QVERIFY(modes->findText(text) > 0);
+        modes->setCurrentIndex(modes->findText(text));
+        stats->findChild<QPushButton *>(u"Command3"_s)->click();
+        QCoreApplication::processEvents();
+        watch.lookAtAll();
+        QCOMPARE(watch.taken().join(u'\n'), QString());
+        QVERIFY2(watch.saw(u"MSChart1"_s), qPrintable(watch.seen().join(u' ')));
     }
 
     void inAnswersOfTheService()
@@ -139,7 +205,7 @@ private Q_SLOTS:
         window.trigger("menuFMListUploadLogs");
         QVERIFY(window.status().contains(strangeImage));
         watch.lookAtAll();
-        QCOMPARE(watch.taken(), QStringList());
+        QCOMPARE(watch.taken().join(u'\n'), QString());
         QVERIFY(watch.saw(u"List2"_s));
         QVERIFY(watch.saw(u"status"_s));
     }
@@ -158,7 +224,7 @@ private Q_SLOTS:
         ImportingWindow::drop(*import, {window.directory.file(u"in/<img src=x>.csv"_s)});
         QTRY_VERIFY(import->findChild<QAbstractItemView *>(u"importTable"_s)->model()->rowCount() > 0);
         watch.lookAtAll();
-        QCOMPARE(watch.taken(), QStringList());
+        QCOMPARE(watch.taken().join(u'\n'), QString());
         QVERIFY2(watch.saw(u"importTable"_s), qPrintable(watch.seen().join(u' ')));
         QVERIFY(watch.saw(u"importChosen"_s));
     }
@@ -180,7 +246,7 @@ private Q_SLOTS:
         watch.lookAtAll();
         window.trigger("menuSetup");
         watch.lookAtAll();
-        QCOMPARE(watch.taken(), QStringList());
+        QCOMPARE(watch.taken().join(u'\n'), QString());
         QVERIFY2(watch.saw(u"folder"_s), qPrintable(watch.seen().join(u' ')));
     }
 
@@ -206,7 +272,7 @@ private Q_SLOTS:
         window.clickRow(1);
         QTRY_VERIFY(window.find<ResultList>("candidates")->count() > 0);
         watch.lookAtAll();
-        QCOMPARE(watch.taken(), QStringList());
+        QCOMPARE(watch.taken().join(u'\n'), QString());
         QVERIFY2(watch.saw(u"candidates"_s), qPrintable(watch.seen().join(u' ')));
     }
 
@@ -230,7 +296,7 @@ private Q_SLOTS:
         source.end(strangeLink);
         QTRY_VERIFY(window.text("receiverState").contains(strangeLink));
         watch.lookAtAll();
-        QCOMPARE(watch.taken(), QStringList());
+        QCOMPARE(watch.taken().join(u'\n'), QString());
         for (const QString &name : {u"receiverRt"_s, u"receiverState"_s}) {
             QVERIFY2(watch.saw(name), qPrintable(name + u" of "_s + watch.seen().join(u' ')));
         }
@@ -249,7 +315,7 @@ private Q_SLOTS:
             showRuntimeError(nullptr, RuntimeError(ErrorName::TypeMismatch, text));
         }
         QCOMPARE(answers.seen().size(), 18);
-        QCOMPARE(watch.taken(), QStringList());
+        QCOMPARE(watch.taken().join(u'\n'), QString());
         QVERIFY(!watch.seen().isEmpty());
     }
 };
