@@ -7,9 +7,15 @@ HEAD = """# Changes that no test notices
 
 `tools/mutants` changes the sources in one place at a time (a comparison, a constant, the order of two statements, a dropped
 statement or check), builds, and runs the tests of the folder. A change that they do not notice has survived: it is either a
-test more or a line less. This page is what `tools/mutants --report` wrote of the runs that were made; folders that are not in
-the table were not tried. "At first" is before the survivors were looked at, "now" with the tests that came of them: only the
-first says what a change elsewhere would meet.
+test more or a line less. This page is what the runs that were made have found; folders that are not in the table, headers and
+`app` were not tried. "At first" is before the survivors were looked at, "now" with the tests that came of them: only the first
+says what a change elsewhere would meet. "Of no effect" is what nobody could notice, or what is a matter of taste, such as a pixel
+of a place; the reason stands beside each.
+
+    tools/mutants --seed 2 --count 400                                       places spread over all folders
+    tools/mutants --seed 2 --folder import/ui --meeting 'import|progress'    a folder of windows, with tests of the main window
+    tools/mutants --again                                                    the survivors, against the tests as they are now
+    tools/mutants --report                                                   this page, of what stands in build/mutants
 
 """
 
