@@ -204,8 +204,12 @@ QString TestPowerCuts::problemOfAStart(const DiskState &state)
             .arg(lines)
             .arg(sites);
     }
-    const QStringList hidden =
-        QDir(directory).entryList({u".*"_s}, QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+    constexpr auto all = QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot;
+    QStringList hidden = QDir(directory).entryList({u".*"_s}, all);
+    if (first) {
+        // What was left of the making of the folder stands beside it.
+        hidden += QDir(root.file(u"of/the user"_s)).entryList({u".*"_s}, all);
+    }
     return (answers.takeTexts() + hidden).join(u'\n');
 }
 
