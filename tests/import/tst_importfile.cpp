@@ -80,6 +80,7 @@ private Q_SLOTS:
     void aFolderGivesItsFiles();
     void refusedLinesComeBackMended();
     void refusedLinesAreReadAsTheirFileWas();
+    void whatIsSaidOfRefusedLinesStaysOnItsLine();
     void whatTheListenerSaidOfAFileComesWithItsRefusedLines();
     void refusedLinesOfAFileWithoutAHeadingAreGivenOne();
     void linesBehindARefusedPiCodeStayWithIt();
@@ -89,6 +90,20 @@ private Q_SLOTS:
     void otherColumnsAreGuessedAndAsked();
     void aFileWithoutAHeadingIsNotRemembered();
 };
+
+void TestImportFile::whatIsSaidOfRefusedLinesStaysOnItsLine()
+{
+    const std::vector<ImportSource> sources = sourcesOf(u"a\r\n<b>x</b>\n.csv"_s,
+        "Date/Time,PI Code,Freq,RDS Name\n12/06/2010 18:22:05,D3C1,<img src=x>,\"one\nD3C1\"\n");
+    const std::vector<ImportReading> readings {
+        readImportFile(sources.front(), {}, {}, surroundings(), mostImportRows)};
+    const QByteArray refused = refusedLines(sources, readings);
+    QVERIFY2(refused.contains("\r\n#! file: a  <b>x</b> .csv\r\n"), refused.constData());
+    const ImportReading again =
+        readImportFile(sourcesOf(u"refused.txt"_s, refused).front(), {}, {}, surroundings(), mostImportRows);
+    QCOMPARE(again.rows.size(), std::size_t {1});
+    QVERIFY(again.rows.front().isRefused());
+}
 
 void TestImportFile::refusedLinesAreReadAsTheirFileWas()
 {
