@@ -37,6 +37,7 @@ public:
     /// Files that are open and were not closed.
     [[nodiscard]] int open() const { return m_open; }
 
+    int mayWrite(const QByteArray &path) override { return fails() ? -1 : FileCalls::mayWrite(path); }
     int openNameless(const QByteArray &directory, mode_t mode) override
     {
         if (fails()) {
@@ -80,6 +81,10 @@ public:
     int makeDirectoryOfNewName(QByteArray &path) override
     {
         return fails() ? -1 : FileCalls::makeDirectoryOfNewName(path);
+    }
+    int removeDirectory(const QByteArray &path) override
+    {
+        return fails() ? -1 : FileCalls::removeDirectory(path);
     }
     int syncDirectory(const QByteArray &directory) override
     {
