@@ -41,26 +41,35 @@ public:
     {
         m_failing = number;
         m_code = code;
-        m_failed = false;
+        m_failed.clear();
+        m_truncated = false;
     }
-    /// True when that call was reached.
-    [[nodiscard]] bool hasFailed() const { return m_failed; }
+    /// The name of that call when it was reached, or nothing.
+    [[nodiscard]] const QByteArray &failed() const { return m_failed; }
+    /// True when since then a file was closed before all was in it that was to be written: what a write has
+    /// not taken has to be given to the next one.
+    [[nodiscard]] bool hasTruncated() const { return m_truncated; }
     /// Lets each write take at most this many bytes.
     void writeAtMost(qsizetype bytes) { m_most = bytes; }
 
+    int mayWrite(const QByteArray &path) override
+    {
+        return at("mayWrite", [&] { return FileCalls::mayWrite(path); });
+    }
     int openNameless(const QByteArray &directory, mode_t mode) override
     {
-        return opened([&] { return FileCalls::openNameless(directory, mode); }, {});
+        return opened("openNameless", [&] { return FileCalls::openNameless(directory, mode); }, {});
     }
     int openNew(const QByteArray &path, mode_t mode) override
     {
         m_teller.naming(path);
-        return opened([&] { return FileCalls::openNew(path, mode); }, path);
+        return opened(
+            "openNew", [&] { return FileCalls::openNew(path, mode); }, path);
     }
     int openToAppend(const QByteArray &path, mode_t mode) override
     {
         m_teller.appending(path);
-        return at([&] { return FileCalls::openToAppend(path, mode); });
+        return at("openToAppend", [&] { return FileCalls::openToAppend(path, mode); });
     }
     ssize_t write(int file, QByteArrayView bytes) override
     {
@@ -68,7 +77,13 @@ public:
             FileCalls::write(file, bytes.first(bytes.size() / 2));
         }
         const QByteArrayView some = m_most > 0 && bytes.size() > m_most ? bytes.first(m_most) : bytes;
-        const ssize_t written = at([&] { return FileCalls::write(file, some); });
+        m_truncated = m_truncated || (m_owed.contains(file) && m_owed.value(file) != bytes);
+        const ssize_t written = at("write", [&] { return FileCalls::write(file, some); });
+        if (written < bytes.size()) {
+            m_owed.insert(file, bytes.sliced(qMax<ssize_t>(0, written)).toByteArray());
+        } else {
+            m_owed.remove(file);
+        }
         if (m_open.contains(file) && written > 0) {
             m_open[file]->addData(some.first(written).toByteArray());
         }
@@ -76,17 +91,17 @@ public:
     }
     int setMode(int file, mode_t mode) override
     {
-        return at([&] { return FileCalls::setMode(file, mode); });
+        return at("setMode", [&] { return FileCalls::setMode(file, mode); });
     }
     int sync(int file) override
     {
-        return at([&] { return FileCalls::sync(file); });
+        return at("sync", [&] { return FileCalls::sync(file); });
     }
     int giveName(int file, const QByteArray &path) override
     {
         m_teller.naming(path);
         m_named.insert(path, m_open.value(file));
-        return at([&] { return FileCalls::giveName(file, path); });
+        return at("giveName", [&] { return FileCalls::giveName(file, path); });
     }
     int rename(const QByteArray &from, const QByteArray &to) override
     {
@@ -94,7 +109,7 @@ public:
         if (hash) {
             m_teller.replacing(to, hash->result().toHex());
         }
-        const int result = at([&] { return FileCalls::rename(from, to); });
+        const int result = at("rename", [&] { return FileCalls::rename(from, to); });
         if (hash && result == 0) {
             m_teller.replaced(to);
         }
@@ -103,7 +118,7 @@ public:
     int remove(const QByteArray &path) override
     {
         m_teller.replacing(path, {});
-        const int result = at([&] { return FileCalls::remove(path); });
+        const int result = at("remove", [&] { return FileCalls::remove(path); });
         if (result == 0 || errno == ENOENT) {
             m_teller.replaced(path);
         }
@@ -111,26 +126,35 @@ public:
     }
     int makeDirectory(const QByteArray &path, mode_t mode) override
     {
-        return at([&] { return FileCalls::makeDirectory(path, mode); });
+        return at("makeDirectory", [&] { return FileCalls::makeDirectory(path, mode); });
+    }
+    int makeDirectoryOfNewName(QByteArray &path) override
+    {
+        return at("makeDirectoryOfNewName", [&] { return FileCalls::makeDirectoryOfNewName(path); });
+    }
+    int removeDirectory(const QByteArray &path) override
+    {
+        return at("removeDirectory", [&] { return FileCalls::removeDirectory(path); });
     }
     int syncDirectory(const QByteArray &directory) override
     {
-        return at([&] { return FileCalls::syncDirectory(directory); });
+        return at("syncDirectory", [&] { return FileCalls::syncDirectory(directory); });
     }
     int close(int file) override
     {
         m_open.remove(file);
+        m_truncated = m_owed.remove(file) || m_truncated;
         // A file is closed even when its close fails.
         const int result = FileCalls::close(file);
-        return at([&] { return result; });
+        return at("close", [&] { return result; });
     }
 
 private:
     template<typename Call>
-    auto at(const Call &call) -> decltype(call())
+    auto at(const char *name, const Call &call) -> decltype(call())
     {
         if (m_failing > 0 && --m_failing == 0) {
-            m_failed = true;
+            m_failed = name;
             errno = m_code;
             return -1;
         }
@@ -145,9 +169,9 @@ private:
         return result;
     }
     template<typename Call>
-    int opened(const Call &call, const QByteArray &path)
+    int opened(const char *name, const Call &call, const QByteArray &path)
     {
-        const int file = at(call);
+        const int file = at(name, call);
         if (file >= 0) {
             m_open.insert(file, std::make_shared<QCryptographicHash>(QCryptographicHash::Sha1));
             if (!path.isEmpty()) {
@@ -162,9 +186,11 @@ private:
     Moment m_moment = Moment::Before;
     int m_failing = 0;
     int m_code = 0;
-    bool m_failed = false;
+    QByteArray m_failed;
+    bool m_truncated = false;
     qsizetype m_most = 0;
     QHash<int, std::shared_ptr<QCryptographicHash>> m_open;
+    QHash<int, QByteArray> m_owed; ///< what the writes of a file have not taken yet
     QHash<QByteArray, std::shared_ptr<QCryptographicHash>> m_named;
 };
 
