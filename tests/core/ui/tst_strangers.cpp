@@ -141,8 +141,7 @@ private Q_SLOTS:
         QCoreApplication::processEvents();
         watch.lookAtAll();
         QCOMPARE(watch.taken().join(u'\n'), QString());
-        for (const QString &name :
-            {u"status"_s, u"Grid1"_s, u"qtooltip_label"_s, u"filterProblem"_s}) {
+        for (const QString &name : {u"status"_s, u"Grid1"_s, u"qtooltip_label"_s, u"filterProblem"_s}) {
             QVERIFY2(watch.saw(name), qPrintable(name + u" of "_s + watch.seen().join(u' ')));
         }
     }
