@@ -103,15 +103,14 @@ inline bool hasWindow(const Program &program, const QString &title, const QStrin
 /// one that has just come may not hear the first.
 inline bool typed(const Program &program, const QString &title, const QString &key)
 {
-    constexpr int pause = 1'000; // milliseconds: a second press could meet the window that comes next
+    constexpr int pause = 5'000; // milliseconds: a second press could meet the window that comes next
     return QTest::qWaitFor([&] { return hasWindow(program, title); }, patience)
         && QTest::qWaitFor(
             [&] {
                 if (!hasWindow(program, title, key)) {
                     return !hasWindow(program, title);
                 }
-                QTest::qSleep(pause);
-                return !hasWindow(program, title);
+                return QTest::qWaitFor([&] { return !hasWindow(program, title); }, pause);
             },
             patience);
 }
