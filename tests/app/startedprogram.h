@@ -110,7 +110,9 @@ inline bool typed(const Program &program, const QString &title, const QString &k
                 if (!hasWindow(program, title, key)) {
                     return !hasWindow(program, title);
                 }
-                return QTest::qWaitFor([&] { return !hasWindow(program, title); }, pause);
+                // Twice: a search that fails on a busy machine is no window that has gone.
+                return QTest::qWaitFor(
+                    [&] { return !hasWindow(program, title) && !hasWindow(program, title); }, pause);
             },
             patience);
 }
