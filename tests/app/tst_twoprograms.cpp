@@ -81,6 +81,8 @@ private Q_SLOTS:
         startOn(first, u"log"_s);
         // Its title until then is that of the box which the second will show.
         QVERIFY(waitForWindow(first, u"^Quillon - "_s));
+        // What it does at its start is over, so that it holds nothing of the screen while it is halted.
+        QTest::qWait(1'000);
         const Halted halted(first);
         Program second;
         startOn(second, u"log"_s);
