@@ -1,8 +1,8 @@
 # quillon_floor(TARGET FOLDER [FILES glob...] LINKS target... [PRIVATE target...])
 #
-# A static library of the files of one folder, or a shared one with QUILLON_SHARED_FLOORS. Headers are reached as "FOLDER/name.h", and only
-# through the targets in LINKS and PRIVATE: a header of a floor that is not linked is not found, so an
-# include that climbs the wrong way does not build. LINKS are those that its headers show, which who links
+# A static library of the files of one folder, or a shared one with QUILLON_SHARED_FLOORS. Headers are
+# reached as "FOLDER/name.h", and only through the targets in LINKS and PRIVATE: a header of a floor that is
+# not linked is not found, so an include that climbs the wrong way does not build. LINKS are those that its headers show, which who links
 # the folder gets with it; PRIVATE those that only its sources use.
 function(quillon_floor target folder)
     cmake_parse_arguments(FLOOR "" "" "FILES;LINKS;PRIVATE" ${ARGN})

@@ -66,8 +66,9 @@ public:
     }
     [[nodiscard]] bool start()
     {
-        m_server.start(
-            u"Xvfb"_s, {u"-displayfd"_s, u"1"_s, u"-screen"_s, u"0"_s, u"1280x800x24"_s, u"-noreset"_s});
+        // A window that goes while a key is down may leave it down: such a key must not be repeated (-r).
+        m_server.start(u"Xvfb"_s,
+            {u"-displayfd"_s, u"1"_s, u"-screen"_s, u"0"_s, u"1280x800x24"_s, u"-noreset"_s, u"-r"_s});
         return m_server.waitForStarted(patience) && m_server.waitForReadyRead(patience);
     }
     void give(Program &program)
