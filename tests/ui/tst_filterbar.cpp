@@ -1,4 +1,5 @@
 #include "support/accessibility.h"
+#include "support/combos.h"
 #include "support/dialogs.h"
 #include "support/wheel.h"
 #include "ui/filterbar.h"
@@ -54,15 +55,7 @@ public:
         const auto &label = find<ProblemLabel>("filterProblem");
         return label.isVisible() ? label.text() : QString();
     }
-    [[nodiscard]] QStringList items(const char *name) const
-    {
-        const auto &combo = find<QComboBox>(name);
-        QStringList texts;
-        for (int i = 0; i < combo.count(); ++i) {
-            texts += combo.itemText(i);
-        }
-        return texts;
-    }
+    [[nodiscard]] QStringList items(const char *name) const { return itemsOf(find<QComboBox>(name)); }
     void type(const QString &text)
     {
         box().setFocus();

@@ -1,4 +1,5 @@
 #include "platform/applicationdirectory.h"
+#include "support/combos.h"
 #include "support/mainwindow.h"
 #include "ui/frmsplash.h"
 #include "ui/version.h"
@@ -12,19 +13,6 @@
 using namespace Qt::StringLiterals;
 using namespace quillon;
 using namespace quillon::test;
-
-namespace {
-
-QStringList items(const QComboBox &combo)
-{
-    QStringList all;
-    for (int i = 0; i < combo.count(); ++i) {
-        all += combo.itemText(i);
-    }
-    return all;
-}
-
-} // namespace
 
 class TestStartup : public QObject
 {
@@ -127,7 +115,7 @@ void TestStartup::aNewDirectoryGetsTheSuppliedFiles()
     DialogAnswers answers;
     Form1 form({path, supplied.path(), Regional::fromEnvironment()});
     form.Form_Load();
-    QCOMPARE(items(*form.findChild<QComboBox *>(u"Combo3"_s)), (QStringList {u"D"_s, u"E"_s}));
+    QCOMPARE(itemsOf(*form.findChild<QComboBox *>(u"Combo3"_s)), (QStringList {u"D"_s, u"E"_s}));
     QCOMPARE(parent.read(u"new/quillon/LOGBOOK.INI"_s), "LOG_BOOK_CALLSIGN=NOCALL\r\n"_ba);
     QCOMPARE(answers.takeTexts(), QStringList());
 }
@@ -136,7 +124,7 @@ void TestStartup::thePropagationModesAreListedAndNoneIsChosen()
 {
     MainWindow window;
     window.start();
-    QCOMPARE(items(*window.find<QComboBox>("Combo2")),
+    QCOMPARE(itemsOf(*window.find<QComboBox>("Combo2")),
         (QStringList {u"Es"_s, u"Tropo"_s, u"MS"_s, u"TEP"_s, u"Aur"_s, u"F2"_s, u"FAI"_s}));
     QCOMPARE(window.text("Combo2"), u""_s);
 }
@@ -145,7 +133,7 @@ void TestStartup::theCountriesAreListedInFileOrderWithoutBlankLines()
 {
     MainWindow window;
     window.start({}, {}, "\r\nF\r\n\r\nD\r\n A \r\nTBD");
-    QCOMPARE(items(*window.find<QComboBox>("Combo3")), (QStringList {u"F"_s, u"D"_s, u" A "_s, u"TBD"_s}));
+    QCOMPARE(itemsOf(*window.find<QComboBox>("Combo3")), (QStringList {u"F"_s, u"D"_s, u" A "_s, u"TBD"_s}));
     QCOMPARE(window.text("Combo3"), u""_s);
     QCOMPARE(window.directory.read(u"country.lst"_s), "\r\nF\r\n\r\nD\r\n A \r\nTBD"_ba);
 }

@@ -1,3 +1,4 @@
+#include "support/combos.h"
 #include "support/mainwindow.h"
 
 #include <QAbstractItemView>
@@ -17,12 +18,7 @@ const QByteArray sites = "Bilbao|E|43.2630|-2.9350|812.4|\r\n"
 
 QStringList choices(MainWindow &window)
 {
-    const auto *combo = window.find<QComboBox>("Combo1");
-    QStringList all;
-    for (int i = 0; i < combo->count(); ++i) {
-        all += combo->itemText(i);
-    }
-    return all;
+    return itemsOf(*window.find<QComboBox>("Combo1"));
 }
 
 } // namespace

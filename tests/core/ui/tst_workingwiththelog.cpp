@@ -1,6 +1,7 @@
 #include "loggingwindow.h"
 
 #include "core/logfilter.h"
+#include "support/combos.h"
 
 #include <QAction>
 #include <QCheckBox>
@@ -128,14 +129,7 @@ void TestWorkingWithTheLog::theListsHoldWhatIsInTheLog()
 {
     MainWindow window;
     window.start(spain + france);
-    const auto offered = [&](QAnyStringView name) {
-        QStringList texts;
-        const auto *combo = window.find<QComboBox>(name);
-        for (int i = 0; i < combo->count(); ++i) {
-            texts += combo->itemText(i);
-        }
-        return texts;
-    };
+    const auto offered = [&](QAnyStringView name) { return itemsOf(*window.find<QComboBox>(name)); };
     QCOMPARE(offered("filterMode"), (QStringList {u"All"_s, u"Es"_s, u"Tropo"_s}));
     QCOMPARE(offered("filterCountry"), (QStringList {u"All"_s, u"E"_s, u"F"_s}));
     QCOMPARE(offered("filterYear"), (QStringList {u"All"_s, u"2010"_s}));

@@ -1,4 +1,5 @@
 #include "stations/ui/stationcolumns.h"
+#include "support/combos.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -8,6 +9,7 @@
 #include <QTest>
 
 using namespace quillon;
+using namespace quillon::test;
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -41,15 +43,6 @@ public:
     StationColumns dialog;
 };
 
-QStringList textsOf(const QComboBox &box)
-{
-    QStringList texts;
-    for (int i = 0; i < box.count(); ++i) {
-        texts += box.itemText(i);
-    }
-    return texts;
-}
-
 } // namespace
 
 class TestStationColumns : public QObject
@@ -75,7 +68,7 @@ private Q_SLOTS:
     {
         QFETCH(int, codePage);
         const Shown shown(named, CodePage(codePage));
-        QTEST(textsOf(shown.find<QComboBox>(u"encoding"_s)), "encodings");
+        QTEST(itemsOf(shown.find<QComboBox>(u"encoding"_s)), "encodings");
     }
 
     void theFirstColumnAloneMakesAHeading_data()

@@ -1,6 +1,7 @@
 #include "stats/charttable.h"
 #include "stats/ui/logstats.h"
 #include "support/changedlog.h"
+#include "support/combos.h"
 #include "support/dialogs.h"
 #include "support/pictures.h"
 #include "support/testfiles.h"
@@ -87,15 +88,7 @@ struct Window
             QTest::keyClick(&control<QCheckBox>(u"Check1"_s), Qt::Key_Space);
         }
     }
-    [[nodiscard]] QStringList choices(const QString &box) const
-    {
-        const auto &combo = control<QComboBox>(box);
-        QStringList texts;
-        for (int i = 0; i < combo.count(); ++i) {
-            texts.append(combo.itemText(i));
-        }
-        return texts;
-    }
+    [[nodiscard]] QStringList choices(const QString &box) const { return itemsOf(control<QComboBox>(box)); }
 
     QPointer<logStats> window;
 };
