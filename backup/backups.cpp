@@ -143,6 +143,7 @@ QString Backups::make(DateTime now)
     }
     QString path = filePath(m_folder, nameOf(made));
     makeAs(path, now);
+    m_problem.clear();
     return path;
 }
 
@@ -153,20 +154,33 @@ void Backups::makeAs(const QString &path, DateTime now)
 
 std::optional<QString> Backups::makeDaily(DateTime now)
 {
-    const std::pair today(dayOf(now), logbookName(m_config));
-    if (m_folder.isEmpty() || m_done == today) {
+    const Day today(dayOf(now), logbookName(m_config));
+    // Not at each change: a disk that is full makes each attempt take its time.
+    constexpr qint64 pause = 600;
+    const bool isTooEarly =
+        m_failed == today && now.seconds >= m_failedAt.seconds && now.seconds < m_failedAt.seconds + pause;
+    if (m_folder.isEmpty() || m_done == today || isTooEarly) {
         return std::nullopt;
     }
-    m_done = today;
     try {
         const auto isOfToday = [&](DateTime moment) {
             return dayOf(moment) == today.first && isSameLogbook(logbookOf(moment), today.second);
         };
-        if (hasLog(m_config) && std::ranges::none_of(momentsIn(m_folder), isOfToday)) {
+        const bool isNeeded = hasLog(m_config) && std::ranges::none_of(momentsIn(m_folder), isOfToday);
+        if (isNeeded) {
             make(now);
+        }
+        m_done = today;
+        m_problem.clear();
+        if (isNeeded) {
             removeOutdated(now);
         }
     } catch (const RuntimeError &error) {
+        if (m_done != today) {
+            m_failed = today;
+            m_failedAt = now;
+            m_problem = error.text();
+        }
         return error.text();
     }
     return std::nullopt;

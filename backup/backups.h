@@ -56,8 +56,11 @@ public:
 
     /// To be called before a file of the log is written: makes the first backup of the day, if there is none
     /// of this logbook and there is a logbook or a tx.lst, and removes what is outdated. The text of the
-    /// run-time error of what failed; it is tried once a day for each logbook.
+    /// run-time error of what failed; it is tried again when ten minutes are over.
     [[nodiscard]] std::optional<QString> makeDaily(DateTime now);
+    /// Why there is no backup of the day: the run-time error of the last attempt. Empty when there is one, or
+    /// none was needed yet.
+    [[nodiscard]] const QString &problem() const { return m_problem; }
 
 private:
     [[nodiscard]] QString logbookOf(DateTime made) const;
@@ -66,7 +69,11 @@ private:
     const Config &m_config;
     FileCalls &m_calls;
     QString m_folder;
-    std::optional<std::pair<qint64, QString>> m_done; ///< the day, and the logbook
+    using Day = std::pair<qint64, QString>; ///< of a logbook
+    std::optional<Day> m_done;
+    std::optional<Day> m_failed;
+    DateTime m_failedAt;
+    QString m_problem;
 };
 
 } // namespace quillon

@@ -57,7 +57,7 @@ QByteArray passwordLine(const QString &name, const QString &password)
     return name.toUtf8().toPercentEncoding() + '\t' + password.toUtf8().toPercentEncoding() + '\n';
 }
 
-void writePasswords(const QString &folder, const ReceiverSettings &settings)
+void writePasswords(const QString &folder, const ReceiverSettings &settings, FileCalls &calls)
 {
     QByteArray lines;
     if (!settings.last.password.isEmpty()) {
@@ -79,7 +79,7 @@ void writePasswords(const QString &folder, const ReceiverSettings &settings)
         file.setPermissions(owner);
         file.close();
     }
-    writeFile(path, lines);
+    writeFile(path, lines, calls);
 }
 
 void readSource(QSettings &file, SourceSettings &source)
@@ -174,12 +174,12 @@ ReceiverSettings readReceiverSettings(const QString &folder)
     return settings;
 }
 
-void writeReceiverSettings(const QString &folder, const ReceiverSettings &settings)
+void writeReceiverSettings(const QString &folder, const ReceiverSettings &settings, FileCalls &calls)
 {
     if (!QDir().mkpath(folder)) {
         throw RuntimeError(ErrorName::PathNotFound, u"Making the folder of the settings: %1"_s.arg(folder));
     }
-    writePasswords(folder, settings);
+    writePasswords(folder, settings, calls);
     QSettings file(settingsPath(folder), QSettings::IniFormat);
     file.clear();
     file.beginGroup("source"_L1);

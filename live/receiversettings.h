@@ -2,6 +2,7 @@
 
 #include "live/autolog.h"
 #include "live/sources.h"
+#include "platform/filecalls.h"
 
 #include <QList>
 #include <QString>
@@ -37,6 +38,7 @@ struct ReceiverSettings
 
 /// Writes both, the passwords into a file that nobody else can read (mode 600). Throws the run-time error of
 /// what failed.
-void writeReceiverSettings(const QString &folder, const ReceiverSettings &settings);
+void writeReceiverSettings(
+    const QString &folder, const ReceiverSettings &settings, FileCalls &calls = FileCalls::real());
 
 } // namespace quillon

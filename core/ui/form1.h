@@ -27,6 +27,7 @@ class QDockWidget;
 class QLabel;
 class QProgressBar;
 class QPushButton;
+class QToolButton;
 
 namespace quillon {
 
@@ -324,6 +325,7 @@ private:
 
     StatusText *m_status = nullptr;
     QLabel *m_news = nullptr;
+    QToolButton *m_noBackup = nullptr;
     QLabel *m_proclogs = nullptr;
     QProgressBar *m_progress = nullptr;
     QPushButton *m_autoStop = nullptr;

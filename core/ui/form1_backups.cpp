@@ -11,11 +11,13 @@
 #include "ui/guard.h"
 #include "ui/messages.h"
 #include "ui/openwindow.h"
+#include "ui/plaintip.h"
 #include "ui/statustext.h"
 #include "ui_form1.h"
 
 #include <QFileDialog>
 #include <QScopeGuard>
+#include <QToolButton>
 
 #include <algorithm>
 #include <functional>
@@ -47,13 +49,27 @@ void Form1::wireBackups()
 {
     m_document.beforeWriting([this] { backUpToday(); });
     m_config.beforeWriting([this] { backUpToday(); });
+    // Stays while there is none: the text of the status line is soon another one.
+    m_noBackup = new QToolButton(this);
+    m_noBackup->setObjectName(u"noBackup"_s);
+    m_noBackup->setText(u"No backup of today"_s);
+    m_noBackup->setAutoRaise(true);
+    m_noBackup->setFocusPolicy(Qt::TabFocus);
+    m_ui->statusbar->insertPermanentWidget(0, m_noBackup);
+    m_noBackup->hide();
+    connect(m_noBackup, &QToolButton::clicked, this, &Form1::menuFileBackups_Click);
 }
 
 // To be called before a file is written that is backed up.
 void Form1::backUpToday()
 {
-    if (const auto failure = m_backups.makeDaily(UtcNow())) {
-        m_status->setText(u"No backup of today: "_s + QString(*failure).replace(u'\n', u' '));
+    const auto failure = m_backups.makeDaily(UtcNow());
+    const QString &problem = m_backups.problem();
+    m_noBackup->setVisible(!problem.isEmpty());
+    m_noBackup->setToolTip(problem.isEmpty() ? QString() : wrappedTip(problem));
+    if (failure) {
+        m_status->setText((problem.isEmpty() ? u"An outdated backup stays: "_s : u"No backup of today: "_s)
+            + QString(*failure).replace(u'\n', u' '));
         m_copyTold = true;
     }
 }

@@ -45,7 +45,7 @@ void Form1::menuImportFile_Click()
             });
             m_document.commit(measured({name, change, {}}, Measured::Missing));
         },
-        this);
+        this, *m_options.fileCalls);
     connect(window, &importFile::summary, this,
         [this, brought](const QString &text) { tellHidden(text, std::exchange(*brought, {})); });
     window->show();

@@ -189,7 +189,7 @@ QAction *Form1::addDock(QDockWidget &dock, const QString &text, const QString &n
 
 void Form1::wireMap()
 {
-    m_map = new MapDock(this);
+    m_map = new MapDock(this, *m_options.fileCalls);
     addDock(*m_map, u"&Map"_s, u"menuViewMap"_s, Qt::Key_F7);
     connect(m_map, &QDockWidget::visibilityChanged, this, [this] { refreshMap(); });
     connect(m_map, &MapDock::receptionChosen, this, [this](qint32 entry) {
@@ -246,7 +246,7 @@ void Form1::wireReceiver()
 {
     m_receiver = new ReceiverDock(
         log(), [this](const HeardReception &reception) { return logReception(reception); },
-        m_options.lookFolder, this);
+        m_options.lookFolder, this, *m_options.fileCalls);
     const QAction *view = addDock(*m_receiver, u"&Receiver"_s, u"menuViewReceiver"_s, Qt::Key_F8);
     m_ui->menuView->insertSeparator(m_ui->menuViewDistances);
     connect(view, &QAction::triggered, this, [this] { floatWithoutRoom(*m_receiver); });

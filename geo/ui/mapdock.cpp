@@ -25,8 +25,9 @@ QString counted(qsizetype count, const QString &one, const QString &many)
 
 } // namespace
 
-MapDock::MapDock(QWidget *parent)
+MapDock::MapDock(QWidget *parent, FileCalls &calls)
     : QDockWidget(u"Map"_s, parent)
+    , m_calls(calls)
     , m_map(new MapView)
     , m_buttons(new QWidget)
     , m_note(new QLabel)
@@ -144,7 +145,7 @@ void MapDock::updateNote()
 void MapDock::save()
 {
     const QSize size = (QSizeF(m_map->size()) * m_map->devicePixelRatioF()).toSize();
-    const QString path = saveMapPicture(this, m_map->picture(), size);
+    const QString path = saveMapPicture(this, m_map->picture(), size, m_calls);
     if (!path.isEmpty()) {
         Q_EMIT pictureSaved(path);
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/filecalls.h"
 #include "stats/mapdata.h"
 
 #include <QDockWidget>
@@ -21,7 +22,7 @@ class MapDock : public QDockWidget
     Q_OBJECT
 
 public:
-    explicit MapDock(QWidget *parent = nullptr);
+    explicit MapDock(QWidget *parent = nullptr, FileCalls &calls = FileCalls::real());
 
     /// Shows this data; costs nothing to see while the dock is hidden, where the latest is kept.
     void setData(MapData newData);
@@ -52,6 +53,7 @@ private:
     void save();
     void copy();
 
+    FileCalls &m_calls;
     MapView *m_map;
     QWidget *m_buttons;
     QLabel *m_note;

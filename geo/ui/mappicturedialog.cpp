@@ -51,7 +51,7 @@ QSize MapPictureDialog::size() const
     return {m_width->value(), m_height->value()};
 }
 
-QString saveMapPicture(QWidget *parent, const MapPicture &picture, QSize offered)
+QString saveMapPicture(QWidget *parent, const MapPicture &picture, QSize offered, FileCalls &calls)
 {
     MapPictureDialog dialog(offered, parent);
     if (dialog.exec() != QDialog::Accepted) {
@@ -74,7 +74,7 @@ QString saveMapPicture(QWidget *parent, const MapPicture &picture, QSize offered
         return {};
     }
     QString path = where.selectedFiles().value(0);
-    writeFile(path, pictureBytes(picture, dialog.size(), path));
+    writeFile(path, pictureBytes(picture, dialog.size(), path), calls);
     return path;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "geo/ui/mappicture.h"
+#include "platform/filecalls.h"
 
 #include <QDialog>
 #include <QSize>
@@ -28,6 +29,6 @@ private:
 /// Asks for a size, offering this one, and a file, and writes the picture there whole or not at all: PNG, or
 /// SVG for a name that ends in ".svg". The path, empty when cancelled. Throws the run-time error of what
 /// failed.
-QString saveMapPicture(QWidget *parent, const MapPicture &picture, QSize offered);
+QString saveMapPicture(QWidget *parent, const MapPicture &picture, QSize offered, FileCalls &calls);
 
 } // namespace quillon

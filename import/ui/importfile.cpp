@@ -39,7 +39,7 @@ QStringList pathsOf(const QMimeData &data)
 } // namespace
 
 importFile::importFile(const Logbook &log, const ImportSurroundings &surroundings, const QString &memoryFile,
-    BringIn bringIn, QWidget *parent)
+    BringIn bringIn, QWidget *parent, FileCalls &calls)
     : QDialog(parent)
     , m_log(log)
     , m_memory(memoryFile)
@@ -47,6 +47,7 @@ importFile::importFile(const Logbook &log, const ImportSurroundings &surrounding
           log, surroundings, [this](const QStringList &heading) { return m_memory.heading(heading); },
           m_memory.minutes())
     , m_bringIn(std::move(bringIn))
+    , m_calls(calls)
     , ui(std::make_unique<Ui::importFile>())
     , m_model(new ImportModel(m_session, log, this))
 {
@@ -278,7 +279,7 @@ void importFile::saveRefused()
     const QString path = QFileDialog::getSaveFileName(this, u"Save Refused Lines"_s,
         filePath(QStandardPaths::writableLocation(QStandardPaths::HomeLocation), u"refused.txt"_s));
     if (!path.isEmpty()) {
-        writeFile(path, m_session.refused());
+        writeFile(path, m_session.refused(), m_calls);
         Q_EMIT summary(u"The refused lines are in "_s + path);
     }
 }

@@ -2,6 +2,7 @@
 
 #include "import/importmemory.h"
 #include "import/importsession.h"
+#include "platform/filecalls.h"
 
 #include <QDialog>
 #include <QStringList>
@@ -29,7 +30,7 @@ public:
     /// `log` has to outlive the window. What the listener says once is kept in `memoryFile`, if it has a
     /// name.
     importFile(const Logbook &log, const ImportSurroundings &surroundings, const QString &memoryFile,
-        BringIn bringIn, QWidget *parent = nullptr);
+        BringIn bringIn, QWidget *parent = nullptr, FileCalls &calls = FileCalls::real());
     ~importFile() override;
 
     /// Shows what is in files and folders. Throws for what is too much in all; what was shown before stays.
@@ -72,6 +73,7 @@ private:
     ImportMemory m_memory;
     ImportSession m_session;
     BringIn m_bringIn;
+    FileCalls &m_calls;
     std::unique_ptr<Ui::importFile> ui;
     ImportModel *m_model;
     bool m_done = false; ///< the report is shown

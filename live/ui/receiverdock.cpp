@@ -17,11 +17,13 @@ namespace quillon {
 
 using namespace Qt::StringLiterals;
 
-ReceiverDock::ReceiverDock(const Logbook &log, Log logReception, QString folder, QWidget *parent)
+ReceiverDock::ReceiverDock(
+    const Logbook &log, Log logReception, QString folder, QWidget *parent, FileCalls &calls)
     : QDockWidget(parent)
     , m_log(&log)
     , m_logReception(std::move(logReception))
     , m_folder(std::move(folder))
+    , m_calls(calls)
     , m_model(m_receiver.heard())
     , m_signs {&QApplication::beep, &notifyDesktop}
     , m_ui(std::make_unique<Ui::receiverDock>())
@@ -284,7 +286,7 @@ bool ReceiverDock::tune(qint64 hertz)
 void ReceiverDock::save()
 {
     if (!m_folder.isEmpty()) {
-        writeReceiverSettings(m_folder, m_settings);
+        writeReceiverSettings(m_folder, m_settings, m_calls);
     }
 }
 

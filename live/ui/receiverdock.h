@@ -7,6 +7,7 @@
 #include "live/ui/announced.h"
 #include "live/ui/autologdialog.h"
 #include "live/ui/heardmodel.h"
+#include "platform/filecalls.h"
 
 #include <QDockWidget>
 #include <QPointer>
@@ -42,7 +43,8 @@ public:
     };
 
     /// `folder` holds the settings; without one they are not kept. The log has to outlive the dock.
-    ReceiverDock(const Logbook &log, Log logReception, QString folder, QWidget *parent = nullptr);
+    ReceiverDock(const Logbook &log, Log logReception, QString folder, QWidget *parent = nullptr,
+        FileCalls &calls = FileCalls::real());
     ~ReceiverDock() override;
 
     /// Connects to the last source, and shows the dock, when that is ticked. To be called once the log is
@@ -100,6 +102,7 @@ private:
     const Logbook *m_log;
     Log m_logReception;
     QString m_folder;
+    FileCalls &m_calls;
     ReceiverSettings m_settings;
     Receiver m_receiver;
     HeardModel m_model;

@@ -62,9 +62,52 @@ private Q_SLOTS:
                 break;
             }
             QVERIFY(failure && failure->startsWith(u"Run-time error: "_s));
-            // It is not tried at every change.
-            QCOMPARE(backups.makeDaily(noon), std::nullopt);
+            const bool isThere = !names.isEmpty();
+            // One that is there may be so until the next power cut only.
+            QVERIFY(backups.problem() == *failure || (isThere && backups.problem().isEmpty()));
+            const bool isDone = backups.problem().isEmpty();
+            // It is not tried at every change, but again when ten minutes are over.
+            calls.heal();
+            QCOMPARE(backups.makeDaily(at(u"22/11/2026 12:09:59"_s)), std::nullopt);
+            QCOMPARE(home.names().filter(u"2026-11-22"_s).size(), isThere ? 1 : 0);
+            QCOMPARE(backups.problem().isEmpty(), isDone);
+            QCOMPARE(backups.makeDaily(at(u"22/11/2026 12:10:00"_s)), std::nullopt);
+            QCOMPARE(home.names().filter(u"2026-11-22"_s).size(), 1);
+            QCOMPARE(backups.problem(), QString());
         }
+    }
+
+    void theClockMayBeSetBackOrTheDayEnd_data()
+    {
+        QTest::addColumn<QString>("next");
+        QTest::newRow("set back") << u"22/11/2026 11:59:59"_s;
+        QTest::newRow("the next day") << u"23/11/2026 00:00:00"_s;
+    }
+    // Ten minutes that would never end, or that belong to another day.
+    void theClockMayBeSetBackOrTheDayEnd()
+    {
+        QFETCH(QString, next);
+        const BackupHome home;
+        FaultyCalls calls(1);
+        Backups backups = home.backups(calls);
+        const DateTime last = at(next).seconds < noon.seconds ? noon : at(u"22/11/2026 23:59:00"_s);
+        QVERIFY(backups.makeDaily(last).has_value());
+        calls.heal();
+        QCOMPARE(backups.makeDaily(at(next)), std::nullopt);
+        QCOMPARE(home.names().size(), 1);
+    }
+
+    void aBackupByHandEndsTheProblem()
+    {
+        const BackupHome home;
+        FaultyCalls calls(1);
+        Backups backups = home.backups(calls);
+        QVERIFY(backups.makeDaily(noon).has_value());
+        calls.heal();
+        backups.make(noon);
+        QCOMPARE(backups.problem(), QString());
+        QCOMPARE(backups.makeDaily(noon), std::nullopt);
+        QCOMPARE(home.names().size(), 1);
     }
 
     void aStateFolderThatIsAFileIsTold()

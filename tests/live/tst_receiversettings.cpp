@@ -1,4 +1,6 @@
 #include "live/receiversettings.h"
+#include "platform/runtimeerror.h"
+#include "support/faultycalls.h"
 #include "support/testfiles.h"
 
 #include <QTest>
@@ -61,6 +63,33 @@ private Q_SLOTS:
         QCOMPARE(read.kind, SourceKind::RdsSpy);
         QCOMPARE(read.address, u"/evening.spy"_s);
         QVERIFY(read.atOnce);
+    }
+
+    void whicheverCallFailsThePasswordsAreTheOldOrTheNewOnes()
+    {
+        ReceiverSettings old;
+        old.last = {SourceKind::Xdrd, u"tuner:7373"_s, u"old"_s, false};
+        ReceiverSettings next = old;
+        next.last.password = u"new"_s;
+        for (int failing = 1;; ++failing) {
+            const TestDirectory folder;
+            writeReceiverSettings(folder.path(), old);
+            FaultyCalls calls(failing);
+            bool told = false;
+            try {
+                writeReceiverSettings(folder.path(), next, calls);
+            } catch (const RuntimeError &) {
+                told = true;
+            }
+            QCOMPARE(told, calls.failed());
+            const QString password = readReceiverSettings(folder.path()).last.password;
+            QVERIFY2(password == (told ? u"old"_s : u"new"_s) || (told && password == u"new"_s),
+                qPrintable(password));
+            if (!calls.failed()) {
+                QVERIFY(failing > 4);
+                break;
+            }
+        }
     }
 };
 

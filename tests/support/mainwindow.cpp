@@ -62,6 +62,11 @@ int FailingCalls::rename(const QByteArray &from, const QByteArray &to)
     return failRename ? failing(failRename) : FileCalls::rename(from, to);
 }
 
+int FailingCalls::remove(const QByteArray &path)
+{
+    return failRemove ? failing(failRemove) : FileCalls::remove(path);
+}
+
 void MainWindow::start()
 {
     stop();

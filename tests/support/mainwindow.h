@@ -22,6 +22,7 @@ public:
     int failWrite = 0; ///< errno of every write
     int failSync = 0; ///< errno of every sync
     int failRename = 0; ///< errno of every renaming
+    int failRemove = 0; ///< errno of every removal
     std::function<void(const QByteArray &to)> beforeRename; ///< sees each file before it is in its place
 
     int openNameless(const QByteArray &directory, mode_t mode) override;
@@ -29,6 +30,7 @@ public:
     ssize_t write(int file, QByteArrayView bytes) override;
     int sync(int file) override;
     int rename(const QByteArray &from, const QByteArray &to) override;
+    int remove(const QByteArray &path) override;
 };
 
 /// The real main window on a directory of its own, its controls found by their names, driven by keys and

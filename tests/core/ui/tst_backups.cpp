@@ -6,6 +6,8 @@
 
 #include <QDir>
 #include <QFile>
+#include <QLabel>
+#include <QToolButton>
 
 #include <cerrno>
 
@@ -64,6 +66,8 @@ private Q_SLOTS:
     void initTestCase() { QApplication::setAttribute(Qt::AA_DontUseNativeDialogs); }
     void theFirstChangeOfTheDayMakesABackup();
     void aFailureIsToldOnceAndTheLogIsSaved();
+    void withoutABackupOfTodayASignStays();
+    void anOutdatedBackupThatStaysIsTold();
     void theListComparesWithNow();
     void theWindowSaysWhereTheyAreAndCloses();
     void restoringIsOneStep();
@@ -134,6 +138,49 @@ void TestBackupsWindow::aFailureIsToldOnceAndTheLogIsSaved()
     QVERIFY(window.logbook().contains("|NEW|"));
     window.add();
     QVERIFY(!window.text("status").contains(u"backup"_s));
+}
+
+void TestBackupsWindow::withoutABackupOfTodayASignStays()
+{
+    BackedUpWindow window;
+    auto *sign = window.find<QToolButton>("noBackup");
+    QVERIFY(!sign->isVisible());
+    const QString blocked = QDir(window.state.path()).relativeFilePath(window.backups().folder());
+    window.state.write(blocked, "a file");
+    window.add();
+    window.add();
+    QVERIFY(!window.text("status").contains(u"backup"_s));
+    QVERIFY(sign->isVisible());
+    QCOMPARE(sign->text(), u"No backup of today"_s);
+    QVERIFY(sign->toolTip().contains(u"Run-time error: "_s));
+    sign->click();
+    auto *problem = window.find<QLabel>("backupProblem");
+    QVERIFY(problem->isVisible());
+    QVERIFY2(
+        problem->text().startsWith(u"No backup of today: Run-time error: "_s), qPrintable(problem->text()));
+    // The next start tries again.
+    QVERIFY(QFile::remove(window.backups().folder()));
+    window.start();
+    window.add();
+    QCOMPARE(window.names().size(), 1);
+    QVERIFY(!window.find<QToolButton>("noBackup")->isVisible());
+    window.trigger("menuFileBackups");
+    QVERIFY(!window.find<QLabel>("backupProblem")->isVisible());
+}
+
+void TestBackupsWindow::anOutdatedBackupThatStaysIsTold()
+{
+    BackedUpWindow window;
+    const QString folder = QDir(window.state.path()).relativeFilePath(window.backups().folder());
+    // Not the last one of its month, and no file that could be removed.
+    window.state.write(folder + u"/2020-02-04 120000.zip"_s, "last");
+    window.state.write(folder + u"/2020-02-03 120000.zip"_s, "old");
+    window.calls.failRemove = EACCES;
+    window.add();
+    QVERIFY2(window.text("status").startsWith(u"An outdated backup stays: Run-time error: "_s),
+        qPrintable(window.text("status")));
+    QCOMPARE(window.names().size(), 3);
+    QVERIFY(!window.find<QToolButton>("noBackup")->isVisible());
 }
 
 void TestBackupsWindow::theListComparesWithNow()

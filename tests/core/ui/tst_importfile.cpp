@@ -3,6 +3,7 @@
 
 #include "core/ui/importingwindow.h"
 #include "support/importsamples.h"
+#include "support/savedialog.h"
 
 #include <QComboBox>
 #include <QDialogButtonBox>
@@ -120,6 +121,7 @@ private Q_SLOTS:
     void columnsAreAskedOnceAndKept();
     void aLocalTimeIsConvertedInTheChosenZone();
     void refusedLinesAreSavedMendedAndImported();
+    void refusedLinesThatCannotBeSavedAreTold();
     void moreThanTheLogHoldsIsRefusedAsAWhole();
     void aFailingSaveIsToldAndNothingIsLost();
     void anotherImportHasToEndFirst();
@@ -383,6 +385,24 @@ void TestImportFileWindow::aLocalTimeIsConvertedInTheChosenZone()
     FileImportWindow::choose(dialog, u"importTimes"_s, u"UTC"_s);
     QCOMPARE(FileImportWindow::cells(dialog, 0).section(u'|', 0, 0), u"21/07/2025 18:30:05"_s);
     QVERIFY(!dialog.findChild<QComboBox *>(u"importZone"_s)->isEnabled());
+}
+
+void TestImportFileWindow::refusedLinesThatCannotBeSavedAreTold()
+{
+    FileImportWindow window;
+    window.write(u"a.csv"_s, fmlistLogbook().toUtf8());
+    window.start(oldEntry);
+    importFile &dialog = window.open();
+    window.drop(dialog, {u"a.csv"_s});
+    ImportingWindow::press(&dialog, u"importGo"_s);
+    window.directory.write(u"in/refused.txt"_s, "older ones");
+    test::saveAs(window.answers, window.path(u"refused.txt"_s));
+    window.answers.press(QMessageBox::Yes);
+    window.answers.press(QMessageBox::Ok);
+    window.calls.failWrite = ENOSPC;
+    ImportingWindow::press(&dialog, u"importSaveRefused"_s);
+    QVERIFY(window.answers.takeTexts().join(u'\n').contains(u"Run-time error: Disk full"_s));
+    QCOMPARE(window.directory.read(u"in/refused.txt"_s), "older ones"_ba);
 }
 
 void TestImportFileWindow::refusedLinesAreSavedMendedAndImported()

@@ -3,6 +3,7 @@
 #include "geo/ui/mapview.h"
 #include "support/accessibility.h"
 #include "support/dialogs.h"
+#include "support/faultycalls.h"
 #include "support/savedialog.h"
 
 #include <QApplication>
@@ -41,7 +42,8 @@ MapData someData()
 class Shown
 {
 public:
-    Shown()
+    explicit Shown(FileCalls &calls = FileCalls::real())
+        : m_dock(nullptr, calls)
     {
         m_dock.resize(700, 500);
         m_dock.show();
@@ -188,6 +190,37 @@ private Q_SLOTS:
         dock.click(u"mapSave"_s);
         QVERIFY(file.open(QIODevice::ReadOnly));
         QCOMPARE(file.readAll(), "mine"_ba);
+    }
+
+    void whicheverCallFailsThePictureIsTheOldOneOrTold()
+    {
+        for (int failing = 1;; ++failing) {
+            const QTemporaryDir directory;
+            QFile file(directory.filePath(u"map.png"_s));
+            QVERIFY(file.open(QIODevice::WriteOnly));
+            file.write("mine");
+            file.close();
+            FaultyCalls calls(failing);
+            Shown dock(calls);
+            dock->setData(someData());
+            const QSignalSpy saved(&*dock, &MapDock::pictureSaved);
+            DialogAnswers answers;
+            answer(answers, {300, 200}, file.fileName());
+            answers.press(QMessageBox::Yes);
+            answers.press(QMessageBox::Ok);
+            dock.click(u"mapSave"_s);
+            const bool isTold = answers.takeTexts().join(u'\n').contains(u"Run-time error: "_s);
+            QCOMPARE(isTold, calls.failed());
+            QCOMPARE(saved.count(), isTold ? 0 : 1);
+            QVERIFY(file.open(QIODevice::ReadOnly));
+            const QByteArray bytes = file.readAll();
+            QVERIFY(bytes == "mine" || QImage::fromData(bytes).size() == QSize(300, 200));
+            QCOMPARE(calls.open(), 0);
+            if (!calls.failed()) {
+                QVERIFY(failing > 4);
+                break;
+            }
+        }
     }
 
     void whatCannotBeSavedIsTold()
