@@ -51,7 +51,7 @@ public:
     void openAnew(const QString &command);
 
 private:
-    [[nodiscard]] double time(const Work &work) { return ownTime(m_service, work); }
+    [[nodiscard]] double time(const Work &work);
 
     GrowthTable &m_table;
     EveningAnswers &m_answers;

@@ -3,6 +3,8 @@
 #include <QByteArray>
 
 #include <algorithm>
+#include <cstddef>
+#include <utility>
 #include <vector>
 
 namespace quillon::bench {
@@ -21,12 +23,21 @@ int referenceWork();
 /// Milliseconds of processor time that one savePlain takes now.
 [[nodiscard]] double savePlainTime(const QByteArray &path, const QByteArray &bytes);
 
+inline constexpr double half = 0.5;
+inline constexpr double quarter = 0.25;
+
+/// The time below which that part of some times is.
+[[nodiscard]] inline double quantileOf(std::vector<double> times, double part)
+{
+    const auto place = times.begin() + static_cast<std::ptrdiff_t>(static_cast<double>(times.size()) * part);
+    std::ranges::nth_element(times, place);
+    return *place;
+}
+
 /// The middle one of some times.
 [[nodiscard]] inline double medianOf(std::vector<double> times)
 {
-    const auto middle = times.begin() + static_cast<std::ptrdiff_t>(times.size() / 2);
-    std::ranges::nth_element(times, middle);
-    return *middle;
+    return quantileOf(std::move(times), half);
 }
 
 } // namespace quillon::bench

@@ -55,7 +55,7 @@ void Form1::wireBackups()
     m_noBackup->setText(u"No backup of today"_s);
     m_noBackup->setAutoRaise(true);
     m_noBackup->setFocusPolicy(Qt::TabFocus);
-    m_ui->statusbar->insertPermanentWidget(0, m_noBackup);
+    m_ui->statusbar->addPermanentWidget(m_noBackup);
     m_noBackup->hide();
     connect(m_noBackup, &QToolButton::clicked, this, &Form1::menuFileBackups_Click);
 }

@@ -76,9 +76,9 @@ public:
         m_after = works.files();
     }
 
-    // Tries it with little room, which `disk` takes away and gives back. Whether it is enough is for the
-    // work to say, unless it is known.
-    void run(const std::function<void(bool little)> &disk, std::optional<bool> enough, Outcome &outcome) const
+    // Tries it with little room, which `disk` takes away and gives back; true when it was done. Whether the
+    // room is enough is for the work to say, unless it is known.
+    bool run(const std::function<void(bool little)> &disk, std::optional<bool> enough, Outcome &outcome) const
     {
         ++outcome.cases;
         m_works.reset();
@@ -100,6 +100,7 @@ public:
         if (!problem.isEmpty()) {
             outcome.lose(u"%1: %2"_s.arg(QString::fromLatin1(m_work.name), problem));
         }
+        return !error;
     }
 
 private:
@@ -183,23 +184,29 @@ Outcome fillPages(const QString &folder, quint32 seed)
     Outcome outcome;
     const QByteArray disk = folder.toLocal8Bit();
     constexpr qint64 manyPages = 16'000;
-    const auto trial = [&](Works &works, const Works::Work &work, qint64 pages) {
-        const qint64 lost = outcome.lost;
-        Trial(works, work)
-            .run([&](bool little) { leavePages(disk, little ? pages : manyPages); }, {}, outcome);
-        return outcome.lost == lost;
+    const auto trial = [&](const Trial &one, qint64 pages, std::optional<bool> enough) {
+        return one.run([&](bool little) { leavePages(disk, little ? pages : manyPages); }, enough, outcome);
     };
     {
         Works works(folder, receptions, FileCalls::real());
         for (const Works::Work &work : Works::all()) {
-            constexpr int mostPages = 40;
-            for (int pages = 0; pages < mostPages && trial(works, work, pages); ++pages) { }
+            const Trial one(works, work);
+            constexpr int mostPages = 400;
+            int pages = 0;
+            while (pages < mostPages && !trial(one, pages, pages == 0 ? std::optional(false) : std::nullopt)
+                && outcome.problem.isEmpty()) {
+                ++pages;
+            }
+            if (pages == mostPages) {
+                outcome.lose(QString::fromLatin1(work.name) + u": no room is enough"_s);
+            }
         }
     }
     Works large(folder, manyReceptions, FileCalls::real());
     QRandomGenerator random(seed);
+    const Trial log(large, Works::all().front());
     for (int i = 0; i < drawnOfALargeLog; ++i) {
-        trial(large, Works::all().front(), random.bounded(500));
+        trial(log, random.bounded(500), {});
     }
     return outcome;
 }
