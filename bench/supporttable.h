@@ -30,13 +30,13 @@ public:
             "kernel ms", "reference", "ratio", "bar");
     }
     // The bar is how many times the work beside it the median may take, and these milliseconds more; 0 is
-    // none. With a share of 4 it is not the median that counts, of both, but what a quarter stays below.
-    void row(const char *name, Runs runs, double bar = 0, double more = 0, std::size_t share = 2)
+    // none. Of both it is the median that counts, or what another part of them stays below.
+    void row(const char *name, Runs runs, double bar = 0, double more = 0, double part = half)
     {
         std::ranges::sort(runs.times, {}, &Times::all);
-        std::ranges::sort(runs.beside);
-        const Times usual = runs.times[runs.times.size() / share];
-        const double beside = runs.beside[runs.beside.size() / share];
+        const auto place = static_cast<std::size_t>(static_cast<double>(runs.times.size()) * part);
+        const Times usual = runs.times[place];
+        const double beside = quantileOf(runs.beside, part);
         const double ratio = (usual.all - more) / beside;
         const bool missed = bar > 0 && ratio > bar;
         std::printf("%-52s %10.1f %10.1f %10.1f %10.1f %8.2f %8s%s\n", name, usual.all, runs.times.back().all,
@@ -49,7 +49,6 @@ public:
     // time, of either as chance has it; the quickest quarter of both is without it.
     void change(const char *name, Runs runs)
     {
-        constexpr std::size_t quarter = 4;
         row(name, std::move(runs), 1.5, 2, quarter);
     }
     void memory(const char *name, double megabytes, double bar)

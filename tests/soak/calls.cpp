@@ -6,10 +6,12 @@
 #include "core/logbooklines.h"
 #include "platform/files.h"
 
+#include <QDir>
+#include <QWidget>
+
 #include <array>
 #include <cerrno>
 #include <numeric>
-#include <unistd.h>
 
 namespace quillon::soak {
 
@@ -32,75 +34,82 @@ constexpr std::array failures {Failure {"EIO", EIO}, Failure {"ENOSPC", ENOSPC},
     Failure {"EINTR", EINTR}, Failure {"short writes", 0}};
 
 // Whether a command may go well with this call failing.
-bool mayBeSilent(const QByteArray &call, int code)
+bool mayBeSilent(const ToldCalls &calls, int code)
 {
-    return (call == "write" && code == EINTR) // it is made once more
-        || call == "remove" // a leftover that stays does no harm
-        || call == "makeDirectory"; // the folder of the day's backup: the status bar tells of it
+    const QByteArray name = calls.failedPath().sliced(calls.failedPath().lastIndexOf('/') + 1);
+    return (calls.failed() == "write" && code == EINTR) // it is made once more
+        || (calls.failed() == "remove" && name.startsWith('.')); // a leftover that stays does no harm
 }
 
-// One command, with its first call failing, its second, and so on until it succeeds.
+// One command on a folder of its own, with one of its calls failing.
 class NthCall
 {
 public:
-    NthCall(const Round &round, const Session::Command &command, const Failure &failure, Outcome &outcome)
-        : m_root(round.root)
-        , m_command(command)
+    NthCall(const Round &round, const QString &root, const Failure &failure, Outcome &outcome)
+        : m_root(root)
         , m_failure(failure)
         , m_outcome(outcome)
-        , m_ledger(round.root)
+        , m_ledger((layOut(root, receptions, freePort()), root))
         , m_teller([this](const QByteArray &line) { m_ledger.take(line); })
         , m_calls(m_teller)
-        , m_session(round.root, m_calls, m_teller, receptions, round.seed)
-    {
-    }
-
-    void run()
+        , m_session(root, m_calls, m_teller, receptions, round.seed)
     {
         m_session.start();
-        check(m_ledger, 0);
-        if (m_failure.code == 0) {
-            // Only a full disk ends writing early: the rest of what is to be written follows.
-            m_calls.writeAtMost(fewBytes);
-            m_session.run(m_command);
+        check(m_ledger);
+    }
+
+    // Lets the call of that number fail; false when the command does not come so far.
+    [[nodiscard]] bool run(const Session::Command &command, int number)
+    {
+        m_calls.failAt(number, m_failure.code);
+        m_session.run(command);
+        const bool isReached = !m_calls.failed().isEmpty();
+        if (isReached) {
             ++m_outcome.cases;
-            if (!m_session.failed() && m_calls.hasTruncated()) {
-                lose(0, u"a file lacks bytes, and that is not told"_s);
-            }
-            check(m_ledger, 0);
-            return;
+            afterFailure();
         }
-        for (int call = 1; call < mostCalls; ++call) {
-            m_calls.failAt(call, m_failure.code);
-            m_session.run(m_command);
-            const QByteArray failed = m_calls.failed();
-            const bool truncated = m_calls.hasTruncated();
-            m_calls.failAt(0, 0);
-            const bool reached = !failed.isEmpty();
-            if (reached) {
-                ++m_outcome.cases;
-                afterFailure(call, failed, truncated);
-            }
-            check(m_ledger, call);
-            if (!reached) {
-                return;
-            }
+        check(m_ledger);
+        return isReached;
+    }
+    // Only a full disk ends writing early: the rest of what is to be written follows.
+    void runWithShortWrites(const Session::Command &command)
+    {
+        m_calls.writeAtMost(fewBytes);
+        m_session.run(command);
+        ++m_outcome.cases;
+        if (m_session.failed()) {
+            m_outcome.lose(u"short writes are taken for an error"_s);
         }
-        lose(mostCalls, u"it never succeeds"_s);
+        if (m_calls.hasTruncated()) {
+            m_outcome.lose(u"a file lacks bytes, and that is not told"_s);
+        }
+        check(m_ledger);
     }
 
 private:
-    void afterFailure(int call, const QByteArray &failed, bool truncated)
+    void afterFailure()
     {
+        const QByteArray failed = m_calls.failed();
+        const bool isTruncated = m_calls.hasTruncated();
+        const bool mayBeSilent = soak::mayBeSilent(m_calls, m_failure.code);
+        m_calls.failAt(0, 0);
         // What the user was not told to be stored may be on the disk or not, until the next save.
         Ledger now = m_ledger;
-        check(now, call);
-        if (!m_session.failed() && (!mayBeSilent(failed, m_failure.code) || truncated || !isStored())) {
-            lose(call, QString::fromLatin1(failed) + u" failed, and that is not told"_s);
+        check(now);
+        const auto *noBackup = m_session.form().findChild<QWidget *>(u"noBackup"_s);
+        const bool isTold = m_session.failed() || noBackup->isVisible();
+        if (!isTold && !mayBeSilent) {
+            m_outcome.lose(QString::fromLatin1(failed) + u" failed, and that is not told"_s);
+        }
+        if (!m_session.failed() && isTruncated && !noBackup->isVisible()) {
+            m_outcome.lose(u"a file lacks bytes, and that is not told"_s);
+        }
+        if (!m_session.failed() && !isStored()) {
+            m_outcome.lose(u"all went well, and the log is not stored"_s);
         }
         m_session.form().document().saveUnsaved();
         if (!isStored()) {
-            lose(call, u"the log is not stored with all calls well again"_s);
+            m_outcome.lose(u"the log is not stored with all calls well again"_s);
         }
     }
     [[nodiscard]] bool isStored()
@@ -108,25 +117,18 @@ private:
         return fileHolds(m_root + u"/log/RDSLog.log"_s,
             logbookBytes(m_session.form().log(), Regional::fromEnvironment().codePage));
     }
-    void check(Ledger &ledger, int call)
+    void check(Ledger &ledger)
     {
         QStringList problems = ledger.problems();
         if (!ledger.messages().isEmpty()) {
             problems += QString::fromUtf8(ledger.messages());
         }
         if (!problems.isEmpty()) {
-            lose(call, problems.join(u'\n'));
+            m_outcome.lose(problems.join(u'\n'));
         }
-    }
-    void lose(int call, const QString &what)
-    {
-        m_outcome.lose(u"%1, call %2, %3: %4"_s.arg(QString::fromLatin1(m_command.name))
-                           .arg(call)
-                           .arg(QString::fromLatin1(m_failure.name), what));
     }
 
     QString m_root;
-    const Session::Command &m_command;
     const Failure &m_failure;
     Outcome &m_outcome;
     Ledger m_ledger;
@@ -134,6 +136,38 @@ private:
     ToldCalls m_calls;
     Session m_session;
 };
+
+// The command with its first call failing, its second, and so on until it succeeds. Each time it is the
+// first command on a new folder, so that its calls are the same up to the one that fails.
+void failEachCall(
+    const Round &round, const Session::Command &command, const Failure &failure, Outcome &outcome)
+{
+    const auto where = [&](int number) {
+        if (!outcome.problem.isEmpty()) {
+            outcome.problem += u" (%1, call %2, %3)"_s.arg(QString::fromLatin1(command.name),
+                QString::number(number), QString::fromLatin1(failure.name));
+        }
+    };
+    if (failure.code == 0) {
+        NthCall(round, round.root, failure, outcome).runWithShortWrites(command);
+        where(0);
+        return;
+    }
+    for (int number = 1; outcome.problem.isEmpty(); ++number) {
+        const QString root = round.root + u'/' + QString::number(number);
+        const bool isReached = NthCall(round, root, failure, outcome).run(command, number);
+        if (number == mostCalls) {
+            outcome.lose(u"it never succeeds"_s);
+        }
+        where(number);
+        if (!isReached) {
+            return;
+        }
+        if (outcome.problem.isEmpty()) {
+            QDir(root).removeRecursively();
+        }
+    }
+}
 
 } // namespace
 
@@ -147,8 +181,7 @@ Outcome callsRound(const Round &round)
     }
     const Session::Command &command = commands.at(round.seed % commands.size());
     const Failure &failure = failures.at(round.seed % failures.size());
-    layOut(round.root, receptions, freePort());
-    return outcomeOf([&](Outcome &outcome) { NthCall(round, command, failure, outcome).run(); });
+    return outcomeOf([&](Outcome &outcome) { failEachCall(round, command, failure, outcome); });
 }
 
 } // namespace quillon::soak

@@ -42,10 +42,13 @@ public:
         m_failing = number;
         m_code = code;
         m_failed.clear();
+        m_failedPath.clear();
         m_truncated = false;
     }
     /// The name of that call when it was reached, or nothing.
     [[nodiscard]] const QByteArray &failed() const { return m_failed; }
+    /// What it was to remove, if it was to.
+    [[nodiscard]] const QByteArray &failedPath() const { return m_failedPath; }
     /// True when since then a file was closed before all was in it that was to be written: what a write has
     /// not taken has to be given to the next one.
     [[nodiscard]] bool hasTruncated() const { return m_truncated; }
@@ -117,6 +120,7 @@ public:
     }
     int remove(const QByteArray &path) override
     {
+        m_failedPath = m_failing == 1 ? path : m_failedPath;
         m_teller.replacing(path, {});
         const int result = at("remove", [&] { return FileCalls::remove(path); });
         if (result == 0 || errno == ENOENT) {
@@ -187,6 +191,7 @@ private:
     int m_failing = 0;
     int m_code = 0;
     QByteArray m_failed;
+    QByteArray m_failedPath;
     bool m_truncated = false;
     qsizetype m_most = 0;
     QHash<int, std::shared_ptr<QCryptographicHash>> m_open;
