@@ -33,12 +33,11 @@ struct Failure
 constexpr std::array failures {Failure {"EIO", EIO}, Failure {"ENOSPC", ENOSPC}, Failure {"EACCES", EACCES},
     Failure {"EINTR", EINTR}, Failure {"short writes", 0}};
 
-// Whether a command may go well with this call failing.
-bool mayBeSilent(const ToldCalls &calls, int code)
+// A leftover that stays does no harm.
+bool mayBeSilent(const ToldCalls &calls)
 {
     const QByteArray name = calls.failedPath().sliced(calls.failedPath().lastIndexOf('/') + 1);
-    return (calls.failed() == "write" && code == EINTR) // it is made once more
-        || (calls.failed() == "remove" && name.startsWith('.')); // a leftover that stays does no harm
+    return calls.failed() == "remove" && name.startsWith('.');
 }
 
 // One command on a folder of its own, with one of its calls failing.
@@ -91,14 +90,19 @@ private:
     {
         const QByteArray failed = m_calls.failed();
         const bool isTruncated = m_calls.hasTruncated();
-        const bool mayBeSilent = soak::mayBeSilent(m_calls, m_failure.code);
+        const bool mayBeSilent = soak::mayBeSilent(m_calls);
+        // It is to be made once more.
+        const bool hasToBeSilent = failed == "write" && m_failure.code == EINTR;
         m_calls.failAt(0, 0);
         // What the user was not told to be stored may be on the disk or not, until the next save.
         Ledger now = m_ledger;
         check(now);
         const auto *noBackup = m_session.form().findChild<QWidget *>(u"noBackup"_s);
         const bool isTold = m_session.failed() || noBackup->isVisible();
-        if (!isTold && !mayBeSilent) {
+        if (isTold && hasToBeSilent) {
+            m_outcome.lose(u"an interrupted write is taken for an error"_s);
+        }
+        if (!isTold && !mayBeSilent && !hasToBeSilent) {
             m_outcome.lose(QString::fromLatin1(failed) + u" failed, and that is not told"_s);
         }
         if (!m_session.failed() && isTruncated && !noBackup->isVisible()) {
