@@ -1,38 +1,37 @@
-#include "session.h"
-
-#include "backup/ui/filebackups.h"
 #include "support/savedialog.h"
-#include "ui/form2.h"
+#include "user.h"
 
 #include <QApplication>
+#include <QDialogButtonBox>
 #include <QFile>
 #include <QLineEdit>
 #include <QPointer>
 #include <QPushButton>
+#include <QSpinBox>
 
 namespace quillon::soak {
 
 using namespace Qt::StringLiterals;
 
-void Session::exportTransmitters()
+void User::exportTransmitters()
 {
     trigger(u"menuExportGoogleTX"_s);
     finish();
 }
 
-void Session::exportLog()
+void User::exportLog()
 {
     trigger(u"menuExportGoogleLog"_s);
     finish();
 }
 
-void Session::exportPages()
+void User::exportPages()
 {
     trigger(u"menuExportWebPage"_s);
     finish();
 }
 
-void Session::exportText()
+void User::exportText()
 {
     m_answers->type(u"01/01/2015"_s);
     m_answers->type(u"31/12/2015"_s);
@@ -41,7 +40,7 @@ void Session::exportText()
 }
 
 // Answers the question for a file, and the one whether it may be replaced.
-void Session::chooseFile(const QString &path)
+void User::chooseFile(const QString &path)
 {
     test::saveAs(*m_answers, path);
     if (QFile::exists(path)) {
@@ -49,7 +48,7 @@ void Session::chooseFile(const QString &path)
     }
 }
 
-void Session::exportShown()
+void User::exportShown()
 {
     const QStringList ends {u"csv"_s, u"geojson"_s, u"kml"_s, u"txt"_s, u"html"_s};
     chooseFile(m_root + u"/out/shown."_s + ends.at(m_random.bounded(ends.size())));
@@ -57,29 +56,80 @@ void Session::exportShown()
     finish();
 }
 
-void Session::setUp()
+void User::setUp()
 {
-    trigger(u"menuSetup"_s);
-    const QPointer<Form2> window = find<Form2>(u"Form2"_s);
-    window->findChild<QLineEdit *>(u"Text1"_s)->setText(u"DL%1"_s.arg(m_next++));
-    window->findChild<QPushButton *>(u"Command1"_s)->click();
+    const QPointer<QWidget> window = open(u"menuSetup"_s, u"Form2"_s);
+    find<QLineEdit>(*window, u"Text1"_s)->setText(u"DL%1"_s.arg(m_next++));
+    click(*window, u"Command1"_s);
     finish();
     if (window) {
         window->close();
     }
 }
 
-void Session::backUp()
+void User::backUp()
 {
-    trigger(u"menuFileBackups"_s);
-    auto *window = find<fileBackups>(u"fileBackups"_s);
+    QWidget *window = open(u"menuFileBackups"_s, u"fileBackups"_s);
     chooseFile(m_root + u"/out/copy.zip"_s);
-    window->findChild<QPushButton *>(u"backupNow"_s)->click();
+    click(*window, u"backupNow"_s);
     finish();
     window->close();
 }
 
-void Session::search()
+void User::pictureStatistics()
+{
+    QWidget *window = open(u"menuStats"_s, u"logStats"_s);
+    click(*window, u"Command3"_s);
+    m_answers->type(m_root + u"/out/statistics.bmp"_s);
+    m_answers->press(QMessageBox::Ok);
+    click(*window, u"Command2"_s);
+    finish();
+    window->close();
+}
+
+// Answers the question for the name of a file, and the one whether it may be replaced.
+void User::askedForName(const QString &path)
+{
+    m_answers->type(path);
+    if (QFile::exists(path)) {
+        m_answers->press(QMessageBox::Yes);
+    }
+}
+
+void User::saveCollection()
+{
+    QWidget *window = open(u"menuStatsCollection"_s, u"collection"_s);
+    askedForName(m_root + u"/out/collection.csv"_s);
+    click(*window, u"saveCsv"_s);
+    finish();
+    window->close();
+}
+
+void User::pictureCollection()
+{
+    QWidget *window = open(u"menuStatsCollection"_s, u"collection"_s);
+    askedForName(m_root + u"/out/collection.png"_s);
+    click(*window, u"savePicture"_s);
+    finish();
+    window->close();
+}
+
+void User::pictureMap()
+{
+    // The dock comes, and goes again.
+    trigger(u"menuViewMap"_s);
+    m_answers->doing([](QWidget *size) {
+        find<QSpinBox>(*size, u"pictureWidth"_s)->setValue(200);
+        find<QSpinBox>(*size, u"pictureHeight"_s)->setValue(100);
+        size->findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Save)->click();
+    });
+    chooseFile(m_root + (m_random.bounded(2) == 0 ? u"/out/map.png"_s : u"/out/map.svg"_s));
+    click(u"mapSave"_s);
+    finish();
+    trigger(u"menuViewMap"_s);
+}
+
+void User::search()
 {
     for (const QString &button :
         {u"Command4"_s, u"Command6"_s, u"Command7"_s, u"Command8"_s, u"Command13"_s}) {
@@ -88,7 +138,7 @@ void Session::search()
     finish();
 }
 
-void Session::look()
+void User::look()
 {
     (void)choose();
     for (const QString &action :
@@ -98,7 +148,7 @@ void Session::look()
     QCoreApplication::processEvents();
     const QWidgetList windows = QApplication::topLevelWidgets();
     for (QWidget *window : windows) {
-        if (window != m_form.get() && window->isVisible()) {
+        if (window != m_window && window->isVisible()) {
             window->close();
         }
     }

@@ -7,7 +7,6 @@
 #include <QFile>
 
 #include <algorithm>
-#include <optional>
 
 namespace quillon::soak {
 
@@ -19,10 +18,22 @@ constexpr qsizetype piecesOfALine = 13;
 constexpr qsizetype notesPiece = 6;
 constexpr qsizetype namePiece = 7;
 
-// Of a folder that a program, when it was killed, was about to give its name.
-bool isShelter(const QByteArray &path)
+QByteArray folderOf(const QByteArray &path)
 {
-    return path.contains("/.quillon-");
+    return path.first(path.lastIndexOf('/') + 1);
+}
+
+// The name that a file has on its way to that path.
+QByteArray hiddenNameOf(const QByteArray &path)
+{
+    const QByteArray folder = folderOf(path);
+    return folder + '.' + path.sliced(folder.size()) + ".new";
+}
+
+// In these folders a writing first removes what others have left, of whichever file it was.
+bool isSweptAtOnce(const QByteArray &folder)
+{
+    return folder.contains("/backups/") || folder.endsWith("/html/");
 }
 
 } // namespace
@@ -30,14 +41,25 @@ bool isShelter(const QByteArray &path)
 Ledger::Ledger(const QString &root)
     : m_root(root)
 {
-    for (const QByteArray &line : files().value(QFile::encodeName(root + u"/log/RDSLog.log"_s)).split('\n')) {
+    const auto now = files();
+    for (const QByteArray &line : now.value(inLog("RDSLog.log")).split('\n')) {
         const QByteArrayList pieces = line.split('|');
         if (pieces.size() == piecesOfALine) {
             m_sure.insert(
                 pieces.at(namePiece), {pieces.at(0) + '|' + pieces.at(1) + '|', pieces.at(notesPiece)});
         }
     }
+    for (const auto &[path, bytes] : now.asKeyValueRange()) {
+        if (path.endsWith(".zip")) {
+            m_backups.insert(path, m_sure);
+        }
+    }
     adopt();
+}
+
+QByteArray Ledger::inLog(const char *name) const
+{
+    return QFile::encodeName(m_root + u"/log/"_s) + name;
 }
 
 void Ledger::restart()
@@ -50,7 +72,7 @@ void Ledger::restart()
 QMap<QByteArray, QByteArray> Ledger::files() const
 {
     QMap<QByteArray, QByteArray> files;
-    for (const QString &folder : {u"log"_s, u"backups"_s, u"out"_s}) {
+    for (const QString &folder : {u"log"_s, u"state"_s, u"out"_s}) {
         QDirIterator walk(m_root + u'/' + folder,
             QDir::Files | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot, QDirIterator::Subdirectories);
         while (walk.hasNext()) {
@@ -68,16 +90,21 @@ void Ledger::adopt()
     m_legal.clear();
     const auto now = files();
     for (const auto &[path, bytes] : now.asKeyValueRange()) {
-        m_legal.insert(path, {hashOf(bytes)});
+        if (!m_hidden.contains(path)) {
+            m_legal.insert(path, {hashOf(bytes)});
+        }
         if (path.endsWith("/autoupdate.log")) {
             m_growing.insert(path, bytes);
         }
     }
+    m_hidden.removeIf([&](const QByteArray &path) { return !now.contains(path); });
 }
 
 void Ledger::keep(const Intent &intent)
 {
-    if (intent.kind == '-') {
+    if (intent.kind == 'R') {
+        m_sure = m_backups.value(intent.name);
+    } else if (intent.kind == '-') {
         m_sure.remove(intent.name);
     } else if (intent.kind == '+') {
         m_sure.insert(intent.name, intent.reception);
@@ -92,8 +119,7 @@ void Ledger::take(const QByteArray &line)
     const auto word = [&](qsizetype i) { return words.value(i); };
     switch (line.isEmpty() ? '\0' : line.front()) {
     case 'S':
-        m_started = word(1).toInt();
-        m_messages = word(2);
+        started(word(1), word(2));
         break;
     case 'C':
         m_command = word(1);
@@ -110,20 +136,21 @@ void Ledger::take(const QByteArray &line)
     case '=':
         m_intents.push_back({'=', word(1), {{}, word(2)}});
         break;
+    case 'R':
+        m_intents.push_back({'R', word(1), {}});
+        break;
     case 'D':
         for (const Intent &intent : m_intents) {
             keep(intent);
         }
         m_intents.clear();
+        ++m_confirmed;
         break;
     case 'W':
-        if (!m_legal.contains(word(1))) {
-            m_legal.insert(word(1), {QByteArray()});
-        }
-        m_legal[word(1)] += word(2);
+        replacing(word(1), word(2));
         break;
     case 'Y':
-        m_legal[word(1)] = {m_legal.value(word(1)).value(m_legal.value(word(1)).size() - 1)};
+        replaced(word(1));
         break;
     case 'N':
         m_hidden += word(1);
@@ -136,15 +163,47 @@ void Ledger::take(const QByteArray &line)
     }
 }
 
+// A start removes what a kill has left of the files that it reads.
+void Ledger::started(const QByteArray &receptions, const QByteArray &messages)
+{
+    m_started = receptions.toInt();
+    m_messages = messages;
+    for (const char *name : {"RDSLog.log", "tx.lst", "LOGBOOK.INI"}) {
+        m_hidden.remove(hiddenNameOf(inLog(name)));
+    }
+}
+
+void Ledger::replacing(const QByteArray &path, const QByteArray &hash)
+{
+    if (!m_legal.contains(path)) {
+        m_legal.insert(path, {QByteArray()});
+    }
+    m_legal[path] += hash;
+    if (path.endsWith(".zip") && !hash.isEmpty()) {
+        m_backups.insert(path, m_sure);
+    }
+}
+
+// With the file also that is gone which an earlier writing of it had left.
+void Ledger::replaced(const QByteArray &path)
+{
+    m_legal[path] = {m_legal.value(path).value(m_legal.value(path).size() - 1)};
+    m_hidden.remove(path);
+    m_hidden.remove(hiddenNameOf(path));
+    if (const QByteArray folder = folderOf(path); isSweptAtOnce(folder)) {
+        m_hidden.removeIf([&](const QByteArray &hidden) { return folderOf(hidden) == folder; });
+    }
+}
+
 int Ledger::onDisk() const
 {
-    return static_cast<int>(files().value(QFile::encodeName(m_root + u"/log/RDSLog.log"_s)).count('\n'));
+    return static_cast<int>(files().value(inLog("RDSLog.log")).count('\n'));
 }
 
 QStringList Ledger::problems()
 {
     const auto now = files();
-    QStringList problems = logProblems(now.value(QFile::encodeName(m_root + u"/log/RDSLog.log"_s)));
+    QStringList problems = logProblems(now.value(inLog("RDSLog.log")));
     problems += fileProblems(now);
     adopt();
     return problems;
@@ -159,7 +218,7 @@ QStringList Ledger::fileProblems(const QMap<QByteArray, QByteArray> &now) const
             if (!bytes.startsWith(*growing)) {
                 problems += QString::fromUtf8(path) + u": what stood in it is lost"_s;
             }
-        } else if (m_hidden.contains(path) || isShelter(path)) {
+        } else if (m_hidden.contains(path)) {
             continue;
         } else if (!m_legal.contains(path)) {
             problems += QString::fromUtf8(path) + u": nobody wrote such a file"_s;
@@ -175,6 +234,15 @@ QStringList Ledger::fileProblems(const QMap<QByteArray, QByteArray> &now) const
     return problems;
 }
 
+bool Ledger::isSame(const Receptions &there, const Receptions &kept) const
+{
+    return there.size() == kept.size()
+        && std::ranges::all_of(kept.keyBegin(), kept.keyEnd(), [&](const QByteArray &name) {
+               const Reception is = there.value(name);
+               return is.start.startsWith(kept.value(name).start) && is.note == kept.value(name).note;
+           });
+}
+
 QStringList Ledger::logProblems(const QByteArray &log)
 {
     QStringList problems;
@@ -182,7 +250,9 @@ QStringList Ledger::logProblems(const QByteArray &log)
         problems += u"the log ends in the middle of a line"_s;
     }
     QHash<QByteArray, Reception> there;
-    for (const QByteArray &line : log.trimmed().split('\n')) {
+    // Everything may have been deleted.
+    const QByteArrayList lines = log.isEmpty() ? QByteArrayList() : log.trimmed().split('\n');
+    for (const QByteArray &line : lines) {
         const QByteArrayList pieces = line.trimmed().split('|');
         if (pieces.size() != piecesOfALine) {
             problems += u"a line of the log is none: "_s + QString::fromLatin1(line);
@@ -193,7 +263,8 @@ QStringList Ledger::logProblems(const QByteArray &log)
     // What was not confirmed may have happened, or not.
     for (const Intent &intent : m_intents) {
         const bool is = there.contains(intent.name);
-        const bool happened = intent.kind == '+' ? is
+        const bool happened = intent.kind == 'R' ? isSame(there, m_backups.value(intent.name))
+            : intent.kind == '+'                 ? is
             : intent.kind == '-'                 ? !is
                                  : is && there.value(intent.name).note == intent.reception.note;
         if (happened) {
@@ -202,9 +273,11 @@ QStringList Ledger::logProblems(const QByteArray &log)
     }
     for (auto one = m_sure.begin(); one != m_sure.end(); ++one) {
         const Reception is = there.take(one.key());
-        if (is.start != one->start || is.note != one->note) {
+        if (!is.start.startsWith(one->start) || is.start.isEmpty() || is.note != one->note) {
             problems += u"the reception %1 is lost or changed"_s.arg(QString::fromLatin1(one.key()));
         }
+        // From now on it is as it is seen.
+        one->start = is.start;
     }
     // Undone and made again within one command: both are known.
     for (const Intent &intent : m_intents) {

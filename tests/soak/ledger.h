@@ -37,33 +37,45 @@ public:
     void restart();
     [[nodiscard]] const QByteArrayList &errors() const { return m_errors; }
     [[nodiscard]] const QByteArray &command() const { return m_command; }
+    /// How often the user has been told since the beginning that something is done.
+    [[nodiscard]] int confirmed() const { return m_confirmed; }
 
 private:
     struct Reception
     {
-        QByteArray start;
+        QByteArray start; ///< how its line begins
         QByteArray note;
     };
+    using Receptions = QHash<QByteArray, Reception>; ///< by name
     struct Intent
     {
         char kind = 0;
-        QByteArray name;
+        QByteArray name; ///< of a reception, or of the backup that is brought back
         Reception reception;
     };
 
     void adopt();
     void keep(const Intent &intent);
+    void started(const QByteArray &receptions, const QByteArray &messages);
+    void replacing(const QByteArray &path, const QByteArray &hash);
+    void replaced(const QByteArray &path);
+    [[nodiscard]] QByteArray inLog(const char *name) const;
+    [[nodiscard]] bool isSame(const Receptions &there, const Receptions &kept) const;
     [[nodiscard]] QMap<QByteArray, QByteArray> files() const;
     [[nodiscard]] QStringList fileProblems(const QMap<QByteArray, QByteArray> &now) const;
     [[nodiscard]] QStringList logProblems(const QByteArray &log);
 
     QString m_root;
-    QHash<QByteArray, Reception> m_sure;
+    Receptions m_sure;
+    QHash<QByteArray, Receptions> m_backups; ///< by path: what was in the log when it was made
     std::vector<Intent> m_intents;
     QHash<QByteArray, QByteArrayList> m_legal; ///< hashes by path; empty for a file that is not there
-    QSet<QByteArray> m_hidden; ///< names that files have on their way to the disk
+    /// Names that files have on their way to the disk. What a kill leaves of them may stay until the program
+    /// has promised to remove it.
+    QSet<QByteArray> m_hidden;
     QHash<QByteArray, QByteArray> m_growing; ///< what stood in the files that are added to
     int m_started = -1;
+    int m_confirmed = 0;
     QByteArray m_messages;
     QByteArray m_command;
     QByteArrayList m_errors;

@@ -4,6 +4,7 @@
 
 #include <QAction>
 #include <QDir>
+#include <QDirIterator>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QPixmapCache>
@@ -99,13 +100,7 @@ public:
         while (!m_session.form().document().undoName().isEmpty()) {
             undo->trigger();
         }
-        // The dated copies that the RDSDX import makes, and the record of the automatic search, which grow by
-        // what is done.
-        const QStringList grown =
-            QDir(m_root + u"/log"_s).entryList({u"*.bak"_s, u"autoupdate.log"_s}, QDir::Files);
-        for (const QString &name : grown) {
-            QFile::remove(m_root + u"/log/"_s + name);
-        }
+        removeGrown();
         // The toolkit keeps up to 10 MB of pictures, and would take hours until it has them.
         QPixmapCache::clear();
         reading.memory = residentMemory();
@@ -118,12 +113,22 @@ public:
     [[nodiscard]] const QString &error() const { return m_error; }
 
 private:
+    // What grows by what is done: the dated copies that the RDSDX import makes, the record of the automatic
+    // search, and the backups before each Restore.
+    void removeGrown()
+    {
+        QDirIterator walk(
+            m_root, {u"*.bak"_s, u"autoupdate.log"_s, u"*.zip"_s}, QDir::Files, QDirIterator::Subdirectories);
+        while (walk.hasNext()) {
+            QFile::remove(walk.next());
+        }
+    }
     static const std::vector<Session::Command> &commands()
     {
         static const std::vector<Session::Command> all = [] {
             std::vector<Session::Command> list = Session::commands();
-            list.push_back({"searches", &Session::search});
-            list.push_back({"windows", &Session::look});
+            list.push_back({"searches", &User::search});
+            list.push_back({"windows", &User::look});
             return list;
         }();
         return all;

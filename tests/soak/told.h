@@ -31,6 +31,8 @@ public:
     }
     void removing(const QByteArray &name) { say({"-", name}); }
     void noting(const QByteArray &name, const QByteArray &note) { say({"=", name, note}); }
+    /// The log is about to become that of this backup.
+    void restoring(const QByteArray &path) { say({"R", path}); }
     /// The user has been told that it is done.
     void done() { say({"D"}); }
     /// The program has told an error.
