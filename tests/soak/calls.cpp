@@ -7,6 +7,8 @@
 #include "platform/files.h"
 
 #include <QDir>
+#include <QEvent>
+#include <QObject>
 #include <QWidget>
 
 #include <array>
@@ -40,6 +42,23 @@ bool mayBeSilent(const ToldCalls &calls)
     return calls.failed() == "remove" && name.startsWith('.');
 }
 
+// Whether a part of the window has been shown, even if it has gone since.
+class Appearance : public QObject
+{
+public:
+    void watch(QWidget &part) { part.installEventFilter(this); }
+    [[nodiscard]] bool happened() const { return m_happened; }
+
+    bool eventFilter(QObject * /*part*/, QEvent *event) override
+    {
+        m_happened = m_happened || event->type() == QEvent::Show;
+        return false;
+    }
+
+private:
+    bool m_happened = false;
+};
+
 // One command on a folder of its own, with one of its calls failing.
 class NthCall
 {
@@ -54,11 +73,12 @@ public:
         , m_session(root, m_calls, m_teller, receptions, round.seed)
     {
         m_session.start();
+        m_noBackup.watch(*m_session.form().findChild<QWidget *>(u"noBackup"_s));
         check(m_ledger);
     }
 
     // Lets the call of that number fail; false when the command does not come so far.
-    [[nodiscard]] bool run(const Session::Command &command, int number)
+    [[nodiscard]] bool run(const User::Command &command, int number)
     {
         m_calls.failAt(number, m_failure.code);
         m_session.run(command);
@@ -71,7 +91,7 @@ public:
         return isReached;
     }
     // Only a full disk ends writing early: the rest of what is to be written follows.
-    void runWithShortWrites(const Session::Command &command)
+    void runWithShortWrites(const User::Command &command)
     {
         m_calls.writeAtMost(fewBytes);
         m_session.run(command);
@@ -97,15 +117,14 @@ private:
         // What the user was not told to be stored may be on the disk or not, until the next save.
         Ledger now = m_ledger;
         check(now);
-        const auto *noBackup = m_session.form().findChild<QWidget *>(u"noBackup"_s);
-        const bool isTold = m_session.failed() || noBackup->isVisible();
+        const bool isTold = m_session.failed() || m_noBackup.happened();
         if (isTold && hasToBeSilent) {
             m_outcome.lose(u"an interrupted write is taken for an error"_s);
         }
         if (!isTold && !mayBeSilent && !hasToBeSilent) {
             m_outcome.lose(QString::fromLatin1(failed) + u" failed, and that is not told"_s);
         }
-        if (!m_session.failed() && isTruncated && !noBackup->isVisible()) {
+        if (isTruncated && !isTold) {
             m_outcome.lose(u"a file lacks bytes, and that is not told"_s);
         }
         if (!m_session.failed() && !isStored()) {
@@ -138,13 +157,13 @@ private:
     Ledger m_ledger;
     Teller m_teller;
     ToldCalls m_calls;
+    Appearance m_noBackup;
     Session m_session;
 };
 
 // The command with its first call failing, its second, and so on until it succeeds. Each time it is the
 // first command on a new folder, so that its calls are the same up to the one that fails.
-void failEachCall(
-    const Round &round, const Session::Command &command, const Failure &failure, Outcome &outcome)
+void failEachCall(const Round &round, const User::Command &command, const Failure &failure, Outcome &outcome)
 {
     const auto where = [&](int number) {
         if (!outcome.problem.isEmpty()) {
@@ -179,11 +198,11 @@ void failEachCall(
 // each pair once in as many rounds as there are pairs, and a few rounds see every failure.
 Outcome callsRound(const Round &round)
 {
-    const auto &commands = Session::commands();
+    const auto &commands = User::commands();
     if (std::gcd(commands.size(), failures.size()) != 1) {
         qFatal("some commands would never meet some failures");
     }
-    const Session::Command &command = commands.at(round.seed % commands.size());
+    const User::Command &command = commands.at(round.seed % commands.size());
     const Failure &failure = failures.at(round.seed % failures.size());
     return outcomeOf([&](Outcome &outcome) { failEachCall(round, command, failure, outcome); });
 }

@@ -89,7 +89,7 @@ public:
             const Swap swap = drawn(i);
             swapIn(swap, m_random);
             const auto &commands = changingCommands();
-            const Session::Command &command =
+            const User::Command &command =
                 commands.at(static_cast<std::size_t>(m_random.bounded(static_cast<int>(commands.size()))));
             m_session.run(command);
             ++m_outcome.cases;
@@ -107,14 +107,14 @@ public:
 
 private:
     // Of the commands those that write what is swapped.
-    static const std::vector<Session::Command> &changingCommands()
+    static const std::vector<User::Command> &changingCommands()
     {
-        static const std::vector<Session::Command> some = [] {
+        static const std::vector<User::Command> some = [] {
             const QByteArrayList names {"Add", "Update", "Delete", "Undo and Redo", "RDS Spy import",
                 "file import", "distances", "setup"};
-            std::vector<Session::Command> found;
-            std::ranges::copy_if(Session::commands(), std::back_inserter(found),
-                [&](const Session::Command &command) { return names.contains(command.name); });
+            std::vector<User::Command> found;
+            std::ranges::copy_if(User::commands(), std::back_inserter(found),
+                [&](const User::Command &command) { return names.contains(command.name); });
             if (std::ssize(found) != names.size()) {
                 qFatal("a command has another name");
             }
