@@ -97,8 +97,10 @@ test(`the ${count} pages of a hostile log: no script runs, nothing is reached, n
 });
 
 test('its index, its page of what is shown, and its maps', async () => {
-  const maps = readdirSync(join(directory, 'html')).filter((name) => name.endsWith('.kml')).filter((_, i) => i % 50 === 0);
-  assert.ok(maps.length >= count / 50);
+  // One map takes as long as ten pages: all of them are looked at when that is wanted.
+  const every = process.env.QUILLON_EVERY_MAP ? 1 : 10;
+  const maps = readdirSync(join(directory, 'html')).filter((name) => name.endsWith('.kml')).filter((_, i) => i % every === 0);
+  assert.ok(maps.length >= count / every);
   assert.deepEqual(await read([
     `file://${join(directory, 'html', 'quillon_logindex.htm')}`, `file://${join(directory, 'shown.html')}`,
     ...maps.map((name) => `file://${join(directory, 'html', 'quillon_mapview.htm')}?kml=${name}`),
