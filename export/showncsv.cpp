@@ -1,5 +1,6 @@
 #include "export/showncsv.h"
 
+#include "core/fetchahead.h"
 #include "platform/numbers.h"
 
 namespace quillon {
@@ -45,6 +46,7 @@ QByteArray shownCsv(const ShownLog &shown)
     };
     addRow([](GridColumn column) { return logColumn(column).caption.toString(); });
     for (const qint32 entry : shown.entries) {
+        fetchAllAhead(shown.rows.log(), entry);
         addRow([&](GridColumn column) { return dataText(shown.rows, entry, column); });
     }
     return bytes;

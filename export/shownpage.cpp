@@ -1,5 +1,6 @@
 #include "export/shownpage.h"
 
+#include "core/fetchahead.h"
 #include "core/manyentries.h"
 #include "export/markup.h"
 
@@ -65,6 +66,7 @@ QByteArray shownPage(const ShownLog &shown)
     }
     bytes += "</tr>\n</thead>\n<tbody>\n";
     for (const qint32 entry : shown.entries) {
+        fetchAllAhead(shown.rows.log(), entry);
         bytes += "<tr>";
         for (const GridColumn column : shown.columns) {
             appendCell(bytes, "td", column, shown.rows.text(entry, column));

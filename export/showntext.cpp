@@ -1,5 +1,7 @@
 #include "export/showntext.h"
 
+#include "core/fetchahead.h"
+
 #include <algorithm>
 
 namespace quillon {
@@ -54,6 +56,7 @@ QByteArray shownText(const ShownLog &shown)
     addLine([](GridColumn column, qsizetype) { return logColumn(column).caption.toString(); });
     addLine([](GridColumn, qsizetype columnWidth) { return QString(columnWidth, u'-'); });
     for (const qint32 entry : shown.entries) {
+        fetchAllAhead(shown.rows.log(), entry);
         addLine([&](GridColumn column, qsizetype) { return shownCell(shown.rows, entry, column); });
     }
     return bytes;
