@@ -1,6 +1,8 @@
+#include "driver/orders.h"
 #include "kind.h"
 #include "ledger.h"
 #include "process.h"
+#include "realprogram.h"
 #include "session.h"
 #include "toldcalls.h"
 
@@ -19,9 +21,9 @@ namespace {
 constexpr int killsOfARound = 20;
 constexpr int receptions = 100;
 constexpr int numbersOfALife = 10'000;
-constexpr quint32 longestLifeUs = 150'000;
-constexpr quint32 longestStartUs = 60'000;
-constexpr int mostCalls = 120;
+constexpr quint32 longestLifeUs = 300'000;
+constexpr quint32 longestStartUs = 120'000;
+constexpr int mostCalls = 200;
 
 // When a program dies.
 struct Death
@@ -45,21 +47,31 @@ struct Death
     }
 };
 
-// Works with the program until it dies.
-[[noreturn]] void live(
-    const QString &root, int first, quint32 seed, const Death &death, const Process::Tell &tell)
+// The program, with a user in it who works until it dies.
+Program driven(const QString &root, int first, quint32 seed, const Death &death)
 {
-    qputenv("TMPDIR", (root + u"/tmp"_s).toLocal8Bit());
-    Teller teller(tell);
-    ToldCalls calls(teller);
-    Session session(root, calls, teller, first, seed);
-    session.start();
-    if (death.call > 0) {
-        calls.killAt(death.call, death.moment);
+    QProcessEnvironment environment = programEnvironment(root);
+    environment.insert(u"TMPDIR"_s, root + u"/tmp"_s);
+    environment.insert(u"LD_PRELOAD"_s, QStringLiteral(QUILLON_DRIVER));
+    // A library that comes before that of the sanitizer.
+    environment.insert(
+        u"ASAN_OPTIONS"_s, environment.value(u"ASAN_OPTIONS"_s) + u":verify_asan_link_order=0"_s);
+    QByteArrayList words {QByteArrayLiteral(QUILLON_PROGRAM)};
+    const QStringList arguments = programArguments(root, root + u"/log"_s);
+    for (const QString &argument : arguments) {
+        words += QFile::encodeName(argument);
     }
-    for (;;) {
-        session.runAny();
-    }
+    const Orders orders {root, 0, first, seed, death.call, static_cast<int>(death.moment)};
+    return {words, [=](int pipe) {
+                Orders complete = orders;
+                complete.pipe = pipe;
+                QByteArrayList all {complete.variable()};
+                const QStringList others = environment.toStringList();
+                for (const QString &other : others) {
+                    all += QFile::encodeName(other);
+                }
+                return all;
+            }};
 }
 
 void take(Ledger &ledger, const QByteArray &lines)
@@ -130,9 +142,7 @@ Outcome killsRound(const Round &round)
         const quint32 seed = random.generate();
         const int onDisk = ledger.onDisk();
         ledger.restart();
-        Process process([&](const Process::Tell &tell) {
-            live(round.root, (i + 1) * numbersOfALife, seed, death, tell);
-        });
+        Process process(driven(round.root, (i + 1) * numbersOfALife, seed, death));
         kill(process, ledger, death, outcome);
         outcome.cases += last ? 0 : 1;
         const QString at = u" (kill %1, in %2)"_s.arg(i + 1).arg(QString::fromUtf8(ledger.command()));
@@ -144,6 +154,9 @@ Outcome killsRound(const Round &round)
         if (!problem.isEmpty() || !ledger.errors().isEmpty()) {
             outcome.lose(problem + u'\n' + QString::fromUtf8(ledger.errors().join('\n')) + at);
         }
+    }
+    if (outcome.problem.isEmpty() && ledger.confirmed() == 0) {
+        outcome.lose(u"nothing was done: no user has come into the program"_s);
     }
     return outcome;
 }

@@ -7,7 +7,7 @@ using namespace Qt::StringLiterals;
 const std::vector<Kind> &kinds()
 {
     static const std::vector<Kind> all {
-        {u"kills"_s, u"the main window, killed at any moment of any command, and started again"_s, u"kills"_s,
+        {u"kills"_s, u"the program, killed at any moment of any command, and started again"_s, u"kills"_s,
             killsRound},
         {u"program"_s,
             u"the program, killed at its first start, at a later one, and while it logs a receiver"_s,

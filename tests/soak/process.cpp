@@ -5,11 +5,13 @@
 #include <cerrno>
 #include <csignal>
 #include <exception>
+#include <fcntl.h>
 #include <poll.h>
 #include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
+#include <vector>
 
 namespace quillon::soak {
 
@@ -21,9 +23,46 @@ void writeLine(int pipe, const QByteArray &line)
     while (::write(pipe, line.constData(), static_cast<std::size_t>(line.size())) < 0 && errno == EINTR) { }
 }
 
+[[noreturn]] void become(const Program &program, int pipe)
+{
+    const auto pointers = [](QByteArrayList &texts) {
+        std::vector<char *> all;
+        for (QByteArray &text : texts) {
+            all.push_back(text.data());
+        }
+        all.push_back(nullptr);
+        return all;
+    };
+    const int nowhere = ::open("/dev/null", O_RDWR);
+    ::dup2(nowhere, STDOUT_FILENO);
+    ::dup2(nowhere, STDERR_FILENO);
+    QByteArrayList words = program.words;
+    QByteArrayList environment = program.environment(pipe);
+    ::execve(words.constFirst().constData(), pointers(words).data(), pointers(environment).data());
+    writeLine(pipe, "E\tthe program cannot be started\n");
+    ::_exit(3);
+}
+
 } // namespace
 
 Process::Process(const std::function<void(const Tell &tell)> &work)
+{
+    start([&](int pipe) {
+        try {
+            work([pipe](const QByteArray &line) { writeLine(pipe, line); });
+        } catch (const std::exception &error) {
+            writeLine(pipe, QByteArray("E\t") + error.what() + '\n');
+            ::_exit(3);
+        }
+    });
+}
+
+Process::Process(const Program &program)
+{
+    start([&](int pipe) { become(program, pipe); });
+}
+
+void Process::start(const std::function<void(int pipe)> &child)
 {
     int ends[2];
     if (::pipe(ends) != 0) {
@@ -38,12 +77,7 @@ Process::Process(const std::function<void(const Tell &tell)> &work)
         ::close(ends[0]);
         const rlimit noCore {0, 0};
         ::setrlimit(RLIMIT_CORE, &noCore);
-        try {
-            work([pipe = ends[1]](const QByteArray &line) { writeLine(pipe, line); });
-        } catch (const std::exception &error) {
-            writeLine(ends[1], QByteArray("E\t") + error.what() + '\n');
-            ::_exit(3);
-        }
+        child(ends[1]);
         ::_exit(0);
     }
     ::close(ends[1]);

@@ -1,19 +1,30 @@
 #pragma once
 
 #include <QByteArray>
+#include <QByteArrayList>
 
 #include <functional>
 #include <sys/types.h>
 
 namespace quillon::soak {
 
-/// A fork of this program that does some work, and tells of it through a pipe.
+/// A program that is started whole.
+struct Program
+{
+    QByteArrayList words; ///< its path and its arguments
+    /// What stands in its environment, each as NAME=value. It is given the number of the pipe by which it
+    /// tells of its work.
+    std::function<QByteArrayList(int pipe)> environment;
+};
+
+/// A fork of this program that does some work, or another program, which tells of it through a pipe.
 class Process
 {
 public:
     /// `tell` takes whole lines. The work must not return to its caller's frames: the process ends with it.
     using Tell = std::function<void(const QByteArray &line)>;
     explicit Process(const std::function<void(const Tell &tell)> &work);
+    explicit Process(const Program &program);
     Process(const Process &) = delete;
     Process &operator=(const Process &) = delete;
     ~Process();
@@ -33,6 +44,8 @@ public:
     [[nodiscard]] QByteArray ending() const;
 
 private:
+    void start(const std::function<void(int pipe)> &child);
+
     pid_t m_id = -1;
     int m_pipe = -1;
     int m_status = 0;

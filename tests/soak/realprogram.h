@@ -21,30 +21,40 @@ inline void liveWithTheRound()
     ::prctl(PR_SET_PDEATHSIG, SIGKILL);
 }
 
-/// The program itself, started whole, without a screen. All its folders are below the root.
+/// What the program is started with: without a screen, all its folders below the root, which are made.
+inline QProcessEnvironment programEnvironment(const QString &root)
+{
+    for (const char *folder : {"/run", "/home", "/look"}) {
+        QDir().mkpath(root + QLatin1StringView(folder));
+    }
+    const QString door = root + QStringLiteral("/run");
+    QFile::setPermissions(door, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.remove(QStringLiteral("QUILLON_DIR"));
+    environment.insert(QStringLiteral("HOME"), root + QStringLiteral("/home"));
+    environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), door);
+    environment.insert(QStringLiteral("XDG_STATE_HOME"), root + QStringLiteral("/state"));
+    environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+    return environment;
+}
+inline QStringList programArguments(const QString &root, const QString &directory)
+{
+    return {QStringLiteral("--directory"), directory, QStringLiteral("--settings"),
+        root + QStringLiteral("/look")};
+}
+
+/// The program itself, started whole.
 class RealProgram
 {
 public:
     RealProgram(const QString &root, const QString &directory)
         : m_door(root + QStringLiteral("/run"))
     {
-        for (const char *folder : {"/run", "/home", "/look"}) {
-            QDir().mkpath(root + QLatin1StringView(folder));
-        }
-        QFile::setPermissions(m_door, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.remove(QStringLiteral("QUILLON_DIR"));
-        environment.insert(QStringLiteral("HOME"), root + QStringLiteral("/home"));
-        environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), m_door);
-        environment.insert(QStringLiteral("XDG_STATE_HOME"), root + QStringLiteral("/state"));
-        environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
-        m_process.setProcessEnvironment(environment);
+        m_process.setProcessEnvironment(programEnvironment(root));
         m_process.setStandardOutputFile(QProcess::nullDevice());
         m_process.setStandardErrorFile(QProcess::nullDevice());
         m_process.setChildProcessModifier(liveWithTheRound);
-        m_process.start(QStringLiteral(QUILLON_PROGRAM),
-            {QStringLiteral("--directory"), directory, QStringLiteral("--settings"),
-                root + QStringLiteral("/look")});
+        m_process.start(QStringLiteral(QUILLON_PROGRAM), programArguments(root, directory));
         m_process.waitForStarted(patience);
     }
     RealProgram(const RealProgram &) = delete;

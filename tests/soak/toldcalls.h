@@ -153,7 +153,8 @@ public:
         return at("close", [&] { return result; });
     }
 
-private:
+protected:
+    /// Makes a call, unless it is the one that fails, or dies with it.
     template<typename Call>
     auto at(const char *name, const Call &call) -> decltype(call())
     {
@@ -172,6 +173,8 @@ private:
         }
         return result;
     }
+
+private:
     template<typename Call>
     int opened(const char *name, const Call &call, const QByteArray &path)
     {
