@@ -68,14 +68,19 @@ private:
     User m_user;
 };
 
-// The command line is read by an application of its own, which is not the one with the window.
-std::unique_ptr<Driver> driver;
+// The command line is read by an application of its own, which is not the one with the window: the second one
+// takes the place of the first.
+std::unique_ptr<Driver> &driver()
+{
+    static std::unique_ptr<Driver> current;
+    return current;
+}
 
 // What the window does not have is told before the program ends by it.
 void tell(QtMsgType type, const QMessageLogContext & /*context*/, const QString &text)
 {
     if (type == QtFatalMsg) {
-        driver->teller().failed(text.toUtf8());
+        driver()->teller().failed(text.toUtf8());
     }
 }
 
@@ -84,8 +89,8 @@ void drive()
     const QByteArray orders = qgetenv(Orders::name);
     if (!orders.isEmpty()) {
         QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
-        driver.reset();
-        driver = std::make_unique<Driver>(Orders::read(orders));
+        driver().reset();
+        driver() = std::make_unique<Driver>(Orders::read(orders));
         qInstallMessageHandler(tell);
     }
 }
