@@ -24,6 +24,7 @@ constexpr int numbersOfALife = 10'000;
 constexpr quint32 longestLifeUs = 300'000;
 constexpr quint32 longestStartUs = 120'000;
 constexpr int mostCalls = 200;
+constexpr int longestHang = 60'000; // milliseconds
 
 // When a program dies.
 struct Death
@@ -87,10 +88,10 @@ bool waitForStart(Process &process, Ledger &ledger)
 {
     QElapsedTimer timer;
     timer.start();
-    while (ledger.started() < 0 && timer.elapsed() < patience) {
-        const QByteArray lines = process.told(patience);
+    while (ledger.started() < 0 && timer.elapsed() < longestHang) {
+        const QByteArray lines = process.told(longestHang);
         if (lines.isEmpty()) {
-            return timer.elapsed() < patience;
+            return timer.elapsed() < longestHang;
         }
         take(ledger, lines);
     }
@@ -106,23 +107,32 @@ QString startProblem(const Ledger &ledger, int onDisk)
                                        : u"the start says: "_s + QString::fromUtf8(ledger.messages());
 }
 
+// What is said of a program in which nothing happens any more.
+QString hanging(const Ledger &ledger, const QString &where)
+{
+    return ledger.confirmed() == 0
+        ? u"nothing was done: the program hangs %1, or nobody works in it"_s.arg(where)
+        : u"the program hangs "_s + where;
+}
+
 void kill(Process &process, Ledger &ledger, const Death &death, Outcome &outcome)
 {
     if (death.cause == Death::Cause::TimeAtStart) {
         ::usleep(death.microseconds);
     } else if (!waitForStart(process, ledger)) {
-        outcome.crash(u"the program hangs at its start"_s);
+        outcome.crash(hanging(ledger, u"at its start"_s));
     } else if (death.cause == Death::Cause::TimeAtWork) {
         ::usleep(death.microseconds);
     } else {
         // It kills itself.
         QElapsedTimer timer;
         timer.start();
-        for (QByteArray lines = process.told(patience); !lines.isEmpty(); lines = process.told(patience)) {
+        for (QByteArray lines = process.told(longestHang); !lines.isEmpty() && timer.elapsed() < longestHang;
+             lines = process.told(longestHang)) {
             take(ledger, lines);
         }
-        if (timer.elapsed() >= patience) {
-            outcome.crash(u"the program hangs in "_s + QString::fromUtf8(ledger.command()));
+        if (timer.elapsed() >= longestHang) {
+            outcome.crash(hanging(ledger, u"in "_s + QString::fromUtf8(ledger.command())));
         }
     }
     take(ledger, process.end());
@@ -156,7 +166,7 @@ Outcome killsRound(const Round &round)
         }
     }
     if (outcome.problem.isEmpty() && ledger.confirmed() == 0) {
-        outcome.lose(u"nothing was done: no user has come into the program"_s);
+        outcome.lose(u"nothing was done: nobody has come to work in the program"_s);
     }
     return outcome;
 }
