@@ -171,6 +171,8 @@ void Ledger::started(const QByteArray &receptions, const QByteArray &messages)
     for (const char *name : {"RDSLog.log", "tx.lst", "LOGBOOK.INI"}) {
         m_hidden.remove(hiddenNameOf(inLog(name)));
     }
+    // No later copy has the name of one that was not finished.
+    m_hidden.removeIf([&](const QByteArray &path) { return path.endsWith(".bak.new"); });
 }
 
 void Ledger::replacing(const QByteArray &path, const QByteArray &hash)
