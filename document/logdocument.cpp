@@ -15,6 +15,7 @@ LogDocument::LogDocument(const Config &config, const Regional &regional, FileCal
     : QObject(parent)
     , m_config(config)
     , m_regional(regional)
+    , m_calls(calls)
     , m_lines(regional.codePage)
     , m_logFile(calls)
     , m_sitesFile(calls)
@@ -24,6 +25,7 @@ LogDocument::LogDocument(const Config &config, const Regional &regional, FileCal
 LogbookLoading LogDocument::loadLogbook()
 {
     const QString path = m_config.path(m_config.settings().logbookFileName);
+    removeCopyLeftovers(m_config.applicationDir(), m_calls);
     const LogbookLoading loading = quillon::loadLogbook(m_log, path, m_regional, m_logFile);
     // The first save is then as quick as all the others.
     m_lines.prepare(m_log);
@@ -33,7 +35,7 @@ LogbookLoading LogDocument::loadLogbook()
 bool LogDocument::loadSites()
 {
     const QString path = m_config.path(u"tx.lst"_s);
-    removeLeftover(path);
+    removeLeftover(path, m_calls);
     const auto state = fileState(path);
     if (!state) {
         return false;

@@ -111,6 +111,7 @@ private:
 
     const Config &m_config;
     Regional m_regional;
+    FileCalls &m_calls;
     Logbook m_log;
     TransmitterList m_sites;
     LogbookLines m_lines;

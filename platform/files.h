@@ -69,6 +69,9 @@ void removeLeftover(const QString &path, FileCalls &calls = FileCalls::real());
 /// not.
 void removeLeftovers(const QString &directory, const QString &prefix, FileCalls &calls = FileCalls::real());
 
+/// The same for whatever backupFile was about to make in `directory`.
+void removeCopyLeftovers(const QString &directory, FileCalls &calls = FileCalls::real());
+
 /// What tells whether a file is still the one it was: identity, size and times.
 struct FileState
 {

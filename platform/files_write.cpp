@@ -155,6 +155,16 @@ private:
     bool m_named = false;
 };
 
+// What is on its way to files whose names are like this.
+void removeHidden(const QString &directory, const QString &pattern, FileCalls &calls)
+{
+    const QStringList names =
+        QDir(directory).entryList({u'.' + pattern + u".new"_s}, QDir::Files | QDir::Hidden);
+    for (const QString &name : names) {
+        calls.remove(QFile::encodeName(filePath(directory, name)));
+    }
+}
+
 } // namespace
 
 void writeFile(const QString &path, QByteArrayView bytes, FileCalls &calls)
@@ -188,11 +198,13 @@ void removeLeftover(const QString &path, FileCalls &calls)
 
 void removeLeftovers(const QString &directory, const QString &prefix, FileCalls &calls)
 {
-    const QStringList names =
-        QDir(directory).entryList({u'.' + prefix + u"*.new"_s}, QDir::Files | QDir::Hidden);
-    for (const QString &name : names) {
-        calls.remove(QFile::encodeName(filePath(directory, name)));
-    }
+    removeHidden(directory, prefix + u'*', calls);
+}
+
+void removeCopyLeftovers(const QString &directory, FileCalls &calls)
+{
+    const QString digit = u"[0-9]"_s;
+    removeHidden(directory, digit.repeated(8) + u' ' + digit.repeated(6) + u".bak"_s, calls);
 }
 
 } // namespace quillon

@@ -73,6 +73,19 @@ class TestLogDocument : public QObject
     }
 
 private Q_SLOTS:
+    void theStartClearsAwayWhatKilledWritesLeft()
+    {
+        StartedHome home;
+        const QStringList before = home.directory.names();
+        for (const QString &name : {u".RDSLog.log.new"_s, u".tx.lst.new"_s, u".20261122 234911.bak.new"_s}) {
+            home.directory.write(name, "half");
+        }
+        home.open();
+        home.document->loadLogbook();
+        home.document->loadSites();
+        QCOMPARE(home.directory.names(), before);
+    }
+
     void theNameOfAChangeIsWhatAPersonSays_data()
     {
         QTest::addColumn<QString>("freq");

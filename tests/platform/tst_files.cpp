@@ -6,6 +6,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QSet>
 #include <QTest>
 
 #include <fcntl.h>
@@ -361,6 +362,21 @@ private Q_SLOTS:
         removeLeftovers(home.path(), u"page"_s);
         QCOMPARE(home.names(),
             (QStringList {u".other.new"_s, u".page_1.htm"_s, u"page_1.htm"_s, u"page_2.htm.new"_s}));
+    }
+
+    void whatKilledCopiesLeftIsRemovedAndNothingElse()
+    {
+        const TestDirectory home;
+        const QStringList kept {u".20261122 234911.bak"_s, u".2026112 234911.bak.new"_s,
+            u".a0261122 234911.bak.new"_s, u"20261122 234911.bak"_s, u"20261122 234911.bak.new"_s};
+        for (const QString &name : kept) {
+            home.write(name, "x");
+        }
+        home.write(u".20261122 234911.bak.new"_s, "half");
+        home.write(u".20250101 000000.bak.new"_s, "half");
+        removeCopyLeftovers(home.path());
+        const QStringList left = home.names();
+        QCOMPARE(QSet<QString>(left.begin(), left.end()), QSet<QString>(kept.begin(), kept.end()));
     }
 
     void aLeftoverDoesNotHinderTheNextWrite()
