@@ -10,11 +10,12 @@
 namespace quillon::bench {
 
 /// The work that the bars of the windows' commands are held to: 6,250 lines of a logbook cut at their "|"
-/// into strings. It uses nothing of the program and takes about 10 ms of a quiet machine; measured between
-/// the repetitions of a command it is slowed by whatever slows that. The result is how many pieces there are.
+/// into strings. It uses nothing of the program and takes about 10 ms; measured between the repetitions of a
+/// command it is slowed by whatever slows that. The result is how many pieces there are.
 int referenceWork();
 
-/// Milliseconds of processor time that one referenceWork takes now.
+/// Milliseconds of processor time that one referenceWork takes now, 10 at least: where nobody else uses the
+/// memory it is twice as quick, and what a command does besides using memory is not.
 [[nodiscard]] double referenceTime();
 
 /// The plain save: the bytes written beside the file, synced and renamed over it. False when that fails.

@@ -47,10 +47,7 @@ public:
     // A whole command that changes the log and saves it: it may take one and a half times the processor time
     // of writing the same bytes plainly, and 2 ms more. A file system that tidies up takes several saves'
     // time, of either as chance has it; the quickest quarter of both is without it.
-    void change(const char *name, Runs runs)
-    {
-        row(name, std::move(runs), 1.5, 2, quarter);
-    }
+    void change(const char *name, Runs runs) { row(name, std::move(runs), 1.5, 2, quarter); }
     void memory(const char *name, double megabytes, double bar)
     {
         std::printf("%-52s %7.0f MB %32.0f MB%s\n", name, megabytes, bar, megabytes > bar ? "  MISSED" : "");
