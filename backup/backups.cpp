@@ -143,7 +143,7 @@ QString Backups::make(DateTime now)
     }
     QString path = filePath(m_folder, nameOf(made));
     makeAs(path, now);
-    m_problem.clear();
+    m_done = {dayOf(now), logbookName(m_config)};
     return path;
 }
 
@@ -157,8 +157,9 @@ std::optional<QString> Backups::makeDaily(DateTime now)
     const Day today(dayOf(now), logbookName(m_config));
     // Not at each change: a disk that is full makes each attempt take its time.
     constexpr qint64 pause = 600;
-    const bool isTooEarly =
-        m_failed == today && now.seconds >= m_failedAt.seconds && now.seconds < m_failedAt.seconds + pause;
+    const bool isTooEarly = m_failure && m_failure->day == today && now.seconds >= m_failure->at.seconds
+        && now.seconds < m_failure->at.seconds + pause;
+    m_asked = today;
     if (m_folder.isEmpty() || m_done == today || isTooEarly) {
         return std::nullopt;
     }
@@ -171,19 +172,22 @@ std::optional<QString> Backups::makeDaily(DateTime now)
             make(now);
         }
         m_done = today;
-        m_problem.clear();
         if (isNeeded) {
             removeOutdated(now);
         }
     } catch (const RuntimeError &error) {
         if (m_done != today) {
-            m_failed = today;
-            m_failedAt = now;
-            m_problem = error.text();
+            m_failure = {today, now, error.text()};
         }
         return error.text();
     }
     return std::nullopt;
+}
+
+QString Backups::problem() const
+{
+    const bool isMissing = m_failure && m_failure->day == m_asked && m_done != m_asked;
+    return isMissing ? m_failure->text : QString();
 }
 
 QString Backups::logbookOf(DateTime made) const

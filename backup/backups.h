@@ -58,9 +58,9 @@ public:
     /// of this logbook and there is a logbook or a tx.lst, and removes what is outdated. The text of the
     /// run-time error of what failed; it is tried again when ten minutes are over.
     [[nodiscard]] std::optional<QString> makeDaily(DateTime now);
-    /// Why there is no backup of the day: the run-time error of the last attempt. Empty when there is one, or
-    /// none was needed yet.
-    [[nodiscard]] const QString &problem() const { return m_problem; }
+    /// Why there is no backup of the day for which makeDaily was last called: the run-time error of the last
+    /// attempt. Empty when there is one, or none was needed yet.
+    [[nodiscard]] QString problem() const;
 
 private:
     [[nodiscard]] QString logbookOf(DateTime made) const;
@@ -70,10 +70,15 @@ private:
     FileCalls &m_calls;
     QString m_folder;
     using Day = std::pair<qint64, QString>; ///< of a logbook
+    struct Failure
+    {
+        Day day;
+        DateTime at;
+        QString text;
+    };
+    std::optional<Day> m_asked; ///< by the last makeDaily
     std::optional<Day> m_done;
-    std::optional<Day> m_failed;
-    DateTime m_failedAt;
-    QString m_problem;
+    std::optional<Failure> m_failure;
 };
 
 } // namespace quillon

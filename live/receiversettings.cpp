@@ -10,6 +10,8 @@
 #include <QStandardPaths>
 
 #include <algorithm>
+#include <cerrno>
+#include <sys/stat.h>
 
 namespace quillon {
 
@@ -69,15 +71,17 @@ void writePasswords(const QString &folder, const ReceiverSettings &settings, Fil
         }
     }
     const QString path = passwordsPath(folder);
-    QFile file(path);
-    if (!file.exists() && lines.isEmpty()) {
+    if (!QFile::exists(path) && lines.isEmpty()) {
         return;
     }
     // The mode first, then the content, which keeps it.
-    constexpr auto owner = QFile::ReadOwner | QFile::WriteOwner;
-    if (file.open(QIODevice::ReadWrite, owner)) {
-        file.setPermissions(owner);
-        file.close();
+    constexpr mode_t owner = 0600;
+    const int file = calls.openToAppend(QFile::encodeName(path), owner);
+    const bool isSet = file >= 0 && calls.setMode(file, owner) == 0;
+    const int error = errno;
+    const bool isClosed = file < 0 || calls.close(file) == 0;
+    if (!isSet || !isClosed) {
+        throw systemError(isSet ? errno : error, u"Writing "_s + path);
     }
     writeFile(path, lines, calls);
 }

@@ -44,7 +44,7 @@ void fileBackups::refresh()
     const int line = ui->backupList->listIndex();
     const QString chosen = line < 0 ? QString() : m_listed[static_cast<std::size_t>(line)].path;
     m_listed = m_backups.list();
-    const QString &problem = m_backups.problem();
+    const QString problem = m_backups.problem();
     ui->backupProblem->setText(problem.isEmpty() ? QString() : QString(u"No backup of today: "_s + problem));
     ui->backupProblem->setVisible(!problem.isEmpty());
     ui->backupFolder->setText(m_backups.folder());

@@ -64,7 +64,7 @@ void Form1::wireBackups()
 void Form1::backUpToday()
 {
     const auto failure = m_backups.makeDaily(UtcNow());
-    const QString &problem = m_backups.problem();
+    const QString problem = m_backups.problem();
     m_noBackup->setVisible(!problem.isEmpty());
     m_noBackup->setToolTip(problem.isEmpty() ? QString() : wrappedTip(problem));
     if (failure) {

@@ -61,6 +61,8 @@ public:
     OwnScreen &operator=(const OwnScreen &) = delete;
     ~OwnScreen()
     {
+        m_manager.kill();
+        m_manager.waitForFinished(patience);
         m_server.terminate();
         m_server.waitForFinished(patience);
     }
@@ -73,15 +75,39 @@ public:
     }
     void give(Program &program)
     {
-        if (m_name.isEmpty()) {
-            m_name = u':' + QString::fromLatin1(m_server.readLine().trimmed());
-        }
         program.set(u"QT_QPA_PLATFORM"_s, u"xcb"_s);
-        program.set(u"DISPLAY"_s, m_name);
+        program.set(u"DISPLAY"_s, name());
+    }
+    /// Starts a window manager, without which no window can be minimized.
+    [[nodiscard]] bool manageWindows()
+    {
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(u"DISPLAY"_s, name());
+        m_manager.setProcessEnvironment(environment);
+        m_manager.start(u"openbox"_s, {u"--sm-disable"_s});
+        // It has come to work when it tells of its desktops.
+        return m_manager.waitForStarted(patience)
+            && QTest::qWaitFor(
+                [&] {
+                    QProcess ask;
+                    ask.setProcessEnvironment(environment);
+                    ask.start(u"xdotool"_s, {u"get_num_desktops"_s});
+                    return ask.waitForFinished(patience) && ask.exitCode() == 0;
+                },
+                patience);
     }
 
 private:
+    [[nodiscard]] const QString &name()
+    {
+        if (m_name.isEmpty()) {
+            m_name = u':' + QString::fromLatin1(m_server.readLine().trimmed());
+        }
+        return m_name;
+    }
+
     QProcess m_server;
+    QProcess m_manager;
     QString m_name;
 };
 
@@ -97,6 +123,17 @@ inline bool hasWindow(const Program &program, const QString &title, const QStrin
     QProcess search;
     search.setProcessEnvironment(program.process.processEnvironment());
     search.start(u"xdotool"_s, words);
+    return search.waitForFinished(patience) && search.exitCode() == 0;
+}
+
+/// Minimizes the program's window with this title; false when there is none.
+inline bool minimized(const Program &program, const QString &title)
+{
+    QProcess search;
+    search.setProcessEnvironment(program.process.processEnvironment());
+    search.start(u"xdotool"_s,
+        {u"search"_s, u"--all"_s, u"--onlyvisible"_s, u"--pid"_s,
+            QString::number(program.process.processId()), u"--name"_s, title, u"windowminimize"_s});
     return search.waitForFinished(patience) && search.exitCode() == 0;
 }
 

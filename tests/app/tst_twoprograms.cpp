@@ -72,6 +72,26 @@ private Q_SLOTS:
         QCOMPARE(m_home->read(u"log/RDSLog.log"_s), logbook);
     }
 
+    void aFirstThatIsMinimizedIsShown()
+    {
+        QVERIFY2(m_screen->manageWindows(), "this test needs openbox");
+        Program first;
+        startOn(first, u"log"_s);
+        QVERIFY(waitForWindow(first, u"^Quillon - "_s));
+        // The window manager may not have come to it yet.
+        QVERIFY(QTest::qWaitFor(
+            [&] {
+                (void)minimized(first, u"^Quillon - "_s);
+                return QTest::qWaitFor([&] { return !hasWindow(first, u"^Quillon - "_s); }, 2'000);
+            },
+            patience));
+        Program second;
+        startOn(second, u"log"_s);
+        QVERIFY(typed(second, u"^Quillon$"_s, u"Return"_s));
+        QVERIFY(second.ended());
+        QVERIFY(waitForWindow(first, u"^Quillon - "_s));
+    }
+
     void aFirstThatDoesNotAnswerIsTold()
     {
         Program first;

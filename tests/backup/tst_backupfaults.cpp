@@ -97,6 +97,32 @@ private Q_SLOTS:
         QCOMPARE(home.names().size(), 1);
     }
 
+    void theProblemIsThatOfTheLogbook()
+    {
+        BackupHome home;
+        home.directory.write(u"Other.log"_s, twoReceptions);
+        const auto turnTo = [&](const QString &name) {
+            home.config.changeConfig(u"LOGBOOK_FILENAME="_s, name);
+        };
+        FaultyCalls calls(0);
+        Backups backups = home.backups(calls);
+        QCOMPARE(backups.makeDaily(noon), std::nullopt);
+        turnTo(u"Other.log"_s);
+        calls.failAt(calls.count() + 1);
+        QVERIFY(backups.makeDaily(noon).has_value());
+        QVERIFY(!backups.problem().isEmpty());
+        // The first one has its backup, whatever became of the other's.
+        turnTo(u"RDSLog.log"_s);
+        QCOMPARE(backups.makeDaily(noon), std::nullopt);
+        QCOMPARE(backups.problem(), QString());
+        turnTo(u"Other.log"_s);
+        QCOMPARE(backups.makeDaily(noon), std::nullopt);
+        QVERIFY(!backups.problem().isEmpty());
+        calls.heal();
+        QCOMPARE(backups.makeDaily(at(u"22/11/2026 12:10:00"_s)), std::nullopt);
+        QCOMPARE(backups.problem(), QString());
+    }
+
     void aBackupByHandEndsTheProblem()
     {
         const BackupHome home;

@@ -66,7 +66,8 @@ async function provoke(page) {
   await page.waitForTimeout(30);
 }
 
-/** Opens the pages one after the other, some at a time: { wrong, connected } the pages, and the tries by which a server was reached. */
+/** Opens the pages one after the other, some at a time: { wrong, connected } the pages, and the tries by which a server was reached. A page
+ * is wrong, too, when it has an element that no policy holds back and that would load or lead away later. */
 async function read(addresses) {
   const wrong = [];
   const left = [...addresses];
@@ -76,10 +77,12 @@ async function read(addresses) {
     for (let address = left.pop(); address; address = left.pop()) {
       await page.goto(address);
       await provoke(page);
+      // What would act later than anybody waits here.
+      const planted = await page.locator('meta[http-equiv="refresh" i], iframe, frame').count();
       const asked = seen.requests.splice(0).filter((url) => !url.startsWith('file:'));
       const ran = seen.ran.splice(0);
       const [where] = page.url().split('#');
-      if (ran.length + asked.length || where !== address) wrong.push({ address, ran, asked, where });
+      if (ran.length + asked.length + planted || where !== address) wrong.push({ address, ran, asked, where, planted });
     }
     await page.waitForTimeout(200);
     await close();

@@ -103,6 +103,12 @@ public:
         if (m_outcome.problem.isEmpty() && m_kept == 0) {
             m_outcome.lose(u"no swapped file was ever written over"_s);
         }
+        if (m_outcome.problem.isEmpty()) {
+            // Whatever was swapped last, an Add writes over it.
+            m_session.add();
+            m_strangeLog.clear();
+            lookAtLog();
+        }
     }
 
 private:
@@ -177,6 +183,12 @@ private:
             // No command has written over it yet.
             return;
         }
+        lookAtLog();
+    }
+    // It is what the program has in memory, and has all that was confirmed.
+    void lookAtLog()
+    {
+        const QByteArray now = readFile(m_folder + u"/RDSLog.log"_s);
         if (now != logbookBytes(m_session.form().log(), Regional::fromEnvironment().codePage)) {
             m_outcome.lose(u"the file is not the log"_s);
         }

@@ -130,6 +130,7 @@ void kill(Process &process, Ledger &ledger, const Death &death, Outcome &outcome
         for (QByteArray lines = process.told(longestHang); !lines.isEmpty() && timer.elapsed() < longestHang;
              lines = process.told(longestHang)) {
             take(ledger, lines);
+            timer.restart();
         }
         if (timer.elapsed() >= longestHang) {
             outcome.crash(hanging(ledger, u"in "_s + QString::fromUtf8(ledger.command())));
