@@ -139,8 +139,7 @@ public:
                 baseStyle()->subControlRect(CC_ScrollBar, bar, SC_ScrollBarSlider, widget), draw);
             return;
         }
-        if (const auto *combo = qstyleoption_cast<const QStyleOptionComboBox *>(option);
-            combo && keeps) {
+        if (const auto *combo = qstyleoption_cast<const QStyleOptionComboBox *>(option); combo && keeps) {
             m_pictures.drawCombo(*painter, *combo, draw);
         } else {
             draw(*painter);
