@@ -56,7 +56,7 @@ public:
 
     /// To be called before a file of the log is written: makes the first backup of the day, if there is none
     /// of this logbook and there is a logbook or a tx.lst, and removes what is outdated. The text of the
-    /// run-time error of what failed; it is tried again when ten minutes are over.
+    /// run-time error of what failed; it is tried again by the first call after ten minutes.
     [[nodiscard]] std::optional<QString> makeDaily(DateTime now);
     /// Why there is no backup of the day for which makeDaily was last called: the run-time error of the last
     /// attempt. Empty when there is one, or none was needed yet.

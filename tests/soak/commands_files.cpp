@@ -87,31 +87,28 @@ void User::pictureStatistics()
     window->close();
 }
 
-// Answers the question for the name of a file, and the one whether it may be replaced.
-void User::askedForName(const QString &path)
+// The window asks for the name of a file, and whether one that is there may be replaced.
+void User::saveOfCollection(const QString &button, const QString &file)
 {
+    QWidget *window = open(u"menuStatsCollection"_s, u"collection"_s);
+    const QString path = m_root + u"/out/"_s + file;
     m_answers->type(path);
     if (QFile::exists(path)) {
         m_answers->press(QMessageBox::Yes);
     }
+    click(*window, button);
+    finish();
+    window->close();
 }
 
 void User::saveCollection()
 {
-    QWidget *window = open(u"menuStatsCollection"_s, u"collection"_s);
-    askedForName(m_root + u"/out/collection.csv"_s);
-    click(*window, u"saveCsv"_s);
-    finish();
-    window->close();
+    saveOfCollection(u"saveCsv"_s, u"collection.csv"_s);
 }
 
 void User::pictureCollection()
 {
-    QWidget *window = open(u"menuStatsCollection"_s, u"collection"_s);
-    askedForName(m_root + u"/out/collection.png"_s);
-    click(*window, u"savePicture"_s);
-    finish();
-    window->close();
+    saveOfCollection(u"savePicture"_s, u"collection.png"_s);
 }
 
 void User::pictureMap()

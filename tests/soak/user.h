@@ -113,7 +113,7 @@ private:
     void finish();
     void chooseFile(const QString &path);
     void backUpFor(const QWidget &list);
-    void askedForName(const QString &path);
+    void saveOfCollection(const QString &button, const QString &file);
     [[nodiscard]] QByteArray fileOfReceptions(const QByteArray &moreLines);
     [[nodiscard]] QWidget *bringIn(const QByteArray &file);
     [[nodiscard]] quint16 portOfService() const;

@@ -101,6 +101,17 @@ public:
 const QByteArray heading =
     "Date/Time,PI Code,Freq,RDS Name,Country,Transmitter,Dist,Power,Notes,Prop,FMList,UID\r\n";
 
+// Brings in what can be of a file that has lines which cannot.
+importFile &withRefused(FileImportWindow &window)
+{
+    window.write(u"a.csv"_s, fmlistLogbook().toUtf8());
+    window.start(oldEntry);
+    importFile &dialog = window.open();
+    window.drop(dialog, {u"a.csv"_s});
+    ImportingWindow::press(&dialog, u"importGo"_s);
+    return dialog;
+}
+
 } // namespace
 
 class TestImportFileWindow : public QObject
@@ -390,11 +401,7 @@ void TestImportFileWindow::aLocalTimeIsConvertedInTheChosenZone()
 void TestImportFileWindow::refusedLinesThatCannotBeSavedAreTold()
 {
     FileImportWindow window;
-    window.write(u"a.csv"_s, fmlistLogbook().toUtf8());
-    window.start(oldEntry);
-    importFile &dialog = window.open();
-    window.drop(dialog, {u"a.csv"_s});
-    ImportingWindow::press(&dialog, u"importGo"_s);
+    importFile &dialog = withRefused(window);
     window.directory.write(u"in/refused.txt"_s, "older ones");
     test::saveAs(window.answers, window.path(u"refused.txt"_s));
     window.answers.press(QMessageBox::Yes);
@@ -408,11 +415,7 @@ void TestImportFileWindow::refusedLinesThatCannotBeSavedAreTold()
 void TestImportFileWindow::refusedLinesAreSavedMendedAndImported()
 {
     FileImportWindow window;
-    window.write(u"a.csv"_s, fmlistLogbook().toUtf8());
-    window.start(oldEntry);
-    importFile &dialog = window.open();
-    window.drop(dialog, {u"a.csv"_s});
-    ImportingWindow::press(&dialog, u"importGo"_s);
+    importFile &dialog = withRefused(window);
     window.answers.doing([&](QWidget *box) {
         auto *edit = box->findChild<QLineEdit *>(u"fileNameEdit"_s);
         edit->setText(window.path(u"refused.txt"_s));
