@@ -1,3 +1,4 @@
+#include "firststart.h"
 #include "kind.h"
 #include "ledger.h"
 #include "session.h"
@@ -35,11 +36,11 @@ struct Failure
 constexpr std::array failures {Failure {"EIO", EIO}, Failure {"ENOSPC", ENOSPC}, Failure {"EACCES", EACCES},
     Failure {"EINTR", EINTR}, Failure {"short writes", 0}};
 
-// A leftover that stays does no harm.
+// A leftover that stays does no harm. Its name is hidden, or that of the folder in which it is.
 bool mayBeSilent(const ToldCalls &calls)
 {
-    const QByteArray name = calls.failedPath().sliced(calls.failedPath().lastIndexOf('/') + 1);
-    return calls.failed() == "remove" && name.startsWith('.');
+    return (calls.failed() == "remove" || calls.failed() == "removeDirectory")
+        && calls.failedPath().contains("/.");
 }
 
 // Whether a part of the window has been shown, even if it has gone since.
@@ -161,50 +162,103 @@ private:
     Session m_session;
 };
 
-// The command with its first call failing, its second, and so on until it succeeds. Each time it is the
-// first command on a new folder, so that its calls are the same up to the one that fails.
-void failEachCall(const Round &round, const User::Command &command, const Failure &failure, Outcome &outcome)
+// The first start of all with its call of that number failing; false when it does not come so far.
+bool failFirstStart(const QString &root, const Failure &failure, int number, Outcome &outcome)
 {
-    const auto where = [&](int number) {
-        if (!outcome.problem.isEmpty()) {
-            outcome.problem += u" (%1, call %2, %3)"_s.arg(QString::fromLatin1(command.name),
-                QString::number(number), QString::fromLatin1(failure.name));
-        }
-    };
+    Teller nobody([](const QByteArray &) {});
+    ToldCalls undisturbed(nobody);
+    const FirstStart reference(root + u"/whole"_s);
+    const QString said = reference.run(undisturbed);
+    ToldCalls calls(nobody);
     if (failure.code == 0) {
-        NthCall(round, round.root, failure, outcome).runWithShortWrites(command);
-        where(0);
-        return;
+        calls.writeAtMost(fewBytes);
+    } else {
+        calls.failAt(number, failure.code);
     }
-    for (int number = 1; outcome.problem.isEmpty(); ++number) {
+    const FirstStart start(root);
+    const QString told = start.run(calls);
+    const bool isReached = failure.code == 0 || !calls.failed().isEmpty();
+    outcome.cases += isReached ? 1 : 0;
+    const bool hasToBeSilent =
+        !isReached || failure.code == 0 || (calls.failed() == "write" && failure.code == EINTR);
+    if (hasToBeSilent && told != said) {
+        outcome.lose(u"nothing was wrong, and yet it says: "_s + told);
+    }
+    if (!hasToBeSilent && told == said && !mayBeSilent(calls)) {
+        outcome.lose(QString::fromLatin1(calls.failed()) + u" failed, and that is not told"_s);
+    }
+    if (calls.hasTruncated() && told == said) {
+        outcome.lose(u"a file lacks bytes, and that is not told"_s);
+    }
+    // The next one makes the folder whole, and nothing else.
+    const QString next = start.run(undisturbed);
+    if (next != said || start.files() != reference.files()) {
+        outcome.lose(u"after a first start that failed the next one says \"%1\" and has %2"_s.arg(
+            next, start.files().keys().join(u", "_s)));
+    }
+    return isReached && failure.code != 0;
+}
+
+// One command on a new folder with its call of that number failing; false when it does not come so far.
+bool failOneCall(const Round &round, const QString &root, const User::Command &command,
+    const Failure &failure, int number, Outcome &outcome)
+{
+    NthCall once(round, root, failure, outcome);
+    if (failure.code == 0) {
+        once.runWithShortWrites(command);
+        return false;
+    }
+    return once.run(command, number);
+}
+
+// The work with its first call failing, its second, and so on until it succeeds. Each time it is the first
+// one on a new folder, so that its calls are the same up to the one that fails.
+template<typename Work>
+void failEachCall(
+    const Round &round, const char *name, const Failure &failure, Outcome &outcome, const Work &work)
+{
+    bool isReached = true;
+    for (int number = 1; isReached && outcome.problem.isEmpty(); ++number) {
         const QString root = round.root + u'/' + QString::number(number);
-        const bool isReached = NthCall(round, root, failure, outcome).run(command, number);
+        isReached = work(root, number);
         if (number == mostCalls) {
             outcome.lose(u"it never succeeds"_s);
         }
-        where(number);
-        if (!isReached) {
-            return;
-        }
         if (outcome.problem.isEmpty()) {
             QDir(root).removeRecursively();
+        } else {
+            outcome.problem += u" (%1, call %2, %3)"_s.arg(
+                QString::fromLatin1(name), QString::number(number), QString::fromLatin1(failure.name));
         }
     }
 }
 
 } // namespace
 
-// Each round is another command with another failure. Having no divisor in common, the two numbers meet in
-// each pair once in as many rounds as there are pairs, and a few rounds see every failure.
+// Each round is another command, or the first start, with another failure. Having no divisor in common, the
+// two numbers meet in each pair once in as many rounds as there are pairs, and a few rounds see every
+// failure.
 Outcome callsRound(const Round &round)
 {
     const auto &commands = User::commands();
-    if (std::gcd(commands.size(), failures.size()) != 1) {
+    const std::size_t works = commands.size() + 1;
+    if (std::gcd(works, failures.size()) != 1) {
         qFatal("some commands would never meet some failures");
     }
-    const User::Command &command = commands.at(round.seed % commands.size());
+    const std::size_t work = round.seed % works;
     const Failure &failure = failures.at(round.seed % failures.size());
-    return outcomeOf([&](Outcome &outcome) { failEachCall(round, command, failure, outcome); });
+    return outcomeOf([&](Outcome &outcome) {
+        if (work == commands.size()) {
+            failEachCall(round, "first start", failure, outcome, [&](const QString &root, int number) {
+                return failFirstStart(root, failure, number, outcome);
+            });
+            return;
+        }
+        const User::Command &command = commands.at(work);
+        failEachCall(round, command.name, failure, outcome, [&](const QString &root, int number) {
+            return failOneCall(round, root, command, failure, number, outcome);
+        });
+    });
 }
 
 } // namespace quillon::soak

@@ -24,7 +24,7 @@ void User::add()
         set(u"Text7"_s, u"48.85"_s);
         set(u"Text10"_s, u"2.29"_s);
     }
-    intend(number, "F201");
+    intend(number, "F201", "105.5");
     click(u"Command1"_s);
     finish();
 }
@@ -38,7 +38,8 @@ void User::quickAdd()
     find<QLineEdit>(*window, u"Text2"_s)->setText(u"F202"_s);
     find<QLineEdit>(*window, u"Text3"_s)->setText(name);
     // It is heard now, whenever that is.
-    m_teller.adding(name.toLatin1(), "F202|", {});
+    const QByteArray any = Teller::anything.toByteArray();
+    m_teller.adding({"F202", any, any, "98.5", any, any, {}, name.toLatin1()});
     click(*window, u"OKButton"_s);
     finish();
     if (window) {
@@ -55,6 +56,8 @@ void User::update()
     const QString note = u"note %1"_s.arg(m_next++);
     set(u"Text3"_s, note);
     m_teller.noting(name.toLatin1(), note.toLatin1());
+    // It is measured, if it was not before.
+    m_teller.changing({Field::Dist});
     click(u"Command3"_s);
     finish();
 }
@@ -112,13 +115,14 @@ void User::undoAndRedo()
     m_teller.removing(nameOf(number).toLatin1());
     trigger(u"menuEditUndo"_s);
     finish();
-    intend(number, "F201");
+    intend(number, "F201", "105.5");
     trigger(u"menuEditRedo"_s);
     finish();
 }
 
 void User::distances()
 {
+    m_teller.changing({Field::Dist});
     click(u"Command10"_s);
     finish();
 }
@@ -179,12 +183,18 @@ const std::vector<User::Command> &User::commands()
         {"refused lines", &User::importWithRefused},
         {"station list", &User::importStations},
         {"automatic search", &User::autoSearch},
+        {"taking over", &User::takeOver},
+        {"upload", &User::upload},
+        {"log from a receiver", &User::logHeard},
+        {"automatic log", &User::logByItself},
         {"transmitters as KML", &User::exportTransmitters},
         {"log as KML", &User::exportLog},
         {"web pages", &User::exportPages},
         {"text", &User::exportText},
         {"shown receptions", &User::exportShown},
         {"setup", &User::setUp},
+        {"scratch pad", &User::writeScratchPad},
+        {"password of a receiver", &User::keepReceiver},
         {"backup", &User::backUp},
         {"picture of statistics", &User::pictureStatistics},
         {"collection as CSV", &User::saveCollection},

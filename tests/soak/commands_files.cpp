@@ -5,6 +5,7 @@
 #include <QDialogButtonBox>
 #include <QFile>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QPointer>
 #include <QPushButton>
 #include <QSpinBox>
@@ -33,6 +34,8 @@ void User::exportPages()
 
 void User::exportText()
 {
+    // It re-calculates the distances.
+    m_teller.changing({Field::Dist});
     m_answers->type(u"01/01/2015"_s);
     m_answers->type(u"31/12/2015"_s);
     trigger(u"menuExportEmail"_s);
@@ -65,6 +68,18 @@ void User::setUp()
     if (window) {
         window->close();
     }
+}
+
+void User::writeScratchPad()
+{
+    click(u"Command12"_s);
+    auto *window = find<QWidget>(u"ScratchPad"_s);
+    auto *text = find<QPlainTextEdit>(*window, u"Text1"_s);
+    text->selectAll();
+    text->insertPlainText(u"note %1"_s.arg(m_next++));
+    click(*window, u"OKButton"_s);
+    finish();
+    window->close();
 }
 
 void User::backUp()
@@ -120,7 +135,7 @@ void User::pictureMap()
         find<QSpinBox>(*size, u"pictureHeight"_s)->setValue(100);
         size->findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Save)->click();
     });
-    chooseFile(m_root + (m_random.bounded(2) == 0 ? u"/out/map.png"_s : u"/out/map.svg"_s));
+    chooseFile(m_root + (m_next++ % 2 == 0 ? u"/out/map.png"_s : u"/out/map.svg"_s));
     click(u"mapSave"_s);
     finish();
     trigger(u"menuViewMap"_s);

@@ -21,8 +21,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int receptionsOfAnImport = 3;
-constexpr int firstPi = 0x1000;
-constexpr int manyPis = 0xE000;
 constexpr int manyDays = 15'000;
 
 // Imports are of days of their own.
@@ -60,10 +58,9 @@ void User::importSpy()
         const QString time = u"10-%1-00"_s.arg(i + 10);
         put(m_root + u"/spy/%1 %2 E201 %3.txt"_s.arg(day.toString(u"yyyy-MM-dd"_s), time, nameOf(number)),
             {});
-        m_teller.adding(nameOf(number).toLatin1(),
-            "E201|" + day.toString(u"dd/MM/yyyy"_s).toLatin1() + ' '
-                + QString(time).replace(u'-', u':').toLatin1() + '|',
-            {});
+        const QByteArray any = Teller::anything.toByteArray();
+        const QString moment = day.toString(u"dd/MM/yyyy "_s) + QString(time).replace(u'-', u':');
+        m_teller.adding({"E201", moment.toLatin1(), any, any, any, any, {}, nameOf(number).toLatin1()});
     }
     m_answers->type(day.toString(u"dd/MM/yyyy"_s));
     const QPointer<QWidget> window = open(u"menuImportRDSSpyLog"_s, u"importRDSSpy"_s);
@@ -81,8 +78,9 @@ void User::importDx()
         const int number = m_next++;
         const QByteArray minute = QByteArray::number(20 + i);
         lines += "  97.7 5201 " + nameOf(number).toLatin1() + " 20" + minute + " 05 I   Somewhere,X|\r\n";
-        m_teller.adding(nameOf(number).toLatin1(),
-            "5201|" + day.toString(u"dd/MM/yyyy"_s).toLatin1() + " 20:" + minute + ":05|", {});
+        const QByteArray any = Teller::anything.toByteArray();
+        const QByteArray moment = day.toString(u"dd/MM/yyyy"_s).toLatin1() + " 20:" + minute + ":05";
+        m_teller.adding({"5201", moment, any, "97.7", any, any, {}, nameOf(number).toLatin1()});
     }
     empty(m_root + u"/dx"_s);
     const QString file = m_root + u"/dx/"_s + day.toString(u"yyyyMMdd"_s) + u".txt"_s;
@@ -104,13 +102,12 @@ QByteArray User::fileOfReceptions(const QByteArray &moreLines)
     for (int i = 0; i < receptionsOfAnImport; ++i) {
         const int number = m_next++;
         const QString moment = dateOf(number);
-        // What is heard again within minutes is not brought in again.
-        const QByteArray pi = QByteArray::number(firstPi + number % manyPis, 16).toUpper();
+        const QByteArray pi = codeOf(number);
         lines +=
             (moment.mid(6, 4) + u'-' + moment.mid(3, 2) + u'-' + moment.first(2) + u'T' + moment.sliced(11)
                 + u"Z,"_s + QString::fromLatin1(pi) + u",95.5,"_s + nameOf(number) + u",E,,,,,Es,,\r\n"_s)
                 .toLatin1();
-        intend(number, pi);
+        intend(number, pi, "95.5");
     }
     return lines + moreLines;
 }
@@ -138,17 +135,28 @@ void User::importAFile()
     closeIf(window);
 }
 
+void User::importToRefuse()
+{
+    (void)bringIn(fileOfReceptions("2015-02-30T10:00:00Z,F201,95.5,NO_DAY,F,,,,,,,\r\n"
+                                   "2015-13-20T10:00:00Z,F201,95.5,NO_MONTH,F,,,,,,,\r\n"));
+}
+
 void User::importWithRefused()
 {
-    const QPointer<QWidget> window =
-        bringIn(fileOfReceptions("2015-02-30T10:00:00Z,F201,95.5,NO_DAY,F,,,,,,,\r\n"
-                                 "2015-13-20T10:00:00Z,F201,95.5,NO_MONTH,F,,,,,,,\r\n"));
-    if (window && !m_failed) {
-        chooseFile(m_root + u"/out/refused.txt"_s);
-        click(*window, u"importSaveRefused"_s);
-        finish();
+    importToRefuse();
+    const QPointer<QWidget> window = find<QWidget>(u"importFile"_s);
+    if (!m_failed) {
+        saveRefused();
     }
     closeIf(window);
+}
+
+// Of the file that was brought in last.
+void User::saveRefused()
+{
+    chooseFile(m_root + u"/out/refused.txt"_s);
+    click(u"importSaveRefused"_s);
+    finish();
 }
 
 void User::importStations()
@@ -206,6 +214,9 @@ void User::autoSearch()
     if (!service.listen(portOfService())) {
         return;
     }
+    // Whatever else was heard on that day is looked up, too.
+    m_teller.changing(
+        {Field::Transmitter, Field::Country, Field::Power, Field::Dist, Field::FMList, Field::Uid});
     // The day of the first.
     m_answers->type(dateOf(first).first(10));
     m_answers->press(QMessageBox::Yes);

@@ -1,19 +1,16 @@
 #include "kind.h"
+#include "mounteddisk.h"
 #include "platform/runtimeerror.h"
+#include "smalldisk.h"
+#include "windowsaves.h"
 #include "works.h"
 
 #include <QDir>
 #include <QRandomGenerator>
 
-#include <cerrno>
-#include <fcntl.h>
 #include <functional>
 #include <numeric>
 #include <optional>
-#include <sched.h>
-#include <sys/mount.h>
-#include <sys/statvfs.h>
-#include <unistd.h>
 
 namespace quillon::soak {
 
@@ -25,29 +22,6 @@ constexpr int receptions = 100;
 constexpr int manyReceptions = 20'000;
 constexpr qint64 bytesOfARound = 1'000;
 constexpr int drawnOfALargeLog = 5;
-constexpr qint64 plenty = 1LL << 40;
-
-// A disk on which so many bytes are left. What does not fit is written as far as it goes.
-class SmallDisk : public FileCalls
-{
-public:
-    void leave(qint64 bytes) { m_left = bytes; }
-    [[nodiscard]] qint64 left() const { return m_left; }
-
-    ssize_t write(int file, QByteArrayView bytes) override
-    {
-        if (m_left <= 0) {
-            errno = ENOSPC;
-            return -1;
-        }
-        const ssize_t written = FileCalls::write(file, bytes.first(qMin<qint64>(m_left, bytes.size())));
-        m_left -= qMax<ssize_t>(0, written);
-        return written;
-    }
-
-private:
-    qint64 m_left = plenty;
-};
 
 // Runs the work; its error, or nothing.
 std::optional<RuntimeError> errorOf(Works &works, const Works::Work &work)
@@ -135,71 +109,44 @@ std::vector<qint64> sizesOf(Works &works, SmallDisk &disk)
     std::vector<qint64> sizes;
     for (const Works::Work &work : Works::all()) {
         works.reset();
-        disk.leave(plenty);
+        disk.empty();
         (works.*work.run)();
-        sizes.push_back(plenty - disk.left());
+        sizes.push_back(SmallDisk::plenty - disk.left());
     }
     return sizes;
 }
 
-// A tmpfs on this folder, seen by this process alone; false where that is not allowed.
-bool mountDisk(const QByteArray &folder)
+// Something with no page left, one, two ... until it succeeds; `step` more each time.
+void addPages(const char *name, const std::function<bool(int pages)> &trial, Outcome &outcome, int step = 1)
 {
-    if (::unshare(CLONE_NEWNS) != 0) {
-        const QByteArray user = "0 " + QByteArray::number(::getuid()) + " 1";
-        if (::unshare(CLONE_NEWUSER | CLONE_NEWNS) != 0) {
-            return false;
-        }
-        const int map = ::open("/proc/self/uid_map", O_WRONLY | O_CLOEXEC);
-        const bool mapped =
-            map >= 0 && ::write(map, user.constData(), static_cast<std::size_t>(user.size())) > 0;
-        ::close(map);
-        if (!mapped) {
-            return false;
-        }
+    constexpr int most = 4'000;
+    int pages = 0;
+    while (pages < most && !trial(pages) && outcome.problem.isEmpty()) {
+        pages += step;
     }
-    return ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0
-        && ::mount("none", folder.constData(), "tmpfs", 0, "size=64m") == 0;
-}
-
-// Leaves so many pages on it.
-void leavePages(const QByteArray &folder, qint64 pages)
-{
-    struct statvfs disk
-    {
-    };
-    ::statvfs(folder.constData(), &disk);
-    const auto page = static_cast<qint64>(disk.f_frsize);
-    const qint64 size = (static_cast<qint64>(disk.f_blocks - disk.f_bfree) + pages) * page;
-    // No size at all would be no bound at all.
-    const QByteArray option = "size=" + QByteArray::number(qMax(size, page));
-    if (::mount("none", folder.constData(), "tmpfs", MS_REMOUNT, option.constData()) != 0) {
-        qFatal("the disk cannot be made smaller");
+    if (pages >= most) {
+        outcome.lose(QString::fromLatin1(name) + u": no room is enough"_s);
     }
 }
 
-// Each work with no page left, one, two ... until it succeeds; then a large log with any number of them.
-Outcome fillPages(const QString &folder, quint32 seed)
+// What all works write with a log of 100 receptions; then a large log with any number of pages.
+void fillWithWorks(const QString &folder, quint32 seed, Outcome &outcome)
 {
-    Outcome outcome;
     const QByteArray disk = folder.toLocal8Bit();
-    constexpr qint64 manyPages = 16'000;
-    const auto trial = [&](const Trial &one, qint64 pages, std::optional<bool> enough) {
-        return one.run([&](bool little) { leavePages(disk, little ? pages : manyPages); }, enough, outcome);
+    const auto trial = [&](const Trial &one, int pages, std::optional<bool> enough) {
+        return one.run(
+            [&](bool little) { little ? leavePages(disk, pages) : leaveManyPages(disk); }, enough, outcome);
     };
     {
         Works works(folder, receptions, FileCalls::real());
         for (const Works::Work &work : Works::all()) {
             const Trial one(works, work);
-            constexpr int mostPages = 400;
-            int pages = 0;
-            while (pages < mostPages && !trial(one, pages, pages == 0 ? std::optional(false) : std::nullopt)
-                && outcome.problem.isEmpty()) {
-                ++pages;
-            }
-            if (pages == mostPages) {
-                outcome.lose(QString::fromLatin1(work.name) + u": no room is enough"_s);
-            }
+            addPages(
+                work.name,
+                [&](int pages) {
+                    return trial(one, pages, pages == 0 ? std::optional(false) : std::nullopt);
+                },
+                outcome);
         }
     }
     Works large(folder, manyReceptions, FileCalls::real());
@@ -208,7 +155,36 @@ Outcome fillPages(const QString &folder, quint32 seed)
     for (int i = 0; i < drawnOfALargeLog; ++i) {
         trial(log, random.bounded(500), {});
     }
-    return outcome;
+}
+
+// What the windows save.
+void fillWithSaves(const QString &folder, Outcome &outcome)
+{
+    const QByteArray disk = folder.toLocal8Bit();
+    WindowSaves saves(folder, FileCalls::real());
+    for (const WindowSaves::Save &save : WindowSaves::all()) {
+        saves.prepare(save);
+        // Of a large file ten sizes are tried.
+        constexpr int page = 4096;
+        const auto step = static_cast<int>(saves.size() > 25 * page ? saves.size() / page / 10 : 1);
+        addPages(
+            save.name,
+            [&](int pages) {
+                saves.restore();
+                leavePages(disk, pages);
+                const bool done = saves.run(save);
+                leaveManyPages(disk);
+                ++outcome.cases;
+                const QString problem = saves.problem(pages == 0 ? std::optional(false) : std::nullopt);
+                if (!problem.isEmpty()) {
+                    outcome.lose(u"%1 with %2 pages left: %3"_s.arg(QString::fromLatin1(save.name))
+                                     .arg(pages)
+                                     .arg(problem));
+                }
+                return done;
+            },
+            outcome, step);
+    }
 }
 
 } // namespace
@@ -227,24 +203,25 @@ Outcome diskRound(const Round &round)
             place -= sizes[i] + 1;
             continue;
         }
-        disk.leave(plenty);
+        disk.empty();
         const Trial trial(works, Works::all().at(i));
         for (; place <= sizes[i] && outcome.cases < bytesOfARound; ++place) {
-            trial.run([&](bool little) { disk.leave(little ? place : plenty); }, place == sizes[i], outcome);
+            trial.run([&](bool little) { disk.leave(little ? place : SmallDisk::plenty); }, place == sizes[i],
+                outcome);
         }
         place = 0;
         if (outcome.cases >= bytesOfARound) {
             break;
         }
     }
-    disk.leave(plenty);
+    disk.empty();
     Works large(round.root, manyReceptions, disk);
     const Trial trial(large, Works::all().front());
     QRandomGenerator random(round.seed);
     const auto size = static_cast<int>(large.before().value(u"RDSLog.log"_s).size());
     for (int i = 0; i < drawnOfALargeLog; ++i) {
         const int bytes = random.bounded(size);
-        trial.run([&](bool little) { disk.leave(little ? bytes : plenty); }, false, outcome);
+        trial.run([&](bool little) { disk.leave(little ? bytes : SmallDisk::plenty); }, false, outcome);
     }
     return outcome;
 }
@@ -255,7 +232,8 @@ Outcome pagesRound(const Round &round)
     QDir().mkpath(folder);
     return outcomeOf([&](Outcome &outcome) {
         if (mountDisk(folder.toLocal8Bit())) {
-            outcome = fillPages(folder, round.seed);
+            fillWithWorks(folder, round.seed, outcome);
+            fillWithSaves(folder, outcome);
         }
     });
 }

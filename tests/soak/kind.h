@@ -71,6 +71,7 @@ struct Kind
 [[nodiscard]] Outcome killsRound(const Round &round);
 [[nodiscard]] Outcome programRound(const Round &round);
 [[nodiscard]] Outcome diskRound(const Round &round);
+[[nodiscard]] Outcome savesRound(const Round &round);
 [[nodiscard]] Outcome pagesRound(const Round &round);
 [[nodiscard]] Outcome callsRound(const Round &round);
 [[nodiscard]] Outcome folderRound(const Round &round);

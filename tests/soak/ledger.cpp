@@ -1,5 +1,6 @@
 #include "ledger.h"
 
+#include "told.h"
 #include "toldcalls.h"
 
 #include <QDir>
@@ -14,9 +15,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qsizetype piecesOfALine = 13;
-constexpr qsizetype notesPiece = 6;
-constexpr qsizetype namePiece = 7;
+constexpr QByteArrayView growingName = "/autoupdate.log";
+
+// What the field of a reception holds once it was sent.
+constexpr QByteArrayView sentMark = "fml=sent";
 
 QByteArray folderOf(const QByteArray &path)
 {
@@ -30,6 +32,38 @@ QByteArray hiddenNameOf(const QByteArray &path)
     return folder + '.' + path.sliced(folder.size()) + ".new";
 }
 
+// A reception of which these fields are known.
+QByteArrayList whole(QByteArrayList fields)
+{
+    fields.resize(Field::count, Teller::anything.toByteArray());
+    return fields;
+}
+
+bool fits(const QByteArrayList &is, const QByteArrayList &kept)
+{
+    for (qsizetype i = 0; i < kept.size(); ++i) {
+        const bool fits = kept.at(i) == Teller::anything || kept.at(i) == is.value(i)
+            || (kept.at(i) == sentMark && is.value(i).contains(sentMark));
+        if (!fits) {
+            return false;
+        }
+    }
+    return !is.isEmpty();
+}
+
+QHash<QByteArray, QByteArrayList> receptionsIn(const QByteArray &log)
+{
+    QHash<QByteArray, QByteArrayList> receptions;
+    const QByteArrayList lines = log.split('\n');
+    for (const QByteArray &line : lines) {
+        const QByteArrayList pieces = line.trimmed().split('|');
+        if (pieces.size() == Field::count) {
+            receptions.insert(pieces.at(Field::RdsName), pieces);
+        }
+    }
+    return receptions;
+}
+
 // In these folders a writing first removes what others have left, of whichever file it was.
 bool isSweptAtOnce(const QByteArray &folder)
 {
@@ -38,17 +72,31 @@ bool isSweptAtOnce(const QByteArray &folder)
 
 } // namespace
 
+QMap<QByteArray, QByteArray> filesOfCase(const QString &root)
+{
+    QMap<QByteArray, QByteArray> files;
+    const auto take = [&](const QString &path) {
+        QFile file(path);
+        if (file.open(QIODevice::ReadOnly)) {
+            files.insert(QFile::encodeName(path), file.readAll());
+        }
+    };
+    for (const QString &folder : {u"log"_s, u"state"_s, u"out"_s}) {
+        QDirIterator walk(root + u'/' + folder,
+            QDir::Files | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot, QDirIterator::Subdirectories);
+        while (walk.hasNext()) {
+            take(walk.next());
+        }
+    }
+    take(root + u"/look/receiver.passwords"_s);
+    return files;
+}
+
 Ledger::Ledger(const QString &root)
     : m_root(root)
 {
-    const auto now = files();
-    for (const QByteArray &line : now.value(inLog("RDSLog.log")).split('\n')) {
-        const QByteArrayList pieces = line.split('|');
-        if (pieces.size() == piecesOfALine) {
-            m_sure.insert(
-                pieces.at(namePiece), {pieces.at(0) + '|' + pieces.at(1) + '|', pieces.at(notesPiece)});
-        }
-    }
+    const auto now = filesOfCase(m_root);
+    m_sure = receptionsIn(now.value(inLog("RDSLog.log")));
     for (const auto &[path, bytes] : now.asKeyValueRange()) {
         if (path.endsWith(".zip")) {
             m_backups.insert(path, m_sure);
@@ -68,32 +116,15 @@ void Ledger::restart()
     m_messages.clear();
 }
 
-// Everything below the root that the program promises, by its path.
-QMap<QByteArray, QByteArray> Ledger::files() const
-{
-    QMap<QByteArray, QByteArray> files;
-    for (const QString &folder : {u"log"_s, u"state"_s, u"out"_s}) {
-        QDirIterator walk(m_root + u'/' + folder,
-            QDir::Files | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot, QDirIterator::Subdirectories);
-        while (walk.hasNext()) {
-            QFile file(walk.next());
-            if (file.open(QIODevice::ReadOnly)) {
-                files.insert(QFile::encodeName(walk.filePath()), file.readAll());
-            }
-        }
-    }
-    return files;
-}
-
 void Ledger::adopt()
 {
     m_legal.clear();
-    const auto now = files();
+    const auto now = filesOfCase(m_root);
     for (const auto &[path, bytes] : now.asKeyValueRange()) {
         if (!m_hidden.contains(path)) {
             m_legal.insert(path, {hashOf(bytes)});
         }
-        if (path.endsWith("/autoupdate.log")) {
+        if (path.endsWith(growingName)) {
             m_growing.insert(path, bytes);
         }
     }
@@ -108,8 +139,19 @@ void Ledger::keep(const Intent &intent)
         m_sure.remove(intent.name);
     } else if (intent.kind == '+') {
         m_sure.insert(intent.name, intent.reception);
-    } else {
-        m_sure[intent.name].note = intent.reception.note;
+    } else if (m_sure.contains(intent.name)) {
+        Reception &reception = m_sure[intent.name];
+        (intent.kind == 'U' ? reception[Field::FMList] : reception[Field::Notes]) = intent.text;
+    }
+}
+
+// What a command may change is whatever is seen next.
+void Ledger::forget(const QByteArrayList &fields)
+{
+    for (Reception &reception : m_sure) {
+        for (const QByteArray &field : fields) {
+            reception[field.toInt()] = Teller::anything.toByteArray();
+        }
     }
 }
 
@@ -128,16 +170,18 @@ void Ledger::take(const QByteArray &line)
         m_errors += word(1);
         break;
     case '+':
-        m_intents.push_back({'+', word(1), {word(2), word(3)}});
+        m_intents.push_back({'+', word(1).split('|').value(Field::RdsName), whole(word(1).split('|')), {}});
+        break;
+    case 'U':
+        m_intents.push_back({'U', word(1), {}, sentMark.toByteArray()});
         break;
     case '-':
-        m_intents.push_back({'-', word(1), {}});
-        break;
-    case '=':
-        m_intents.push_back({'=', word(1), {{}, word(2)}});
-        break;
     case 'R':
-        m_intents.push_back({'R', word(1), {}});
+    case '=':
+        m_intents.push_back({line.front(), word(1), {}, word(2)});
+        break;
+    case 'F':
+        forget(words.sliced(1));
         break;
     case 'D':
         for (const Intent &intent : m_intents) {
@@ -156,7 +200,7 @@ void Ledger::take(const QByteArray &line)
         m_hidden += word(1);
         break;
     case 'A':
-        m_growing.insert(word(1), m_growing.value(word(1)));
+        appending(word(1));
         break;
     default:
         break;
@@ -186,6 +230,16 @@ void Ledger::replacing(const QByteArray &path, const QByteArray &hash)
     }
 }
 
+// The record of the automatic search grows; any other file is only made to be there.
+void Ledger::appending(const QByteArray &path)
+{
+    if (path.endsWith(growingName)) {
+        m_growing.insert(path, m_growing.value(path));
+    } else if (!m_legal.contains(path)) {
+        m_legal.insert(path, {QByteArray(), hashOf({})});
+    }
+}
+
 // With the file also that is gone which an earlier writing of it had left.
 void Ledger::replaced(const QByteArray &path)
 {
@@ -199,12 +253,12 @@ void Ledger::replaced(const QByteArray &path)
 
 int Ledger::onDisk() const
 {
-    return static_cast<int>(files().value(inLog("RDSLog.log")).count('\n'));
+    return static_cast<int>(filesOfCase(m_root).value(inLog("RDSLog.log")).count('\n'));
 }
 
 QStringList Ledger::problems()
 {
-    const auto now = files();
+    const auto now = filesOfCase(m_root);
     QStringList problems = logProblems(now.value(inLog("RDSLog.log")));
     problems += fileProblems(now);
     adopt();
@@ -236,13 +290,26 @@ QStringList Ledger::fileProblems(const QMap<QByteArray, QByteArray> &now) const
     return problems;
 }
 
-bool Ledger::isSame(const Receptions &there, const Receptions &kept) const
+// What was not confirmed may have happened, or not.
+bool Ledger::hasHappened(const Intent &intent, const Receptions &there) const
 {
-    return there.size() == kept.size()
-        && std::ranges::all_of(kept.keyBegin(), kept.keyEnd(), [&](const QByteArray &name) {
-               const Reception is = there.value(name);
-               return is.start.startsWith(kept.value(name).start) && is.note == kept.value(name).note;
-           });
+    const auto is = there.constFind(intent.name);
+    switch (intent.kind) {
+    case 'R': {
+        const Receptions kept = m_backups.value(intent.name);
+        return there.size() == kept.size()
+            && std::ranges::all_of(kept.keyBegin(), kept.keyEnd(),
+                [&](const QByteArray &name) { return fits(there.value(name), kept.value(name)); });
+    }
+    case '+':
+        return is != there.cend();
+    case '-':
+        return is == there.cend();
+    case 'U':
+        return is != there.cend() && is->at(Field::FMList).contains(sentMark);
+    default:
+        return is != there.cend() && is->at(Field::Notes) == intent.text;
+    }
 }
 
 QStringList Ledger::logProblems(const QByteArray &log)
@@ -251,35 +318,28 @@ QStringList Ledger::logProblems(const QByteArray &log)
     if (!log.isEmpty() && !log.endsWith("\r\n")) {
         problems += u"the log ends in the middle of a line"_s;
     }
-    QHash<QByteArray, Reception> there;
     // Everything may have been deleted.
     const QByteArrayList lines = log.isEmpty() ? QByteArrayList() : log.trimmed().split('\n');
     for (const QByteArray &line : lines) {
-        const QByteArrayList pieces = line.trimmed().split('|');
-        if (pieces.size() != piecesOfALine) {
+        if (line.count('|') != Field::count - 1) {
             problems += u"a line of the log is none: "_s + QString::fromLatin1(line);
-            continue;
         }
-        there.insert(pieces.at(namePiece), {pieces.at(0) + '|' + pieces.at(1) + '|', pieces.at(notesPiece)});
     }
-    // What was not confirmed may have happened, or not.
+    Receptions there = receptionsIn(log);
     for (const Intent &intent : m_intents) {
-        const bool is = there.contains(intent.name);
-        const bool happened = intent.kind == 'R' ? isSame(there, m_backups.value(intent.name))
-            : intent.kind == '+'                 ? is
-            : intent.kind == '-'                 ? !is
-                                 : is && there.value(intent.name).note == intent.reception.note;
-        if (happened) {
+        if (hasHappened(intent, there)) {
             keep(intent);
         }
     }
     for (auto one = m_sure.begin(); one != m_sure.end(); ++one) {
         const Reception is = there.take(one.key());
-        if (!is.start.startsWith(one->start) || is.start.isEmpty() || is.note != one->note) {
-            problems += u"the reception %1 is lost or changed"_s.arg(QString::fromLatin1(one.key()));
+        if (!fits(is, *one)) {
+            problems += u"the reception %1 is lost or changed: \"%2\" instead of \"%3\""_s.arg(
+                QString::fromLatin1(one.key()), QString::fromLatin1(is.join('|')),
+                QString::fromLatin1(one->join('|')));
         }
         // From now on it is as it is seen.
-        one->start = is.start;
+        *one = is.isEmpty() ? *one : is;
     }
     // Undone and made again within one command: both are known.
     for (const Intent &intent : m_intents) {

@@ -12,6 +12,10 @@
 
 namespace quillon::soak {
 
+/// The files below the folder of a case that the program promises, by their paths: those of `log`, `state`
+/// and `out`, and the passwords of receivers.
+[[nodiscard]] QMap<QByteArray, QByteArray> filesOfCase(const QString &root);
+
 /// What was promised to the user, kept outside the program: the receptions that have to be in the file, and
 /// what each file of the folder may hold.
 class Ledger
@@ -41,17 +45,15 @@ public:
     [[nodiscard]] int confirmed() const { return m_confirmed; }
 
 private:
-    struct Reception
-    {
-        QByteArray start; ///< how its line begins
-        QByteArray note;
-    };
+    /// The fields of its line, Teller::anything for one that may be whatever it is.
+    using Reception = QByteArrayList;
     using Receptions = QHash<QByteArray, Reception>; ///< by name
     struct Intent
     {
         char kind = 0;
         QByteArray name; ///< of a reception, or of the backup that is brought back
         Reception reception;
+        QByteArray text; ///< what one of its fields becomes
     };
 
     void adopt();
@@ -60,8 +62,9 @@ private:
     void replacing(const QByteArray &path, const QByteArray &hash);
     void replaced(const QByteArray &path);
     [[nodiscard]] QByteArray inLog(const char *name) const;
-    [[nodiscard]] bool isSame(const Receptions &there, const Receptions &kept) const;
-    [[nodiscard]] QMap<QByteArray, QByteArray> files() const;
+    [[nodiscard]] bool hasHappened(const Intent &intent, const Receptions &there) const;
+    void forget(const QByteArrayList &fields);
+    void appending(const QByteArray &path);
     [[nodiscard]] QStringList fileProblems(const QMap<QByteArray, QByteArray> &now) const;
     [[nodiscard]] QStringList logProblems(const QByteArray &log);
 

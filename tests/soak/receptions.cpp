@@ -17,4 +17,16 @@ QString dateOf(int number)
     return first.addSecs(qint64(number) * 61).toString(u"dd/MM/yyyy hh:mm:ss"_s);
 }
 
+quint16 piOf(int number)
+{
+    constexpr int first = 0x1000;
+    constexpr int many = 0xE000;
+    return static_cast<quint16>(first + number % many);
+}
+
+QByteArray codeOf(int number)
+{
+    return QByteArray::number(piOf(number), 16).toUpper();
+}
+
 } // namespace quillon::soak

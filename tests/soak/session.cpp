@@ -47,7 +47,8 @@ void layOut(const QString &root, int receptions, quint16 port)
     put(root + u"/log/RDSLog.log"_s, log);
     put(root + u"/log/tx.lst"_s, "Bilbao|E|43.26|-2.93||\r\nReims|F|49.1|3.93||\r\n");
     put(root + u"/log/LOGBOOK.INI"_s,
-        "LOG_BOOK_CALLSIGN=DL1ABC\r\nHOME_DEC_LAT=51.5\r\nHOME_DEC_LON=-0.1\r\nAS_MILES=FALSE\r\nTIME_OFFSET="
+        "LOG_BOOK_CALLSIGN=DL1ABC\r\nOMID=1234\r\nHOME_DEC_LAT=51.5\r\nHOME_DEC_LON=-0.1\r\nAS_MILES="
+        "FALSE\r\nTIME_OFFSET="
         "0\r\n"
         "RDSSPY_LOGS="
             + QFile::encodeName(root) + "/spy\r\nRDSDX_LOG=" + QFile::encodeName(root)

@@ -2,10 +2,26 @@
 
 #include <QByteArray>
 #include <QByteArrayList>
+#include <QByteArrayView>
+#include <QList>
 
 #include <functional>
 
 namespace quillon::soak {
+
+/// Places of fields in a line of the log, from 0.
+struct Field
+{
+    static constexpr int Transmitter = 4;
+    static constexpr int Country = 5;
+    static constexpr int Notes = 6;
+    static constexpr int RdsName = 7;
+    static constexpr int Power = 8;
+    static constexpr int Dist = 9;
+    static constexpr int FMList = 10;
+    static constexpr int Uid = 11;
+    static constexpr int count = 13; ///< with the empty one behind the last "|"
+};
 
 /// What a case says of itself while it runs, one line each, so that whoever outlives it knows what has to be
 /// on the disk.
@@ -24,13 +40,25 @@ public:
         say({"S", QByteArray::number(receptions), messages});
     }
     void command(const QByteArray &name) { say({"C", name}); }
-    /// A reception is about to be stored; `start` is how its line begins.
-    void adding(const QByteArray &name, const QByteArray &start, const QByteArray &note)
-    {
-        say({"+", name, start, note});
-    }
+    /// Stands for a field of which nothing is said.
+    static constexpr QByteArrayView anything = "*";
+
+    /// A reception is about to be stored: its fields as they are to stand in its line. Of those behind the
+    /// last one nothing is said.
+    void adding(const QByteArrayList &fields) { say({"+", fields.join('|')}); }
     void removing(const QByteArray &name) { say({"-", name}); }
     void noting(const QByteArray &name, const QByteArray &note) { say({"=", name, note}); }
+    /// The reception is about to be sent to FMList.
+    void sending(const QByteArray &name) { say({"U", name}); }
+    /// These fields of any reception may change from now on, counted from 0.
+    void changing(const QList<int> &fields)
+    {
+        QByteArrayList words {"F"};
+        for (const int field : fields) {
+            words += QByteArray::number(field);
+        }
+        say(words);
+    }
     /// The log is about to become that of this backup.
     void restoring(const QByteArray &path) { say({"R", path}); }
     /// The user has been told that it is done.

@@ -138,6 +138,7 @@ public:
     }
     int removeDirectory(const QByteArray &path) override
     {
+        m_failedPath = m_failing == 1 ? path : m_failedPath;
         return at("removeDirectory", [&] { return FileCalls::removeDirectory(path); });
     }
     int syncDirectory(const QByteArray &directory) override

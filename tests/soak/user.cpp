@@ -160,9 +160,10 @@ QStringList User::chooseSome()
     return names;
 }
 
-void User::intend(int number, const QByteArray &pi)
+void User::intend(int number, const QByteArray &pi, const QByteArray &freq)
 {
-    m_teller.adding(nameOf(number).toLatin1(), pi + '|' + dateOf(number).toLatin1() + '|', {});
+    const QByteArray any = Teller::anything.toByteArray();
+    m_teller.adding({pi, dateOf(number).toLatin1(), any, freq, any, any, {}, nameOf(number).toLatin1()});
 }
 
 // The command is over: what was told is confirmed, unless it was an error.

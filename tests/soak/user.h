@@ -9,6 +9,7 @@
 #include <QString>
 #include <QWidget>
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -39,6 +40,8 @@ public:
     [[nodiscard]] static const std::vector<Command> &commands();
     /// Does it and tells of it. Error messages are told and answered.
     void run(const Command &command);
+    /// Receptions, and whatever else is made up, are numbered from `number` on.
+    void numberFrom(int number) { m_next = number; }
     /// Does any of the commands.
     void runAny();
 
@@ -60,8 +63,16 @@ public:
     void importDx();
     void importAFile();
     void importWithRefused();
+    void importToRefuse(); ///< leaves the window open
+    void saveRefused();
     void importStations();
     void autoSearch();
+    // commands_online.cpp: what the service knows, and what a receiver hears
+    void takeOver();
+    void upload();
+    void logHeard();
+    void logByItself();
+    void keepReceiver();
     // commands_files.cpp: what writes other files, or none
     void exportTransmitters();
     void exportLog();
@@ -69,6 +80,7 @@ public:
     void exportText();
     void exportShown();
     void setUp();
+    void writeScratchPad();
     void backUp();
     void pictureStatistics();
     void saveCollection();
@@ -109,7 +121,7 @@ private:
     [[nodiscard]] std::vector<int> rowsThatAreKept() const;
     [[nodiscard]] QString cell(int row, const QString &heading) const;
     void clickRow(int row, Qt::KeyboardModifiers keys);
-    void intend(int number, const QByteArray &pi);
+    void intend(int number, const QByteArray &pi, const QByteArray &freq);
     void finish();
     void chooseFile(const QString &path);
     void backUpFor(const QWidget &list);
@@ -117,6 +129,10 @@ private:
     [[nodiscard]] QByteArray fileOfReceptions(const QByteArray &moreLines);
     [[nodiscard]] QWidget *bringIn(const QByteArray &file);
     [[nodiscard]] quint16 portOfService() const;
+    void chooseOption(const QString &caption);
+    void setAutomaticLog(bool on);
+    void connectReceiver(quint16 port);
+    void waitUntil(const std::function<bool()> &isSo);
 
     QString m_root;
     Teller &m_teller;

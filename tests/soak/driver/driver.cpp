@@ -30,7 +30,7 @@ public:
         , m_user(orders.root, m_teller, orders.first, orders.seed)
     {
         const QByteArray root = QFile::encodeName(orders.root);
-        watchCalls({root + "/log", root + "/state", root + "/out"}, m_calls);
+        watchCalls({root + "/log", root + "/state", root + "/out", root + "/look"}, m_calls);
         QCoreApplication::instance()->installEventFilter(this);
     }
 
