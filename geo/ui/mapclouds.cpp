@@ -58,12 +58,14 @@ public:
     void blur(int radius)
     {
         std::vector<float> line;
+        const auto width = static_cast<std::size_t>(m_width);
+        const auto height = static_cast<std::size_t>(m_height);
         for (int pass = 0; pass < 3; ++pass) {
-            for (int y = 0; y < m_height; ++y) {
-                mean(&at(0, y), 1, m_width, radius, line);
+            for (std::size_t y = 0; y < height; ++y) {
+                mean(y * width, 1, width, radius, line);
             }
-            for (int x = 0; x < m_width; ++x) {
-                mean(&at(x, 0), m_width, m_height, radius, line);
+            for (std::size_t x = 0; x < width; ++x) {
+                mean(x, width, height, radius, line);
             }
         }
     }
@@ -90,13 +92,13 @@ public:
     }
 
 private:
-    static void mean(float *first, int step, int count, int radius, std::vector<float> &line)
+    // Of `size` cells from `first` on, `step` apart.
+    void mean(std::size_t first, std::size_t step, std::size_t size, int radius, std::vector<float> &line)
     {
-        const auto size = static_cast<std::size_t>(count);
         const auto reach = static_cast<std::size_t>(radius);
         line.assign(size + 2 * reach + 1, 0);
         for (std::size_t i = 0; i < size; ++i) {
-            line[i + reach] = first[static_cast<std::ptrdiff_t>(i) * step];
+            line[i + reach] = m_values[first + i * step];
         }
         const float share = 1.0F / static_cast<float>(2 * radius + 1);
         float sum = 0;
@@ -106,7 +108,7 @@ private:
         for (std::size_t i = 0; i < size; ++i) {
             sum += line[i + 2 * reach];
             // What rounding leaves must not become a value.
-            first[static_cast<std::ptrdiff_t>(i) * step] = std::max(0.0F, sum * share);
+            m_values[first + i * step] = std::max(0.0F, sum * share);
             sum -= line[i];
         }
     }

@@ -37,7 +37,7 @@ struct Reading
     double seconds = 0; ///< of processor time for the commands
     qint64 memory = 0; ///< bytes that are resident
     qsizetype handles = 0;
-    qint64 files = 0; ///< bytes of the files in the folder
+    qint64 files = 0; ///< bytes of the files of the log and of the settings
 };
 
 double processorSeconds()
@@ -106,7 +106,7 @@ public:
         reading.memory = residentMemory();
         reading.handles =
             QDir(u"/proc/self/fd"_s).entryList(QDir::Files | QDir::System | QDir::NoDotAndDotDot).size();
-        reading.files = bytesIn(m_root + u"/log"_s);
+        reading.files = bytesIn(m_root + u"/log"_s) + bytesIn(m_root + u"/look"_s);
         return reading;
     }
     [[nodiscard]] int done() const { return m_done; }

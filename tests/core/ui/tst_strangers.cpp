@@ -27,7 +27,9 @@
 #include <QToolTip>
 #include <QUrl>
 
+#include <functional>
 #include <memory>
+#include <vector>
 
 using namespace quillon;
 using namespace quillon::test;
@@ -303,19 +305,26 @@ private Q_SLOTS:
 
     void inMessages()
     {
-        StrangersWatch watch;
-        DialogAnswers answers;
-        for (const QString &text : strangeTexts()) {
-            showMessage(nullptr, text);
-            showMessageWith(nullptr, text, text);
-            (void)showMessageOr(nullptr, text, u"Other"_s);
-            (void)askYesNo(nullptr, text, text);
-            (void)inputBox(nullptr, text, {}, text);
-            showRuntimeError(nullptr, RuntimeError(ErrorName::TypeMismatch, text));
+        using Box = std::function<void(const QString &text)>;
+        const std::vector<Box> boxes {[](const QString &text) { showMessage(nullptr, text); },
+            [](const QString &text) { showMessageWith(nullptr, text, text); },
+            [](const QString &text) { (void)showMessageOr(nullptr, text, u"Other"_s); },
+            [](const QString &text) { (void)askYesNo(nullptr, text, text); },
+            [](const QString &text) { (void)inputBox(nullptr, text, {}, text); },
+            [](const QString &text) {
+                showRuntimeError(nullptr, RuntimeError(ErrorName::TypeMismatch, text));
+            }};
+        for (std::size_t i = 0; i < boxes.size(); ++i) {
+            for (const QString &text : strangeTexts()) {
+                const QByteArray which = "box " + QByteArray::number(i) + " with " + text.toLatin1();
+                StrangersWatch watch;
+                DialogAnswers answers;
+                boxes[i](text);
+                QVERIFY2(answers.seen().size() == 1, which.constData());
+                QVERIFY2(!watch.seen().isEmpty(), which.constData());
+                QCOMPARE(watch.taken().join(u'\n'), QString());
+            }
         }
-        QCOMPARE(answers.seen().size(), 18);
-        QCOMPARE(watch.taken().join(u'\n'), QString());
-        QVERIFY(!watch.seen().isEmpty());
     }
 };
 
