@@ -64,7 +64,8 @@ private:
 class NthCall
 {
 public:
-    NthCall(const Round &round, const QString &root, const Failure &failure, Outcome &outcome)
+    NthCall(
+        const Round &round, const QString &root, const Failure &failure, bool namesFiles, Outcome &outcome)
         : m_root(root)
         , m_failure(failure)
         , m_outcome(outcome)
@@ -73,6 +74,9 @@ public:
         , m_calls(m_teller)
         , m_session(root, m_calls, m_teller, receptions, round.seed)
     {
+        if (namesFiles) {
+            m_calls.refuseNameless();
+        }
         m_session.start();
         m_noBackup.watch(*m_session.form().findChild<QWidget *>(u"noBackup"_s));
         check(m_ledger);
@@ -86,7 +90,9 @@ public:
         const bool isReached = !m_calls.failed().isEmpty();
         if (isReached) {
             ++m_outcome.cases;
-            afterFailure();
+            afterFailure(command);
+        } else if (m_session.failed() || !m_ledger.errors().isEmpty()) {
+            m_outcome.lose(u"no call fails, and yet: "_s + QString::fromUtf8(m_ledger.errors().join('\n')));
         }
         check(m_ledger);
         return isReached;
@@ -107,7 +113,7 @@ public:
     }
 
 private:
-    void afterFailure()
+    void afterFailure(const User::Command &command)
     {
         const QByteArray failed = m_calls.failed();
         const bool isTruncated = m_calls.hasTruncated();
@@ -134,6 +140,10 @@ private:
         m_session.form().document().saveUnsaved();
         if (!isStored()) {
             m_outcome.lose(u"the log is not stored with all calls well again"_s);
+        }
+        if (command.isOneStep) {
+            // It was in memory, and is on the disk now.
+            m_teller.done();
         }
     }
     [[nodiscard]] bool isStored()
@@ -162,21 +172,35 @@ private:
     Session m_session;
 };
 
+// Every second time that all pairs are gone through, the file system knows no nameless files.
+bool namesFiles(const Round &round)
+{
+    return round.seed / ((User::commands().size() + 1) * failures.size()) % 2 == 1;
+}
+
 // The first start of all with its call of that number failing; false when it does not come so far.
-bool failFirstStart(const QString &root, const Failure &failure, int number, Outcome &outcome)
+bool failFirstStart(
+    const Round &round, const QString &root, const Failure &failure, int number, Outcome &outcome)
 {
     Teller nobody([](const QByteArray &) {});
     ToldCalls undisturbed(nobody);
     const FirstStart reference(root + u"/whole"_s);
     const QString said = reference.run(undisturbed);
     ToldCalls calls(nobody);
+    if (namesFiles(round)) {
+        calls.refuseNameless();
+    }
     if (failure.code == 0) {
-        calls.writeAtMost(fewBytes);
+        // The manual has millions of them.
+        calls.writeAtMost(fewBytes * fewBytes);
     } else {
         calls.failAt(number, failure.code);
     }
     const FirstStart start(root);
     const QString told = start.run(calls);
+    if (const QString wrong = start.unlike(reference.files()); !wrong.isEmpty()) {
+        outcome.lose(wrong + u" after a first start that failed"_s);
+    }
     const bool isReached = failure.code == 0 || !calls.failed().isEmpty();
     outcome.cases += isReached ? 1 : 0;
     const bool hasToBeSilent =
@@ -203,7 +227,7 @@ bool failFirstStart(const QString &root, const Failure &failure, int number, Out
 bool failOneCall(const Round &round, const QString &root, const User::Command &command,
     const Failure &failure, int number, Outcome &outcome)
 {
-    NthCall once(round, root, failure, outcome);
+    NthCall once(round, root, failure, namesFiles(round), outcome);
     if (failure.code == 0) {
         once.runWithShortWrites(command);
         return false;
@@ -250,7 +274,7 @@ Outcome callsRound(const Round &round)
     return outcomeOf([&](Outcome &outcome) {
         if (work == commands.size()) {
             failEachCall(round, "first start", failure, outcome, [&](const QString &root, int number) {
-                return failFirstStart(root, failure, number, outcome);
+                return failFirstStart(round, root, failure, number, outcome);
             });
             return;
         }

@@ -15,31 +15,45 @@ namespace quillon::soak {
 
 using namespace Qt::StringLiterals;
 
-void User::add()
+QByteArrayList User::addOne()
 {
     const int number = m_next++;
     type(nameOf(number), dateOf(number));
+    QByteArrayList fields = fieldsOf(number, "F201", "105.5");
+    for (const int field : {Field::Transmitter, Field::Power, Field::FMList, Field::Uid}) {
+        fields[field] = {};
+    }
+    fields[Field::Country] = "F";
     if (m_random.bounded(4) == 0) {
-        set(u"Text5"_s, u"Site %1"_s.arg(number));
+        const QString site = u"Site %1"_s.arg(number);
+        set(u"Text5"_s, site);
         set(u"Text7"_s, u"48.85"_s);
         set(u"Text10"_s, u"2.29"_s);
+        fields[Field::Transmitter] = site.toLatin1();
     }
-    intend(number, "F201", "105.5");
+    m_teller.adding(fields);
     click(u"Command1"_s);
     finish();
+    return fields;
+}
+
+void User::add()
+{
+    (void)addOne();
 }
 
 void User::quickAdd()
 {
-    const QString name = nameOf(m_next++);
+    const int number = m_next++;
     click(u"Command14"_s);
     const QPointer<QWidget> window = find<QWidget>(u"Dialog1"_s);
     find<QLineEdit>(*window, u"Text1"_s)->setText(u"98.5"_s);
     find<QLineEdit>(*window, u"Text2"_s)->setText(u"F202"_s);
-    find<QLineEdit>(*window, u"Text3"_s)->setText(name);
+    find<QLineEdit>(*window, u"Text3"_s)->setText(nameOf(number));
     // It is heard now, whenever that is.
-    const QByteArray any = Teller::anything.toByteArray();
-    m_teller.adding({"F202", any, any, "98.5", any, any, {}, name.toLatin1()});
+    QByteArrayList fields = fieldsOf(number, "F202", "98.5");
+    fields[Field::DateTime] = Teller::anything.toByteArray();
+    m_teller.adding(fields);
     click(*window, u"OKButton"_s);
     finish();
     if (window) {
@@ -55,9 +69,7 @@ void User::update()
     }
     const QString note = u"note %1"_s.arg(m_next++);
     set(u"Text3"_s, note);
-    m_teller.noting(name.toLatin1(), note.toLatin1());
-    // It is measured, if it was not before.
-    m_teller.changing({Field::Dist});
+    m_teller.setting(name.toLatin1(), Field::Notes, note.toLatin1());
     click(u"Command3"_s);
     finish();
 }
@@ -73,7 +85,7 @@ void User::editMany()
     find<QCheckBox>(*window, u"tickNotes"_s)->click();
     find<QPlainTextEdit>(*window, u"valueNotes"_s)->insertPlainText(note);
     for (const QString &name : names) {
-        m_teller.noting(name.toLatin1(), note.toLatin1());
+        m_teller.setting(name.toLatin1(), Field::Notes, note.toLatin1());
     }
     click(*window, u"OKButton"_s);
     finish();
@@ -107,22 +119,21 @@ void User::removeMany()
 
 void User::undoAndRedo()
 {
-    const int number = m_next;
-    add();
+    const QByteArrayList fields = addOne();
     if (m_failed) {
         return;
     }
-    m_teller.removing(nameOf(number).toLatin1());
+    m_teller.removing(fields.at(Field::RdsName));
     trigger(u"menuEditUndo"_s);
     finish();
-    intend(number, "F201", "105.5");
+    m_teller.adding(fields);
     trigger(u"menuEditRedo"_s);
     finish();
 }
 
 void User::distances()
 {
-    m_teller.changing({Field::Dist});
+    m_teller.changing({}, {Field::Dist});
     click(u"Command10"_s);
     finish();
 }
@@ -168,12 +179,12 @@ void User::restore()
 const std::vector<User::Command> &User::commands()
 {
     static const std::vector<Command> all {
-        {"Add", &User::add},
-        {"Quick Add", &User::quickAdd},
-        {"Update", &User::update},
-        {"edit of many", &User::editMany},
-        {"Delete", &User::remove},
-        {"Delete of many", &User::removeMany},
+        {"Add", &User::add, true},
+        {"Quick Add", &User::quickAdd, true},
+        {"Update", &User::update, true},
+        {"edit of many", &User::editMany, true},
+        {"Delete", &User::remove, true},
+        {"Delete of many", &User::removeMany, true},
         {"Undo and Redo", &User::undoAndRedo},
         {"distances", &User::distances},
         {"Restore", &User::restore},
@@ -185,8 +196,8 @@ const std::vector<User::Command> &User::commands()
         {"automatic search", &User::autoSearch},
         {"taking over", &User::takeOver},
         {"upload", &User::upload},
-        {"log from a receiver", &User::logHeard},
-        {"automatic log", &User::logByItself},
+        {"log from a receiver", &User::logHeard, true},
+        {"automatic log", &User::logByItself, true},
         {"transmitters as KML", &User::exportTransmitters},
         {"log as KML", &User::exportLog},
         {"web pages", &User::exportPages},

@@ -58,9 +58,10 @@ void User::importSpy()
         const QString time = u"10-%1-00"_s.arg(i + 10);
         put(m_root + u"/spy/%1 %2 E201 %3.txt"_s.arg(day.toString(u"yyyy-MM-dd"_s), time, nameOf(number)),
             {});
-        const QByteArray any = Teller::anything.toByteArray();
-        const QString moment = day.toString(u"dd/MM/yyyy "_s) + QString(time).replace(u'-', u':');
-        m_teller.adding({"E201", moment.toLatin1(), any, any, any, any, {}, nameOf(number).toLatin1()});
+        QByteArrayList fields = fieldsOf(number, "E201", Teller::anything.toByteArray());
+        fields[Field::DateTime] =
+            (day.toString(u"dd/MM/yyyy "_s) + QString(time).replace(u'-', u':')).toLatin1();
+        m_teller.adding(fields);
     }
     m_answers->type(day.toString(u"dd/MM/yyyy"_s));
     const QPointer<QWidget> window = open(u"menuImportRDSSpyLog"_s, u"importRDSSpy"_s);
@@ -78,9 +79,9 @@ void User::importDx()
         const int number = m_next++;
         const QByteArray minute = QByteArray::number(20 + i);
         lines += "  97.7 5201 " + nameOf(number).toLatin1() + " 20" + minute + " 05 I   Somewhere,X|\r\n";
-        const QByteArray any = Teller::anything.toByteArray();
-        const QByteArray moment = day.toString(u"dd/MM/yyyy"_s).toLatin1() + " 20:" + minute + ":05";
-        m_teller.adding({"5201", moment, any, "97.7", any, any, {}, nameOf(number).toLatin1()});
+        QByteArrayList fields = fieldsOf(number, "5201", "97.7");
+        fields[Field::DateTime] = day.toString(u"dd/MM/yyyy"_s).toLatin1() + " 20:" + minute + ":05";
+        m_teller.adding(fields);
     }
     empty(m_root + u"/dx"_s);
     const QString file = m_root + u"/dx/"_s + day.toString(u"yyyyMMdd"_s) + u".txt"_s;
@@ -107,7 +108,13 @@ QByteArray User::fileOfReceptions(const QByteArray &moreLines)
             (moment.mid(6, 4) + u'-' + moment.mid(3, 2) + u'-' + moment.first(2) + u'T' + moment.sliced(11)
                 + u"Z,"_s + QString::fromLatin1(pi) + u",95.5,"_s + nameOf(number) + u",E,,,,,Es,,\r\n"_s)
                 .toLatin1();
-        intend(number, pi, "95.5");
+        QByteArrayList fields = fieldsOf(number, pi, "95.5");
+        fields[Field::Prop] = "Es";
+        fields[Field::Country] = "E";
+        for (const int field : {Field::Transmitter, Field::Power, Field::FMList, Field::Uid}) {
+            fields[field] = {};
+        }
+        m_teller.adding(fields);
     }
     return lines + moreLines;
 }
@@ -212,16 +219,21 @@ void User::autoSearch()
     }
     standin::StandIn service(stations);
     if (!service.listen(portOfService())) {
+        giveUp("the service has no port");
         return;
     }
     // Whatever else was heard on that day is looked up, too.
     m_teller.changing(
-        {Field::Transmitter, Field::Country, Field::Power, Field::Dist, Field::FMList, Field::Uid});
+        {}, {Field::Transmitter, Field::Country, Field::Power, Field::Dist, Field::FMList, Field::Uid});
+    m_teller.setting(nameOf(first).toLatin1(), Field::Uid, QByteArray::number(1000 + first));
     // The day of the first.
     m_answers->type(dateOf(first).first(10));
     m_answers->press(QMessageBox::Yes);
     m_answers->press(QMessageBox::Ok);
     trigger(u"menuFMListAutoSearch"_s);
+    if (service.requests().isEmpty()) {
+        giveUp("nothing was searched for");
+    }
     finish();
 }
 

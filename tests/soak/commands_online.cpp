@@ -29,11 +29,18 @@ void User::takeOver()
     standin::StandIn service("105.5;F201;" + nameOf(number).toLatin1() + ";F;Champagne, Reims;64;49.09;3.93;"
         + QByteArray::number(1000 + number) + '\n');
     if (!service.listen(portOfService())) {
+        giveUp("the service has no port");
         return;
     }
     type(nameOf(number), dateOf(number));
     click(u"Command11"_s);
-    intend(number, "F201", "105.5");
+    QByteArrayList fields = fieldsOf(number, "F201", "105.5");
+    fields[Field::Transmitter] = "Reims";
+    fields[Field::Country] = "F";
+    fields[Field::Power] = "64";
+    fields[Field::FMList] = {};
+    fields[Field::Uid] = QByteArray::number(1000 + number);
+    m_teller.adding(fields);
     m_answers->press(QMessageBox::Yes);
     auto *results = find<QAbstractItemView>(u"List2"_s);
     const QPoint first = results->visualRect(results->model()->index(0, 0)).center();
@@ -46,13 +53,17 @@ void User::upload()
 {
     const QByteArray name = nameOf(m_next).toLatin1();
     takeOver();
+    if (m_failed) {
+        return;
+    }
     standin::StandIn service({});
-    if (m_failed || !service.listen(portOfService())) {
+    if (!service.listen(portOfService())) {
+        giveUp("the service has no port");
         return;
     }
     // Whatever else has come from the service is sent, too.
-    m_teller.changing({Field::FMList});
-    m_teller.sending(name);
+    m_teller.changing({}, {Field::FMList});
+    m_teller.setting(name, Field::FMList, sentMark.toByteArray());
     m_answers->press(QMessageBox::Ok);
     trigger(u"menuFMListUploadLogs"_s);
     finish();
@@ -78,7 +89,7 @@ void User::setAutomaticLog(bool on)
     auto *rules = find<QWidget>(u"autoLog"_s);
     find<QCheckBox>(*rules, u"autoLogOn"_s)->setChecked(on);
     find<QSpinBox>(*rules, u"autoLogEarliest"_s)->setValue(0);
-    find<QSpinBox>(*rules, u"autoLogHold"_s)->setValue(0);
+    find<QSpinBox>(*rules, u"autoLogHold"_s)->setValue(1);
     find<QDialogButtonBox>(*rules, u"autoLogButtons"_s)->button(QDialogButtonBox::Ok)->click();
 }
 
@@ -89,8 +100,8 @@ void User::connectReceiver(quint16 port)
     click(u"receiverConnect"_s);
 }
 
-// Waits for what comes from outside, or for a box.
-void User::waitUntil(const std::function<bool()> &isSo)
+// Waits for what comes from outside, or for a box; false when it does not come.
+bool User::waitUntil(const std::function<bool()> &isSo)
 {
     constexpr int longest = 30'000; // milliseconds
     QElapsedTimer since;
@@ -104,55 +115,69 @@ void User::waitUntil(const std::function<bool()> &isSo)
     });
     look.start(2);
     loop.exec();
-    if (since.elapsed() > longest) {
-        m_teller.failed("nothing comes from the receiver");
+    const bool hasCome = isSo();
+    if (!hasCome && m_answers->seen().isEmpty()) {
+        giveUp("nothing comes from the receiver");
     }
+    return hasCome;
 }
 
-// What a tuner hears, by its button.
-void User::logHeard()
+// Whether it is logged by its button or by itself, a tuner is heard for it.
+void User::listenTo(
+    const rdssignal::SignalStation &station, bool byItself, const std::function<bool()> &isHeard)
 {
-    const int number = m_next++;
-    const QString name = nameOf(number);
-    rdssignal::ReceiverStandIn tuner({{98'500'000, piOf(number), name, {}, {}, 10'000, 0}}, {}, 50, nullptr);
+    rdssignal::ReceiverStandIn tuner({station}, {}, 50, nullptr);
     if (!tuner.listen(0)) {
+        giveUp("the receiver has no port");
         return;
     }
     // The dock comes, and goes again.
     trigger(u"menuViewReceiver"_s);
+    setAutomaticLog(byItself);
     connectReceiver(tuner.port());
-    waitUntil([&] {
-        return find<QLineEdit>(u"receiverPs"_s)->text() == name
-            && find<QLineEdit>(u"receiverPi"_s)->text().toLatin1() == codeOf(number);
-    });
-    const QByteArray any = Teller::anything.toByteArray();
-    m_teller.adding({codeOf(number), any, any, "98.5", any, any, {}, name.toLatin1()});
-    click(u"receiverLog"_s);
-    finish();
+    if (waitUntil(isHeard) && !byItself) {
+        click(u"receiverLog"_s);
+    }
     click(u"receiverConnect"_s);
+    if (byItself) {
+        setAutomaticLog(false);
+    }
     trigger(u"menuViewReceiver"_s);
+    finish();
 }
 
-// What a tuner hears, by itself.
-void User::logByItself()
+// A reception that is to be logged as a receiver gives it.
+QByteArrayList User::fieldsHeard(int number, const QByteArray &freq)
+{
+    QByteArrayList fields = fieldsOf(number, codeOf(number), freq);
+    // It is heard now, whenever that is.
+    fields[Field::DateTime] = Teller::anything.toByteArray();
+    for (const int field : {Field::Transmitter, Field::Power, Field::FMList, Field::Uid}) {
+        fields[field] = {};
+    }
+    return fields;
+}
+
+void User::logHeard()
 {
     const int number = m_next++;
     const QString name = nameOf(number);
-    rdssignal::ReceiverStandIn tuner({{99'100'000, piOf(number), name, {}, {}, 10'000, 0}}, {}, 50, nullptr);
-    if (!tuner.listen(0)) {
-        return;
-    }
-    const QByteArray any = Teller::anything.toByteArray();
-    m_teller.adding({codeOf(number), any, any, "99.1", any, any, "auto", name.toLatin1()});
-    trigger(u"menuViewReceiver"_s);
-    setAutomaticLog(true);
-    connectReceiver(tuner.port());
+    m_teller.adding(fieldsHeard(number, "98.5"));
+    listenTo({98'500'000, piOf(number), name, {}, {}, 10'000, 0}, false, [&] {
+        return find<QLineEdit>(u"receiverPs"_s)->text() == name
+            && find<QLineEdit>(u"receiverPi"_s)->text().toLatin1() == codeOf(number);
+    });
+}
+
+void User::logByItself()
+{
+    const int number = m_next++;
     const int rows = m_grid->model()->rowCount();
-    waitUntil([&] { return m_grid->model()->rowCount() > rows; });
-    click(u"receiverConnect"_s);
-    setAutomaticLog(false);
-    trigger(u"menuViewReceiver"_s);
-    finish();
+    QByteArrayList fields = fieldsHeard(number, "99.1");
+    fields[Field::Notes] = "auto";
+    m_teller.adding(fields);
+    listenTo({99'100'000, piOf(number), nameOf(number), {}, {}, 10'000, 0}, true,
+        [&] { return m_grid->model()->rowCount() > rows; });
 }
 
 // A source that is kept by a name, with its password.

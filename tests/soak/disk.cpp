@@ -1,5 +1,6 @@
 #include "kind.h"
 #include "mounteddisk.h"
+#include "platform/files.h"
 #include "platform/runtimeerror.h"
 #include "smalldisk.h"
 #include "windowsaves.h"
@@ -8,6 +9,7 @@
 #include <QDir>
 #include <QRandomGenerator>
 
+#include <filesystem>
 #include <functional>
 #include <numeric>
 #include <optional>
@@ -70,6 +72,11 @@ public:
             // With room again, what is in memory is stored.
             m_works.saveUnsaved();
             problem = m_works.isLogStored() ? QString() : u"the log is not stored"_s;
+            for (const QString &name : {u"RDSLog.log"_s, u"tx.lst"_s}) {
+                if (!fileHolds(m_works.pathOf(name), m_after.value(name))) {
+                    problem = name + u" is not what it was to be, with room again"_s;
+                }
+            }
         }
         if (!problem.isEmpty()) {
             outcome.lose(u"%1: %2"_s.arg(QString::fromLatin1(m_work.name), problem));
@@ -234,6 +241,11 @@ Outcome pagesRound(const Round &round)
         if (mountDisk(folder.toLocal8Bit())) {
             fillWithWorks(folder, round.seed, outcome);
             fillWithSaves(folder, outcome);
+        }
+        if (!outcome.problem.isEmpty()) {
+            // The disk goes with this process.
+            std::filesystem::copy(folder.toStdString(), round.root.toStdString() + "/left",
+                std::filesystem::copy_options::recursive);
         }
     });
 }

@@ -39,6 +39,23 @@ QString FirstStart::run(FileCalls &calls) const
     return answers.takeTexts().join(u'\n');
 }
 
+QString FirstStart::unlike(const QMap<QString, QByteArray> &whole) const
+{
+    const auto now = files();
+    for (const auto &[path, bytes] : now.asKeyValueRange()) {
+        if (!path.contains(u"/."_s) && (!whole.contains(path) || whole.value(path) != bytes)) {
+            return path + u" is not as it has to be"_s;
+        }
+    }
+    const QStringList supplied = QDir(QStringLiteral(QUILLON_SUPPLIED)).entryList(QDir::Files);
+    for (const QString &name : supplied) {
+        if (now.contains(u"first/quillon"_s) && !now.contains(u"first/quillon/"_s + name)) {
+            return u"the folder is there without "_s + name;
+        }
+    }
+    return {};
+}
+
 QMap<QString, QByteArray> FirstStart::files() const
 {
     QMap<QString, QByteArray> files;

@@ -17,6 +17,9 @@ public:
 
     /// Starts, and ends; what the program had to say.
     [[nodiscard]] QString run(FileCalls &calls) const;
+    /// What is visible of it now and not as in a start that nothing disturbed, which makes these files; empty
+    /// when there is nothing.
+    [[nodiscard]] QString unlike(const QMap<QString, QByteArray> &whole) const;
     /// Everything that it makes and leaves, by the path below `root`.
     [[nodiscard]] QMap<QString, QByteArray> files() const;
 

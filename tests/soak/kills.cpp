@@ -22,6 +22,7 @@ constexpr int killsOfARound = 20;
 constexpr int receptions = 100;
 constexpr int numbersOfALife = 10'000;
 constexpr quint32 longestLifeUs = 300'000;
+constexpr quint32 longestEveningUs = 3'000'000; // some commands wait for seconds
 constexpr quint32 longestStartUs = 120'000;
 constexpr int mostCalls = 200;
 constexpr int longestHang = 60'000; // milliseconds
@@ -40,8 +41,10 @@ struct Death
         const auto die = random.bounded(10);
         Death death;
         death.cause = die < 5 ? Cause::TimeAtWork : die < 9 ? Cause::Call : Cause::TimeAtStart;
-        death.microseconds =
-            random.bounded(death.cause == Cause::TimeAtStart ? longestStartUs : longestLifeUs);
+        const bool isLong = die == 0;
+        death.microseconds = random.bounded(death.cause == Cause::TimeAtStart ? longestStartUs
+                : isLong                                                      ? longestEveningUs
+                                                                              : longestLifeUs);
         death.call = death.cause == Cause::Call ? random.bounded(1, mostCalls) : 0;
         death.moment = static_cast<ToldCalls::Moment>(random.bounded(3));
         return death;

@@ -17,9 +17,6 @@ namespace {
 
 constexpr QByteArrayView growingName = "/autoupdate.log";
 
-// What the field of a reception holds once it was sent.
-constexpr QByteArrayView sentMark = "fml=sent";
-
 QByteArray folderOf(const QByteArray &path)
 {
     return path.first(path.lastIndexOf('/') + 1);
@@ -39,16 +36,15 @@ QByteArrayList whole(QByteArrayList fields)
     return fields;
 }
 
+bool fits(const QByteArray &is, const QByteArray &kept)
+{
+    return kept == Teller::anything || kept == is || (kept == sentMark && is.contains(sentMark));
+}
+
 bool fits(const QByteArrayList &is, const QByteArrayList &kept)
 {
-    for (qsizetype i = 0; i < kept.size(); ++i) {
-        const bool fits = kept.at(i) == Teller::anything || kept.at(i) == is.value(i)
-            || (kept.at(i) == sentMark && is.value(i).contains(sentMark));
-        if (!fits) {
-            return false;
-        }
-    }
-    return !is.isEmpty();
+    return std::ranges::equal(
+        is, kept, [](const QByteArray &one, const QByteArray &other) { return fits(one, other); });
 }
 
 QHash<QByteArray, QByteArrayList> receptionsIn(const QByteArray &log)
@@ -62,6 +58,14 @@ QHash<QByteArray, QByteArrayList> receptionsIn(const QByteArray &log)
         }
     }
     return receptions;
+}
+
+// What the program may remove: files on their way, backups, and pages and pictures of itself that a later
+// export does not make.
+bool mayGo(const QByteArray &path)
+{
+    return path.sliced(folderOf(path).size()).startsWith('.') || path.endsWith(".zip")
+        || folderOf(path).endsWith("/html/") || path.endsWith("/logbook.tmp");
 }
 
 // In these folders a writing first removes what others have left, of whichever file it was.
@@ -89,6 +93,7 @@ QMap<QByteArray, QByteArray> filesOfCase(const QString &root)
         }
     }
     take(root + u"/look/receiver.passwords"_s);
+    take(root + u"/look/.receiver.passwords.new"_s);
     return files;
 }
 
@@ -140,17 +145,20 @@ void Ledger::keep(const Intent &intent)
     } else if (intent.kind == '+') {
         m_sure.insert(intent.name, intent.reception);
     } else if (m_sure.contains(intent.name)) {
-        Reception &reception = m_sure[intent.name];
-        (intent.kind == 'U' ? reception[Field::FMList] : reception[Field::Notes]) = intent.text;
+        m_sure[intent.name][intent.field] = intent.text;
     }
 }
 
-// What a command may change is whatever is seen next.
-void Ledger::forget(const QByteArrayList &fields)
+// What a command may change is whatever is seen next. What was sent stays so.
+void Ledger::forget(const QByteArray &name, const QByteArrayList &fields)
 {
-    for (Reception &reception : m_sure) {
+    for (auto one = m_sure.begin(); one != m_sure.end(); ++one) {
         for (const QByteArray &field : fields) {
-            reception[field.toInt()] = Teller::anything.toByteArray();
+            const int place = field.toInt();
+            const bool isSent = place == Field::FMList && one->at(place).contains(sentMark);
+            if (!isSent && (name.isEmpty() || name == one.key())) {
+                one->replace(place, Teller::anything.toByteArray());
+            }
         }
     }
 }
@@ -170,18 +178,18 @@ void Ledger::take(const QByteArray &line)
         m_errors += word(1);
         break;
     case '+':
-        m_intents.push_back({'+', word(1).split('|').value(Field::RdsName), whole(word(1).split('|')), {}});
-        break;
-    case 'U':
-        m_intents.push_back({'U', word(1), {}, sentMark.toByteArray()});
+        m_intents.push_back(
+            {'+', word(1).split('|').value(Field::RdsName), whole(word(1).split('|')), 0, {}});
         break;
     case '-':
     case 'R':
+        m_intents.push_back({line.front(), word(1), {}, 0, {}});
+        break;
     case '=':
-        m_intents.push_back({line.front(), word(1), {}, word(2)});
+        m_intents.push_back({'=', word(1), {}, word(2).toInt(), word(3)});
         break;
     case 'F':
-        forget(words.sliced(1));
+        forget(word(1), words.sliced(2));
         break;
     case 'D':
         for (const Intent &intent : m_intents) {
@@ -221,6 +229,9 @@ void Ledger::started(const QByteArray &receptions, const QByteArray &messages)
 
 void Ledger::replacing(const QByteArray &path, const QByteArray &hash)
 {
+    if (hash.isEmpty() && !mayGo(path)) {
+        return;
+    }
     if (!m_legal.contains(path)) {
         m_legal.insert(path, {QByteArray()});
     }
@@ -305,10 +316,8 @@ bool Ledger::hasHappened(const Intent &intent, const Receptions &there) const
         return is != there.cend();
     case '-':
         return is == there.cend();
-    case 'U':
-        return is != there.cend() && is->at(Field::FMList).contains(sentMark);
     default:
-        return is != there.cend() && is->at(Field::Notes) == intent.text;
+        return is != there.cend() && fits(is->at(intent.field), intent.text);
     }
 }
 
@@ -326,6 +335,9 @@ QStringList Ledger::logProblems(const QByteArray &log)
         }
     }
     Receptions there = receptionsIn(log);
+    if (there.size() != lines.size()) {
+        problems += u"the log has %1 lines of %2 receptions"_s.arg(lines.size()).arg(there.size());
+    }
     for (const Intent &intent : m_intents) {
         if (hasHappened(intent, there)) {
             keep(intent);

@@ -53,7 +53,8 @@ private:
         char kind = 0;
         QByteArray name; ///< of a reception, or of the backup that is brought back
         Reception reception;
-        QByteArray text; ///< what one of its fields becomes
+        int field = 0; ///< of it, which becomes this text
+        QByteArray text;
     };
 
     void adopt();
@@ -63,7 +64,7 @@ private:
     void replaced(const QByteArray &path);
     [[nodiscard]] QByteArray inLog(const char *name) const;
     [[nodiscard]] bool hasHappened(const Intent &intent, const Receptions &there) const;
-    void forget(const QByteArrayList &fields);
+    void forget(const QByteArray &name, const QByteArrayList &fields);
     void appending(const QByteArray &path);
     [[nodiscard]] QStringList fileProblems(const QMap<QByteArray, QByteArray> &now) const;
     [[nodiscard]] QStringList logProblems(const QByteArray &log);

@@ -81,6 +81,7 @@ public:
             if (line.startsWith('E')) {
                 m_error = QString::fromUtf8(line);
             }
+            m_confirmed += line.startsWith('D') ? 1 : 0;
         })
         , m_session(round.root, FileCalls::real(), m_teller, receptions, round.seed)
     {
@@ -91,8 +92,12 @@ public:
     {
         const double before = processorSeconds();
         for (const Session::Command &command : commands()) {
+            const int confirmed = m_confirmed;
             m_session.run(command);
             ++m_done;
+            if (m_confirmed == confirmed && m_error.isEmpty()) {
+                m_error = QString::fromLatin1(command.name) + u" did nothing"_s;
+            }
         }
         Reading reading;
         reading.seconds = processorSeconds() - before;
@@ -139,6 +144,7 @@ private:
     Teller m_teller;
     Session m_session;
     int m_done = 0;
+    int m_confirmed = 0;
 };
 
 // What is not flat; empty when all is. A short run is too short for its times to tell anything.

@@ -7,6 +7,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QRandomGenerator>
 #include <QTcpServer>
 
 namespace quillon {
@@ -20,10 +21,14 @@ namespace quillon::soak {
 
 using namespace Qt::StringLiterals;
 
+// Below those that the system gives away by itself, as it is taken again and again.
 quint16 freePort()
 {
+    constexpr int lowest = 12'000;
+    constexpr int highest = 32'000;
     QTcpServer server;
-    server.listen(QHostAddress::LocalHost);
+    while (!server.listen(QHostAddress::LocalHost,
+        static_cast<quint16>(QRandomGenerator::global()->bounded(lowest, highest)))) { }
     return server.serverPort();
 }
 

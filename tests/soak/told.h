@@ -12,6 +12,10 @@ namespace quillon::soak {
 /// Places of fields in a line of the log, from 0.
 struct Field
 {
+    static constexpr int PiCode = 0;
+    static constexpr int DateTime = 1;
+    static constexpr int Prop = 2;
+    static constexpr int Freq = 3;
     static constexpr int Transmitter = 4;
     static constexpr int Country = 5;
     static constexpr int Notes = 6;
@@ -22,6 +26,9 @@ struct Field
     static constexpr int Uid = 11;
     static constexpr int count = 13; ///< with the empty one behind the last "|"
 };
+
+/// What FMList holds of a reception that was sent there, whatever else it holds.
+inline constexpr QByteArrayView sentMark = "fml=sent";
 
 /// What a case says of itself while it runs, one line each, so that whoever outlives it knows what has to be
 /// on the disk.
@@ -47,13 +54,15 @@ public:
     /// last one nothing is said.
     void adding(const QByteArrayList &fields) { say({"+", fields.join('|')}); }
     void removing(const QByteArray &name) { say({"-", name}); }
-    void noting(const QByteArray &name, const QByteArray &note) { say({"=", name, note}); }
-    /// The reception is about to be sent to FMList.
-    void sending(const QByteArray &name) { say({"U", name}); }
-    /// These fields of any reception may change from now on, counted from 0.
-    void changing(const QList<int> &fields)
+    /// A field of the reception is about to become this text.
+    void setting(const QByteArray &name, int field, const QByteArray &text)
     {
-        QByteArrayList words {"F"};
+        say({"=", name, QByteArray::number(field), text});
+    }
+    /// These fields of the reception may change from now on, or of any when there is no name.
+    void changing(const QByteArray &name, const QList<int> &fields)
+    {
+        QByteArrayList words {"F", name};
         for (const int field : fields) {
             words += QByteArray::number(field);
         }

@@ -52,6 +52,9 @@ public:
     /// True when since then a file was closed before all was in it that was to be written: what a write has
     /// not taken has to be given to the next one.
     [[nodiscard]] bool hasTruncated() const { return m_truncated; }
+    /// Stands for a file system that knows no nameless files.
+    void refuseNameless() { m_namesFiles = true; }
+
     /// Lets each write take at most this many bytes.
     void writeAtMost(qsizetype bytes) { m_most = bytes; }
 
@@ -61,6 +64,10 @@ public:
     }
     int openNameless(const QByteArray &directory, mode_t mode) override
     {
+        if (m_namesFiles) {
+            errno = EOPNOTSUPP;
+            return -1;
+        }
         return opened("openNameless", [&] { return FileCalls::openNameless(directory, mode); }, {});
     }
     int openNew(const QByteArray &path, mode_t mode) override
@@ -198,6 +205,7 @@ private:
     QByteArray m_failedPath;
     bool m_truncated = false;
     qsizetype m_most = 0;
+    bool m_namesFiles = false;
     QHash<int, std::shared_ptr<QCryptographicHash>> m_open;
     QHash<int, QByteArray> m_owed; ///< what the writes of a file have not taken yet
     QHash<QByteArray, std::shared_ptr<QCryptographicHash>> m_named;

@@ -160,10 +160,21 @@ QStringList User::chooseSome()
     return names;
 }
 
-void User::intend(int number, const QByteArray &pi, const QByteArray &freq)
+QByteArrayList User::fieldsOf(int number, const QByteArray &pi, const QByteArray &freq)
 {
-    const QByteArray any = Teller::anything.toByteArray();
-    m_teller.adding({pi, dateOf(number).toLatin1(), any, freq, any, any, {}, nameOf(number).toLatin1()});
+    QByteArrayList fields(Field::count, Teller::anything.toByteArray());
+    fields[Field::PiCode] = pi;
+    fields[Field::DateTime] = dateOf(number).toLatin1();
+    fields[Field::Freq] = freq;
+    fields[Field::Notes] = {};
+    fields[Field::RdsName] = nameOf(number).toLatin1();
+    return fields;
+}
+
+void User::giveUp(const QByteArray &why)
+{
+    m_failed = true;
+    m_teller.failed(why);
 }
 
 // The command is over: what was told is confirmed, unless it was an error.

@@ -15,6 +15,10 @@
 
 class QAbstractItemView;
 
+namespace quillon::rdssignal {
+struct SignalStation;
+}
+
 namespace quillon::soak {
 
 /// Where the program keeps its backups by itself, when its state is kept below that folder.
@@ -36,6 +40,8 @@ public:
     {
         const char *name;
         void (User::*run)();
+        /// What it does to the log is one step, which is in memory even if it could not be stored.
+        bool isOneStep = false;
     };
     [[nodiscard]] static const std::vector<Command> &commands();
     /// Does it and tells of it. Error messages are told and answered.
@@ -121,7 +127,12 @@ private:
     [[nodiscard]] std::vector<int> rowsThatAreKept() const;
     [[nodiscard]] QString cell(int row, const QString &heading) const;
     void clickRow(int row, Qt::KeyboardModifiers keys);
-    void intend(int number, const QByteArray &pi, const QByteArray &freq);
+    /// The fields of a reception, of which these are known.
+    [[nodiscard]] static QByteArrayList fieldsOf(int number, const QByteArray &pi, const QByteArray &freq);
+    /// Types one and stores it; its fields.
+    QByteArrayList addOne();
+    /// Ends the command as one that did not come to its work.
+    void giveUp(const QByteArray &why);
     void finish();
     void chooseFile(const QString &path);
     void backUpFor(const QWidget &list);
@@ -131,8 +142,11 @@ private:
     [[nodiscard]] quint16 portOfService() const;
     void chooseOption(const QString &caption);
     void setAutomaticLog(bool on);
+    [[nodiscard]] static QByteArrayList fieldsHeard(int number, const QByteArray &freq);
+    void listenTo(
+        const rdssignal::SignalStation &station, bool byItself, const std::function<bool()> &isHeard);
     void connectReceiver(quint16 port);
-    void waitUntil(const std::function<bool()> &isSo);
+    [[nodiscard]] bool waitUntil(const std::function<bool()> &isSo);
 
     QString m_root;
     Teller &m_teller;

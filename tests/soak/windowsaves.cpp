@@ -4,6 +4,8 @@
 
 #include <QFile>
 
+#include <algorithm>
+
 namespace quillon::soak {
 
 using namespace Qt::StringLiterals;
@@ -96,11 +98,20 @@ bool WindowSaves::run(const Save &save)
     return !m_session.failed();
 }
 
+// Whether the error has the name of the file.
+bool WindowSaves::tellsWhich() const
+{
+    return std::ranges::any_of(m_whole.keyBegin(), m_whole.keyEnd(), [&](const QByteArray &path) {
+        return m_before.value(path) != m_whole.value(path)
+            && m_told.contains(path.sliced(path.lastIndexOf('/') + 1));
+    });
+}
+
 QString WindowSaves::problem(std::optional<bool> enough) const
 {
     const bool done = !m_session.failed();
-    if (!done && !m_told.contains("Disk full")) {
-        return QString::fromUtf8(m_told);
+    if (!done && !(m_told.contains("Disk full") && tellsWhich())) {
+        return u"it says: "_s + QString::fromUtf8(m_told);
     }
     if (enough && *enough != done) {
         return done ? u"the full disk was not told"_s : u"there was room enough"_s;

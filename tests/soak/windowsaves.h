@@ -45,6 +45,8 @@ public:
     [[nodiscard]] QString problem(std::optional<bool> enough) const;
 
 private:
+    [[nodiscard]] bool tellsWhich() const;
+
     QString m_root;
     QByteArray m_told; ///< the last error
     Teller m_teller;

@@ -34,6 +34,7 @@ public:
     void reset();
     /// The files of the folder as reset leaves them.
     [[nodiscard]] const QMap<QString, QByteArray> &before() const { return m_before; }
+    [[nodiscard]] QString pathOf(const QString &name) const { return m_folder + u'/' + name; }
     /// The files that the works write, by their paths below the folder.
     [[nodiscard]] QMap<QString, QByteArray> files() const;
     /// Saves what a failed work has left in memory alone.

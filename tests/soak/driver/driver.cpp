@@ -30,6 +30,9 @@ public:
         , m_user(orders.root, m_teller, orders.first, orders.seed)
     {
         const QByteArray root = QFile::encodeName(orders.root);
+        if (orders.seed % 2 == 1) {
+            m_calls.refuseNameless();
+        }
         watchCalls({root + "/log", root + "/state", root + "/out", root + "/look"}, m_calls);
         QCoreApplication::instance()->installEventFilter(this);
     }
