@@ -1,4 +1,4 @@
-#include "otherprogram.h"
+#include "app/otherprogram.h"
 
 #include "platform/files.h"
 
@@ -64,11 +64,9 @@ void tellFolderInUse(const QString &directory)
         u"Another Quillon has the log in %1 open. Two at once would write over each other's receptions."_s
             .arg(QDir::toNativeSeparators(directory)));
     box.setTextFormat(Qt::PlainText);
-    auto *show = box.addButton(u"&Show the Other"_s, QMessageBox::AcceptRole);
-    box.setDefaultButton(show);
+    // The first one has the focus, and Enter is for it.
+    const auto *show = box.addButton(u"&Show the Other"_s, QMessageBox::AcceptRole);
     box.addButton(QMessageBox::Close);
-    // So that Enter is for it even before the box has been given the focus.
-    show->setFocus();
     box.exec();
     // The box is gone before the other one is waited for.
     QApplication::sync();
