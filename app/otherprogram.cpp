@@ -64,8 +64,9 @@ void tellFolderInUse(const QString &directory)
         u"Another Quillon has the log in %1 open. Two at once would write over each other's receptions."_s
             .arg(QDir::toNativeSeparators(directory)));
     box.setTextFormat(Qt::PlainText);
-    // The first one has the focus, and Enter is for it.
-    const auto *show = box.addButton(u"&Show the Other"_s, QMessageBox::AcceptRole);
+    auto *show = box.addButton(u"&Show the Other"_s, QMessageBox::AcceptRole);
+    // Enter is for it even before the box has been given the focus.
+    box.setDefaultButton(show);
     box.addButton(QMessageBox::Close);
     box.exec();
     // The box is gone before the other one is waited for.

@@ -3,9 +3,11 @@
 #include "support/testfiles.h"
 
 #include <QProcess>
+#include <QRgb>
 #include <QString>
 #include <QStringList>
 #include <QTest>
+#include <QtEndian>
 
 namespace quillon::test {
 
@@ -70,13 +72,35 @@ public:
     {
         // A window that goes while a key is down may leave it down: such a key must not be repeated (-r).
         m_server.start(u"Xvfb"_s,
-            {u"-displayfd"_s, u"1"_s, u"-screen"_s, u"0"_s, u"1280x800x24"_s, u"-noreset"_s, u"-r"_s});
+            {u"-displayfd"_s, u"1"_s, u"-screen"_s, u"0"_s, u"1280x800x24"_s, u"-noreset"_s, u"-r"_s,
+                u"-fbdir"_s, m_picture.path()});
         return m_server.waitForStarted(patience) && m_server.waitForReadyRead(patience);
     }
     void give(Program &program)
     {
         program.set(u"QT_QPA_PLATFORM"_s, u"xcb"_s);
         program.set(u"DISPLAY"_s, name());
+    }
+    /// How many of its pixels have that colour now. The server keeps them in a file of the X window dump
+    /// format: big-endian words of 32 bits, a table of colours, rows of pixels.
+    [[nodiscard]] int pixelsOf(QRgb colour) const
+    {
+        const QByteArray dump = m_picture.read(u"Xvfb_screen0"_s);
+        const auto word = [&](int place) {
+            return static_cast<qsizetype>(qFromBigEndian<quint32>(dump.constData() + 4 * place));
+        };
+        constexpr int sizeOfHeader = 0;
+        constexpr int height = 5;
+        constexpr int bytesOfRow = 12;
+        constexpr int colours = 19;
+        constexpr qsizetype sizeOfColour = 12;
+        const QByteArrayView pixels = QByteArrayView(dump).sliced(
+            word(sizeOfHeader) + word(colours) * sizeOfColour, word(height) * word(bytesOfRow));
+        int count = 0;
+        for (qsizetype at = 0; at < pixels.size(); at += qsizetype {sizeof(QRgb)}) {
+            count += (qFromLittleEndian<QRgb>(pixels.data() + at) & RGB_MASK) == (colour & RGB_MASK) ? 1 : 0;
+        }
+        return count;
     }
     /// Starts a window manager, without which no window can be minimized.
     [[nodiscard]] bool manageWindows()
@@ -106,6 +130,7 @@ private:
         return m_name;
     }
 
+    TestDirectory m_picture;
     QProcess m_server;
     QProcess m_manager;
     QString m_name;

@@ -1,9 +1,11 @@
 #include "startedprogram.h"
 
 #include "platform/files.h"
+#include "ui/looks.h"
 
 #include <QDir>
 #include <QFile>
+#include <QPalette>
 #include <QTest>
 
 #include <algorithm>
@@ -53,6 +55,7 @@ private Q_SLOTS:
     void withoutADisplayTheProgramSaysSo();
     void aStartThatIsEndedLeavesTheLogbookAsItWas();
     void theWindowEndsTheProgramWithSuccess();
+    void whatHasTheFocusHasARing();
 };
 
 void TestProgram::theDirectoryIsChosen_data()
@@ -169,21 +172,27 @@ void TestProgram::versionAndHelpNeedNoDisplay_data()
 {
     QTest::addColumn<QString>("option");
     QTest::addColumn<QByteArray>("begins");
-    QTest::newRow("version") << u"--version"_s << "quillon "_ba;
-    QTest::newRow("help") << u"--help"_s << "Usage: "_ba;
+    QTest::addColumn<QByteArray>("holds");
+    QTest::newRow("version") << u"--version"_s << "quillon "_ba
+                             << "."_ba;
+    QTest::newRow("help") << u"--help"_s << "Usage: "_ba
+                          << "Logbook for long-distance reception of FM stations."_ba;
 }
 
 void TestProgram::versionAndHelpNeedNoDisplay()
 {
     QFETCH(QString, option);
     QFETCH(QByteArray, begins);
+    QFETCH(QByteArray, holds);
     Program program;
     program.set(u"QT_QPA_PLATFORM"_s, u"none such"_s);
     QVERIFY(program.start({option}));
     QVERIFY(program.ended());
     QCOMPARE(program.process.exitStatus(), QProcess::NormalExit);
     QCOMPARE(program.process.exitCode(), 0);
-    QVERIFY(program.process.readAllStandardOutput().startsWith(begins));
+    const QByteArray said = program.process.readAllStandardOutput();
+    QVERIFY(said.startsWith(begins));
+    QVERIFY(said.contains(holds));
     QCOMPARE(program.home.names(), QStringList());
 }
 
@@ -272,6 +281,21 @@ void TestProgram::theWindowEndsTheProgramWithSuccess()
         QCOMPARE(program.process.exitCode(), 0);
         QCOMPARE(namesIn(program.home.file(u"old"_s)), QStringList {u"LOGBOOK.INI"_s});
     }
+}
+
+void TestProgram::whatHasTheFocusHasARing()
+{
+    OwnScreen display;
+    QVERIFY2(display.start(), "this test needs Xvfb");
+    Program program;
+    display.give(program);
+    program.home.write(u"old/RDSLog.log"_s, logLine("D3C3", "12/06/2010 18:22:05", "87.6", "RNE_1"));
+    QVERIFY(program.start({u"--directory"_s, u"old"_s}));
+    QTRY_VERIFY2_WITH_TIMEOUT(
+        hasWindow(program, u"^Quillon"_s, u"Tab"_s), "this test needs xdotool", patience);
+    constexpr int someOfAFrame = 100;
+    QTRY_VERIFY_WITH_TIMEOUT(
+        display.pixelsOf(focusColour(QPalette(Qt::white)).rgb()) > someOfAFrame, patience);
 }
 
 QTEST_GUILESS_MAIN(TestProgram)

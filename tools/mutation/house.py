@@ -57,9 +57,9 @@ class House:
         return None if run.returncode == 0 else run.stdout
 
     def object_of(self, path):
-        """The object file of a source, or nothing if it was not built."""
-        found = list(self.build.glob(f"{os.path.dirname(path)}/CMakeFiles/*.dir/{os.path.basename(path)}.o"))
-        return found[0] if found else None
+        """The object file of a source, or nothing if it was not built. One that is older is of a target that is gone."""
+        found = self.build.glob(f"{os.path.dirname(path)}/CMakeFiles/*.dir/{os.path.basename(path)}.o")
+        return max(found, key=lambda each: each.stat().st_mtime, default=None)
 
     def tests_of(self, folder):
         """The tests of a folder; where there is a pattern for it, those that it is found in."""

@@ -9,8 +9,8 @@ HEAD = """# Changes that no test notices
 
 `tools/mutants` changes the sources in one place at a time (a comparison, a constant, the order of two statements, a dropped
 statement or check), builds, and runs the tests of the folder. A change that they do not notice has survived: it is either a
-test more or a line less. This page is what the runs that were made have found; folders that are not in the table, headers and
-`app` were not tried. "At first" is before the survivors were looked at, "now" with the tests that came of them: only the first
+test more or a line less. This page is what the runs that were made have found; headers were not
+tried. "At first" is before the survivors were looked at, "now" with the tests that came of them: only the first
 says what a change elsewhere would meet. "Of no effect" is what nobody could notice, or what is a matter of taste, such as a pixel
 of a place; the reason stands beside each.
 
@@ -22,7 +22,7 @@ of a place; the reason stands beside each.
 The floors without windows met the tests of their own folder. The windows' folders met theirs and those tests of the main window that
 open them, `core/ui` all of its own; half of seed 1 met its own folder's alone at first. Eight changes of seed 1 in each of the twelve
 lower folders, eleven in `document`, were tried by an earlier state of the program, and stand in the table by their numbers. A test
-that takes too long counts as one that fails.
+that takes too long counts as one that fails; since the changes of `app` a test has to fail twice.
 
 """
 # Of runs whose single results are not there any more.

@@ -1,6 +1,8 @@
 """Changes that nobody could notice, and why. Each stands for the line as it was and as it became."""
 
 UNSEEN = {
+    ("app/main.cpp", 'QApplication::setDesktopFileName(u"quillon"_s); QApplication::setWindowIcon(programIcon());',
+     'QApplication::setWindowIcon(programIcon()); QApplication::setDesktopFileName(u"quillon"_s);'): "neither needs the other",
     ("platform/files.cpp", "bytes.resize(2 * size);", "bytes.resize(3 * size);"): "how much room is made ahead",
     ("geo/azimuthal.cpp", "double azimuthThere = 0;", "double azimuthThere = 1;"): "the call below writes over it",
     ("txdb/distances.cpp", "float bearing = 0;", "float bearing = 1;"): "the call below writes over it",
