@@ -183,12 +183,10 @@ void User::logByItself()
 // A source that is kept by a name, with its password.
 void User::keepReceiver()
 {
-    constexpr int few = 3;
-    const int number = m_next++;
     find<QComboBox>(u"receiverSource"_s)->setCurrentText(u"xdrd"_s);
     find<QLineEdit>(u"receiverAddress"_s)->setText(u"127.0.0.1:7373"_s);
-    find<QLineEdit>(u"receiverPassword"_s)->setText(u"secret %1"_s.arg(number));
-    m_answers->type(u"receiver %1"_s.arg(number % few));
+    find<QLineEdit>(u"receiverPassword"_s)->setText(u"secret %1"_s.arg(m_next++));
+    m_answers->type(u"receiver"_s);
     chooseOption(u"Keep This Source…"_s);
     finish();
 }

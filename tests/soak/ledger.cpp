@@ -178,8 +178,7 @@ void Ledger::take(const QByteArray &line)
         m_errors += word(1);
         break;
     case '+':
-        m_intents.push_back(
-            {'+', word(1).split('|').value(Field::RdsName), whole(word(1).split('|')), 0, {}});
+        m_intents.push_back({'+', word(1), whole(word(2).split('|')), 0, {}});
         break;
     case '-':
     case 'R':

@@ -25,7 +25,7 @@ namespace {
 constexpr int receptions = 2'000;
 constexpr int commandsOfATest = 90;
 // A short run still warms up.
-constexpr qint64 memoryOfAShortRun = 8 << 20;
+constexpr qint64 memoryOfAShortRun = 16 << 20;
 constexpr qint64 memoryOfALongRun = 1 << 20;
 constexpr qint64 longRun = 60'000; // milliseconds
 constexpr double mostOfTime = 1.5;

@@ -52,7 +52,7 @@ public:
 
     /// A reception is about to be stored: its fields as they are to stand in its line. Of those behind the
     /// last one nothing is said.
-    void adding(const QByteArrayList &fields) { say({"+", fields.join('|')}); }
+    void adding(const QByteArrayList &fields) { say({"+", fields.value(Field::RdsName), fields.join('|')}); }
     void removing(const QByteArray &name) { say({"-", name}); }
     /// A field of the reception is about to become this text.
     void setting(const QByteArray &name, int field, const QByteArray &text)
