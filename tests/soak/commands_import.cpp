@@ -199,6 +199,16 @@ quint16 User::portOfService() const
     return 0;
 }
 
+// Lets the stand-in take the place of the service; false, and told, when it cannot.
+bool User::serves(standin::StandIn &service)
+{
+    if (!service.listen(portOfService())) {
+        giveUp("the service has no port");
+        return false;
+    }
+    return true;
+}
+
 void User::autoSearch()
 {
     // One that the service knows exactly, one that it knows twice, and one that it does not know.
@@ -218,8 +228,7 @@ void User::autoSearch()
         }
     }
     standin::StandIn service(stations);
-    if (!service.listen(portOfService())) {
-        giveUp("the service has no port");
+    if (!serves(service)) {
         return;
     }
     // Whatever else was heard on that day is looked up, too.

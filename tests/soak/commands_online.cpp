@@ -28,8 +28,7 @@ void User::takeOver()
     const int number = m_next++;
     standin::StandIn service("105.5;F201;" + nameOf(number).toLatin1() + ";F;Champagne, Reims;64;49.09;3.93;"
         + QByteArray::number(1000 + number) + '\n');
-    if (!service.listen(portOfService())) {
-        giveUp("the service has no port");
+    if (!serves(service)) {
         return;
     }
     type(nameOf(number), dateOf(number));
@@ -57,8 +56,7 @@ void User::upload()
         return;
     }
     standin::StandIn service({});
-    if (!service.listen(portOfService())) {
-        giveUp("the service has no port");
+    if (!serves(service)) {
         return;
     }
     // Whatever else has come from the service is sent, too.

@@ -19,6 +19,10 @@ namespace quillon::rdssignal {
 struct SignalStation;
 }
 
+namespace quillon::standin {
+class StandIn;
+}
+
 namespace quillon::soak {
 
 /// Where the program keeps its backups by itself, when its state is kept below that folder.
@@ -140,6 +144,7 @@ private:
     [[nodiscard]] QByteArray fileOfReceptions(const QByteArray &moreLines);
     [[nodiscard]] QWidget *bringIn(const QByteArray &file);
     [[nodiscard]] quint16 portOfService() const;
+    [[nodiscard]] bool serves(standin::StandIn &service);
     void chooseOption(const QString &caption);
     void setAutomaticLog(bool on);
     [[nodiscard]] static QByteArrayList fieldsHeard(int number, const QByteArray &freq);
