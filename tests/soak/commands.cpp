@@ -20,9 +20,6 @@ QByteArrayList User::addOne()
     const int number = m_next++;
     type(nameOf(number), dateOf(number));
     QByteArrayList fields = fieldsOf(number, "F201", "105.5");
-    for (const int field : {Field::Transmitter, Field::Power, Field::FMList, Field::Uid}) {
-        fields[field] = {};
-    }
     fields[Field::Country] = "F";
     if (m_random.bounded(4) == 0) {
         const QString site = u"Site %1"_s.arg(number);
@@ -133,7 +130,7 @@ void User::undoAndRedo()
 
 void User::distances()
 {
-    m_teller.changing({}, {Field::Dist});
+    m_teller.changing({Field::Dist});
     click(u"Command10"_s);
     finish();
 }

@@ -35,7 +35,7 @@ void User::exportPages()
 void User::exportText()
 {
     // It re-calculates the distances.
-    m_teller.changing({}, {Field::Dist});
+    m_teller.changing({Field::Dist});
     m_answers->type(u"01/01/2015"_s);
     m_answers->type(u"31/12/2015"_s);
     trigger(u"menuExportEmail"_s);

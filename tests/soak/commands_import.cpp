@@ -80,6 +80,7 @@ void User::importDx()
         const QByteArray minute = QByteArray::number(20 + i);
         lines += "  97.7 5201 " + nameOf(number).toLatin1() + " 20" + minute + " 05 I   Somewhere,X|\r\n";
         QByteArrayList fields = fieldsOf(number, "5201", "97.7");
+        fields[Field::Transmitter] = Teller::anything.toByteArray();
         fields[Field::DateTime] = day.toString(u"dd/MM/yyyy"_s).toLatin1() + " 20:" + minute + ":05";
         m_teller.adding(fields);
     }
@@ -111,9 +112,6 @@ QByteArray User::fileOfReceptions(const QByteArray &moreLines)
         QByteArrayList fields = fieldsOf(number, pi, "95.5");
         fields[Field::Prop] = "Es";
         fields[Field::Country] = "E";
-        for (const int field : {Field::Transmitter, Field::Power, Field::FMList, Field::Uid}) {
-            fields[field] = {};
-        }
         m_teller.adding(fields);
     }
     return lines + moreLines;
@@ -233,7 +231,7 @@ void User::autoSearch()
     }
     // Whatever else was heard on that day is looked up, too.
     m_teller.changing(
-        {}, {Field::Transmitter, Field::Country, Field::Power, Field::Dist, Field::FMList, Field::Uid});
+        {Field::Transmitter, Field::Country, Field::Power, Field::Dist, Field::FMList, Field::Uid});
     m_teller.setting(nameOf(first).toLatin1(), Field::Uid, QByteArray::number(1000 + first));
     // The day of the first.
     m_answers->type(dateOf(first).first(10));

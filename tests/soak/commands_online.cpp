@@ -37,7 +37,6 @@ void User::takeOver()
     fields[Field::Transmitter] = "Reims";
     fields[Field::Country] = "F";
     fields[Field::Power] = "64";
-    fields[Field::FMList] = {};
     fields[Field::Uid] = QByteArray::number(1000 + number);
     m_teller.adding(fields);
     m_answers->press(QMessageBox::Yes);
@@ -60,7 +59,7 @@ void User::upload()
         return;
     }
     // Whatever else has come from the service is sent, too.
-    m_teller.changing({}, {Field::FMList});
+    m_teller.changing({Field::FMList});
     m_teller.setting(name, Field::FMList, sentMark.toByteArray());
     m_answers->press(QMessageBox::Ok);
     trigger(u"menuFMListUploadLogs"_s);
@@ -150,9 +149,6 @@ QByteArrayList User::fieldsHeard(int number, const QByteArray &freq)
     QByteArrayList fields = fieldsOf(number, codeOf(number), freq);
     // It is heard now, whenever that is.
     fields[Field::DateTime] = Teller::anything.toByteArray();
-    for (const int field : {Field::Transmitter, Field::Power, Field::FMList, Field::Uid}) {
-        fields[field] = {};
-    }
     return fields;
 }
 

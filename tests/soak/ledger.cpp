@@ -150,14 +150,14 @@ void Ledger::keep(const Intent &intent)
 }
 
 // What a command may change is whatever is seen next. What was sent stays so.
-void Ledger::forget(const QByteArray &name, const QByteArrayList &fields)
+void Ledger::forget(const QByteArrayList &fields)
 {
-    for (auto one = m_sure.begin(); one != m_sure.end(); ++one) {
+    for (Reception &reception : m_sure) {
         for (const QByteArray &field : fields) {
             const int place = field.toInt();
-            const bool isSent = place == Field::FMList && one->at(place).contains(sentMark);
-            if (!isSent && (name.isEmpty() || name == one.key())) {
-                one->replace(place, Teller::anything.toByteArray());
+            const bool isSent = place == Field::FMList && reception.at(place).contains(sentMark);
+            if (!isSent) {
+                reception.replace(place, Teller::anything.toByteArray());
             }
         }
     }
@@ -188,7 +188,7 @@ void Ledger::take(const QByteArray &line)
         m_intents.push_back({'=', word(1), {}, word(2).toInt(), word(3)});
         break;
     case 'F':
-        forget(word(1), words.sliced(2));
+        forget(words.sliced(1));
         break;
     case 'D':
         for (const Intent &intent : m_intents) {

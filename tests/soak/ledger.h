@@ -64,7 +64,7 @@ private:
     void replaced(const QByteArray &path);
     [[nodiscard]] QByteArray inLog(const char *name) const;
     [[nodiscard]] bool hasHappened(const Intent &intent, const Receptions &there) const;
-    void forget(const QByteArray &name, const QByteArrayList &fields);
+    void forget(const QByteArrayList &fields);
     void appending(const QByteArray &path);
     [[nodiscard]] QStringList fileProblems(const QMap<QByteArray, QByteArray> &now) const;
     [[nodiscard]] QStringList logProblems(const QByteArray &log);

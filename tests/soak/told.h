@@ -9,22 +9,25 @@
 
 namespace quillon::soak {
 
-/// Places of fields in a line of the log, from 0.
+/// Places of fields in a line of the log.
 struct Field
 {
-    static constexpr int PiCode = 0;
-    static constexpr int DateTime = 1;
-    static constexpr int Prop = 2;
-    static constexpr int Freq = 3;
-    static constexpr int Transmitter = 4;
-    static constexpr int Country = 5;
-    static constexpr int Notes = 6;
-    static constexpr int RdsName = 7;
-    static constexpr int Power = 8;
-    static constexpr int Dist = 9;
-    static constexpr int FMList = 10;
-    static constexpr int Uid = 11;
-    static constexpr int count = 13; ///< with the empty one behind the last "|"
+    enum Place : int {
+        PiCode,
+        DateTime,
+        Prop,
+        Freq,
+        Transmitter,
+        Country,
+        Notes,
+        RdsName,
+        Power,
+        Dist,
+        FMList,
+        Uid,
+        Empty, ///< behind the last "|"
+        count
+    };
 };
 
 /// What FMList holds of a reception that was sent there, whatever else it holds.
@@ -59,10 +62,10 @@ public:
     {
         say({"=", name, QByteArray::number(field), text});
     }
-    /// These fields of the reception may change from now on, or of any when there is no name.
-    void changing(const QByteArray &name, const QList<int> &fields)
+    /// These fields of any reception may change from now on.
+    void changing(const QList<int> &fields)
     {
-        QByteArrayList words {"F", name};
+        QByteArrayList words {"F"};
         for (const int field : fields) {
             words += QByteArray::number(field);
         }

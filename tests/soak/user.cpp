@@ -166,7 +166,9 @@ QByteArrayList User::fieldsOf(int number, const QByteArray &pi, const QByteArray
     fields[Field::PiCode] = pi;
     fields[Field::DateTime] = dateOf(number).toLatin1();
     fields[Field::Freq] = freq;
-    fields[Field::Notes] = {};
+    for (const int blank : {Field::Transmitter, Field::Notes, Field::Power, Field::FMList, Field::Uid}) {
+        fields[blank] = {};
+    }
     fields[Field::RdsName] = nameOf(number).toLatin1();
     return fields;
 }

@@ -131,7 +131,7 @@ private:
     [[nodiscard]] std::vector<int> rowsThatAreKept() const;
     [[nodiscard]] QString cell(int row, const QString &heading) const;
     void clickRow(int row, Qt::KeyboardModifiers keys);
-    /// The fields of a reception, of which these are known.
+    /// The fields of a reception of which no more is known; whoever adds one with more sets it.
     [[nodiscard]] static QByteArrayList fieldsOf(int number, const QByteArray &pi, const QByteArray &freq);
     /// Types one and stores it; its fields.
     QByteArrayList addOne();
